@@ -1,0 +1,31 @@
+// What nearly every file of the logic includes; built once and shared by all targets without windows.
+#pragma once
+
+#include <QByteArray>
+#include <QCoroTask>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QList>
+#include <QMap>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QObject>
+#include <QPointer>
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QUrl>
+#include <QVariant>
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <tl/expected.hpp>
+#include <variant>
+#include <vector>

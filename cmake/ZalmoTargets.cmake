@@ -1,0 +1,36 @@
+# One static library for each folder of src/. What it may include is what it links: the arrows of
+# docs/architecture.md stand in the LINKS of each call and nowhere else.
+
+# zalmo_library(NAME [GUI] LINKS target...)   every .cpp of the folder
+function(zalmo_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "GUI" "" "LINKS")
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    add_library(zalmo_${name} STATIC ${sources})
+    set_target_properties(zalmo_${name} PROPERTIES LINKER_LANGUAGE CXX)
+    target_include_directories(zalmo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(zalmo_${name} PUBLIC ${arg_LINKS})
+    target_compile_definitions(zalmo_${name} PRIVATE ${ZALMO_STRICT_TEXT})
+    set_property(GLOBAL APPEND PROPERTY ZALMO_LIBRARIES zalmo_${name})
+endfunction()
+
+# zalmo_test(NAME SOURCES file... LINKS target... [DISPLAY] [TIMEOUT s] [LABELS l...])
+# DISPLAY: the test makes windows or a web page; it runs on Qt's offscreen platform.
+function(zalmo_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY" "TIMEOUT" "SOURCES;LINKS;LABELS;ARGS")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Qt6::Test)
+    add_test(NAME ${name} COMMAND ${name} ${arg_ARGS})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    set(environment "LC_ALL=C.UTF-8")
+    if(arg_DISPLAY)
+        list(APPEND environment "QT_QPA_PLATFORM=offscreen" "QTWEBENGINE_DISABLE_SANDBOX=1"
+            "QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu --no-proxy-server")
+        list(APPEND arg_LABELS display)
+    else()
+        list(APPEND arg_LABELS logic)
+        set_property(GLOBAL APPEND PROPERTY ZALMO_LOGIC_TESTS ${name})
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${environment}" LABELS "${arg_LABELS}")
+endfunction()

@@ -1,0 +1,254 @@
+#include "text/BodyPieces.h"
+
+#include "text/MarkupScanner.h"
+
+#include <QHash>
+#include <QSet>
+#include <vector>
+
+namespace {
+using Kind = MarkupToken::Kind;
+
+bool isBlockElement(const QString &name)
+{
+    static const QSet<QString> names = [] {
+        const QString list = QStringLiteral(
+            "table thead tfoot caption col colgroup tbody tr td th div dl dd dt ul ol li pre form map area blockquote "
+            "address math style p h1 h2 h3 h4 h5 h6 hr fieldset noscript legend section article aside hgroup header "
+            "footer nav figure details menu summary main script iframe object video audio svg center dir");
+        const QStringList words = list.split(u' ');
+        return QSet<QString>(words.cbegin(), words.cend());
+    }();
+    return names.contains(name);
+}
+
+bool hasNoContent(const QString &name)
+{
+    static const QSet<QString> names{QStringLiteral("area"), QStringLiteral("base"), QStringLiteral("br"),
+        QStringLiteral("col"), QStringLiteral("embed"), QStringLiteral("hr"), QStringLiteral("img"),
+        QStringLiteral("input"), QStringLiteral("link"), QStringLiteral("meta"), QStringLiteral("param"),
+        QStringLiteral("source"), QStringLiteral("track"), QStringLiteral("wbr")};
+    return names.contains(name);
+}
+
+/// Raw-text elements end with their start token, as the scanner takes their content in.
+bool endsWithItsToken(const MarkupToken &token)
+{
+    static const QSet<QString> rawText{QStringLiteral("script"), QStringLiteral("style"), QStringLiteral("iframe")};
+    return hasNoContent(token.name) || rawText.contains(token.name);
+}
+
+/// What a comment says to the block editor.
+struct BlockComment {
+    bool isBlock = false;
+    bool isCloser = false;
+    bool isVoid = false;
+};
+
+BlockComment blockComment(QStringView comment)
+{
+    if (!comment.startsWith(u"<!--") || !comment.endsWith(u"-->") || comment.size() < 7)
+        return {};
+    const QStringView inside = comment.sliced(4, comment.size() - 7).trimmed();
+    if (inside.startsWith(u"/wp:"))
+        return {true, true, false};
+    return {inside.startsWith(u"wp:"), false, inside.endsWith(u'/')};
+}
+
+class Splitter {
+public:
+    explicit Splitter(const QString &body)
+        : m_body(body)
+    {
+    }
+
+    QList<BodyPiece> split();
+
+private:
+    void splitBlocks(qsizetype from);
+    void splitLoose(qsizetype from, qsizetype to);
+    void splitRun(qsizetype from, qsizetype to);
+    qsizetype elementEnd(const MarkupToken &start, MarkupScanner &scanner, qsizetype to) const;
+    void add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizetype to);
+    void addTrimmed(qsizetype from, qsizetype to);
+    void addInFront(const QString &space);
+    qsizetype skipSpace(qsizetype from, qsizetype to) const;
+    qsizetype skipSpaceBack(qsizetype from, qsizetype to) const;
+    QStringView textOf(const MarkupToken &token) const
+    {
+        return QStringView(m_body).sliced(token.start, token.end - token.start);
+    }
+
+    const QString &m_body;
+    QList<BodyPiece> m_pieces;
+};
+
+QList<BodyPiece> Splitter::split()
+{
+    const qsizetype begin = skipSpace(0, m_body.size());
+    if (m_body.contains(u"<!-- wp:"))
+        splitBlocks(begin);
+    else
+        splitLoose(begin, m_body.size());
+    if (m_pieces.isEmpty() && begin > 0)
+        add(0, begin, begin, begin);
+    else if (begin > 0)
+        addInFront(m_body.first(begin));
+    return m_pieces;
+}
+
+qsizetype Splitter::skipSpace(qsizetype from, qsizetype to) const
+{
+    while (from < to && MarkupScanner::isSpace(m_body[from]))
+        ++from;
+    return from;
+}
+
+qsizetype Splitter::skipSpaceBack(qsizetype from, qsizetype to) const
+{
+    while (to > from && MarkupScanner::isSpace(m_body[to - 1]))
+        --to;
+    return to;
+}
+
+void Splitter::add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizetype to)
+{
+    const auto slice = [this](qsizetype a, qsizetype b) { return m_body.sliced(a, b - a); };
+    m_pieces << BodyPiece{slice(from, to), slice(from, coreFrom), slice(coreFrom, coreTo), slice(coreTo, to), {}};
+}
+
+/// A piece takes the white space behind it along.
+void Splitter::addTrimmed(qsizetype from, qsizetype to)
+{
+    if (from < to)
+        add(from, from, skipSpaceBack(from, to), to);
+}
+
+/// White space at the very beginning goes to the first piece.
+void Splitter::addInFront(const QString &space)
+{
+    m_pieces.first().lead.prepend(space);
+    m_pieces.first().stored.prepend(space);
+}
+
+void Splitter::splitBlocks(qsizetype from)
+{
+    MarkupScanner scanner(m_body, from);
+    qsizetype done = from; // all before it is in pieces
+    qsizetype blockStart = -1;
+    qsizetype contentStart = 0;
+    int depth = 0;
+    while (const auto token = scanner.next()) {
+        const BlockComment comment = token->kind == Kind::Comment ? blockComment(textOf(*token)) : BlockComment();
+        if (!comment.isBlock || (comment.isCloser && depth == 0))
+            continue;
+        if (!comment.isCloser && depth == 0) {
+            splitLoose(done, token->start);
+            done = blockStart = token->start;
+            contentStart = token->end;
+        }
+        if (!comment.isVoid)
+            depth += comment.isCloser ? -1 : 1;
+        if (depth > 0)
+            continue;
+        const qsizetype end = skipSpace(token->end, m_body.size());
+        if (comment.isVoid) {
+            add(blockStart, token->start, token->end, end);
+        } else {
+            const qsizetype coreFrom = skipSpace(contentStart, token->start);
+            add(blockStart, coreFrom, skipSpaceBack(coreFrom, token->start), end);
+        }
+        done = end;
+    }
+    if (depth > 0) {
+        const qsizetype coreFrom = skipSpace(contentStart, m_body.size());
+        add(blockStart, coreFrom, skipSpaceBack(coreFrom, m_body.size()), m_body.size());
+    } else {
+        splitLoose(done, m_body.size());
+    }
+}
+
+void Splitter::splitLoose(qsizetype from, qsizetype to)
+{
+    MarkupScanner scanner(QStringView(m_body).first(to), from);
+    qsizetype runStart = from;
+    while (auto token = scanner.next()) {
+        if (token->kind != Kind::StartTag || !isBlockElement(token->name))
+            continue;
+        splitRun(runStart, token->start);
+        const qsizetype elementTo = elementEnd(*token, scanner, to);
+        runStart = skipSpace(elementTo, to);
+        addTrimmed(token->start, runStart);
+        scanner = MarkupScanner(QStringView(m_body).first(to), runStart);
+    }
+    splitRun(runStart, to);
+}
+
+qsizetype Splitter::elementEnd(const MarkupToken &start, MarkupScanner &scanner, qsizetype to) const
+{
+    if (endsWithItsToken(start))
+        return start.end;
+    const bool isParagraph = start.name == u"p";
+    int depth = 1;
+    while (const auto token = scanner.next()) {
+        // A paragraph ends where a browser would end it: a block-level element cannot be inside.
+        if (isParagraph && token->kind == Kind::StartTag && isBlockElement(token->name))
+            return token->start;
+        if (token->kind == Kind::Comment || token->name != start.name)
+            continue;
+        depth += token->kind == Kind::StartTag ? 1 : -1;
+        if (depth == 0)
+            return token->end;
+    }
+    return to;
+}
+
+/// Cuts text and inline elements at blank lines, but not within an inline element that is closed in this run.
+void Splitter::splitRun(qsizetype from, qsizetype to)
+{
+    struct Span {
+        qsizetype start, end;
+    };
+    std::vector<Span> spans;
+    QHash<QString, std::vector<qsizetype>> open;
+    MarkupScanner scanner(QStringView(m_body).first(to), from);
+    while (const auto token = scanner.next()) {
+        auto opener = token->kind == Kind::EndTag ? open.find(token->name) : open.end();
+        if (opener != open.end() && !opener->empty()) {
+            // Spans that this one holds are inside it; what it overlaps stays, and the search below steps over both.
+            while (!spans.empty() && spans.back().start >= opener->back())
+                spans.pop_back();
+            spans.push_back({opener->back(), token->end});
+            opener->pop_back();
+        } else {
+            spans.push_back({token->start, token->end});
+            if (token->kind == Kind::StartTag && !hasNoContent(token->name))
+                open[token->name].push_back(token->start);
+        }
+    }
+    auto span = spans.cbegin();
+    qsizetype start = from;
+    qsizetype position = from;
+    const QStringView run = QStringView(m_body).first(to);
+    while ((position = run.indexOf(u'\n', position)) >= 0) {
+        while (span != spans.cend() && span->end <= position)
+            ++span;
+        if (span != spans.cend() && span->start < position) {
+            position = span->end;
+            continue;
+        }
+        const qsizetype after = skipSpace(position, to);
+        if (QStringView(m_body).sliced(position + 1, after - position - 1).contains(u'\n')) {
+            addTrimmed(start, after);
+            start = after;
+        }
+        position = std::max(after, position + 1);
+    }
+    addTrimmed(start, to);
+}
+} // namespace
+
+QList<BodyPiece> BodyPieces::split(const QString &stored)
+{
+    return Splitter(stored).split();
+}

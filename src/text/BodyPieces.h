@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+/// One top-level piece of a stored body.
+struct BodyPiece {
+    QString stored; ///< as the blog has it, byte for byte, with the white space and block comments around it
+    QString lead; ///< what of `stored` stands before the part that is shown (white space, an opening block comment)
+    QString core; ///< the part that is shown; lead + core + tail == stored
+    QString tail;
+    QString html; ///< `core` in the editor's form
+};
+
+namespace BodyPieces {
+/// Cuts a stored body into its top-level pieces; their `stored` texts joined are the body again, whatever it holds.
+/// `html` is still empty. A piece is a block of the block editor (its comments are in lead and tail), a block-level
+/// element, or a run of text and inline elements up to a blank line. Linear in the body's length.
+QList<BodyPiece> split(const QString &stored);
+} // namespace BodyPieces

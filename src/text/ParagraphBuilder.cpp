@@ -1,0 +1,178 @@
+#include "text/ContentPasses.h"
+
+#include "text/BlockNames.h"
+#include "text/Rewriter.h"
+#include "text/Scanning.h"
+
+using namespace Scanning;
+
+// The blog's loose text to blocks: blank lines part paragraphs, block tags stand by themselves.
+
+namespace {
+/// `<a`, anything, `>`, perhaps white space, `<img`: anywhere behind `at`, where the `<a` stands.
+bool linkLeadsToImage(QStringView chunk, qsizetype at)
+{
+    const qsizetype inside = at + 2;
+    for (qsizetype image = indexOf(chunk, u'<', inside); image < chunk.size();
+         image = indexOf(chunk, u'<', image + 1)) {
+        if (!matches(chunk, image + 1, u"img"))
+            continue;
+        qsizetype before = image;
+        while (before > inside && isSpace(chunk[before - 1].unicode()))
+            --before;
+        if (before > inside && chunk[before - 1] == u'>')
+            return true;
+    }
+    return false;
+}
+
+bool needsParagraph(QStringView chunk)
+{
+    if (chunk.isEmpty())
+        return false;
+    const qsizetype at = skipSpace(chunk, 0);
+    if (at == chunk.size() || chunk[at] != u'<')
+        return true;
+    const qsizetype name = at + 1 < chunk.size() && chunk[at + 1] == u'/' ? at + 2 : at + 1;
+    if (BlockNames::startsAt(chunk, name) && indexOf(chunk, u'>', name) < chunk.size())
+        return false;
+    if (matches(chunk, at, u"<img"))
+        return false;
+    return !matches(chunk, at, u"<a") || !linkLeadsToImage(chunk, at);
+}
+
+/// addExtraLineBeforeBlocks and addExtraLinesAfterBlocks in one walk.
+QString linesAroundBlocks(const QString &content)
+{
+    Rewriter out(content);
+    NextChar tagEnd(content, u'>');
+    qsizetype opened = 0; // what stands before belongs to an opening tag
+    for (qsizetype at = indexOf(content, u'<', 0); at + 1 < content.size(); at = indexOf(content, u'<', at + 1)) {
+        if (content[at + 1] == u'/') {
+            const qsizetype end = BlockNames::endOfClosing(content, at + 2);
+            if (end >= 0)
+                out.replace(end, end, QStringView(u"\n\n"));
+        } else if (at >= opened && BlockNames::startsAt(content, at + 1)) {
+            const qsizetype end = tagEnd.from(at + 1);
+            if (end == content.size())
+                continue;
+            opened = end;
+            out.replace(at, at, QChar(u'\n'));
+        }
+    }
+    return out.result();
+}
+
+/// Two line ends with nothing but white space between.
+struct BlankLine {
+    qsizetype start;
+    qsizetype end;
+};
+
+BlankLine blankLineFrom(QStringView text, qsizetype at)
+{
+    for (at = indexOf(text, u'\n', at); at < text.size();) {
+        qsizetype next = at + 1;
+        while (next < text.size() && text[next] != u'\n' && isSpace(text[next].unicode()))
+            ++next;
+        if (next < text.size() && text[next] == u'\n')
+            return {at, next + 1};
+        at = indexOf(text, u'\n', next);
+    }
+    return {text.size(), text.size()};
+}
+
+void appendParagraph(TextBuffer &out, QStringView chunk)
+{
+    out.append(QStringView(u"<p>"));
+    qsizetype at = skipSpace(chunk, 0);
+    for (qsizetype end = indexOf(chunk, u'\n', at); end < chunk.size(); end = indexOf(chunk, u'\n', at)) {
+        out.append(chunk.sliced(at, end - at));
+        out.append(QStringView(u"<br>"));
+        at = end + 1;
+    }
+    out.append(chunk.sliced(at));
+    out.append(QStringView(u"<br /><br /></p>"));
+}
+} // namespace
+
+QString ContentPasses::addExtraLineBeforeBlocks(const QString &content)
+{
+    Rewriter out(content);
+    for (qsizetype at = indexOf(content, u'<', 0); at < content.size();) {
+        qsizetype end = at;
+        if (BlockNames::startsAt(content, at + 1)) {
+            end = indexOf(content, u'>', at + 1);
+            if (end == content.size())
+                break; // no tag ends behind here
+            out.replace(at, at, QChar(u'\n'));
+        }
+        at = indexOf(content, u'<', end + 1);
+    }
+    return out.result();
+}
+
+QString ContentPasses::addExtraLinesAfterBlocks(const QString &content)
+{
+    Rewriter out(content);
+    for (qsizetype at = indexOf(content, u'<', 0); at < content.size(); at = indexOf(content, u'<', at + 1)) {
+        if (at + 1 == content.size() || content[at + 1] != u'/')
+            continue;
+        const qsizetype end = BlockNames::endOfClosing(content, at + 2);
+        if (end >= 0)
+            out.replace(end, end, QStringView(u"\n\n"));
+    }
+    return out.result();
+}
+
+QString ContentPasses::trimWhitespaceBetweenLineBreaks(const QString &content)
+{
+    Rewriter out(content);
+    for (BlankLine line = blankLineFrom(content, 0); line.start < content.size();
+         line = blankLineFrom(content, line.end)) {
+        if (line.end > line.start + 2)
+            out.replace(line.start + 1, line.end - 1);
+    }
+    return out.result();
+}
+
+QString ContentPasses::removeEmptyParagraphs(const QString &content)
+{
+    Rewriter out(content);
+    for (qsizetype at = indexOf(content, u'<', 0); at < content.size();) {
+        qsizetype end = at + 1;
+        if (matches(content, at, u"<p>")) {
+            const qsizetype closing = skipSpace(content, at + 3);
+            if (matches(content, closing, u"</p>")) {
+                end = closing + 4;
+                out.replace(at, end);
+            }
+        }
+        at = indexOf(content, u'<', end);
+    }
+    return out.result();
+}
+
+bool ContentPasses::shouldAddParagraphForContent(const QString &chunk)
+{
+    return needsParagraph(chunk);
+}
+
+/// As trimWhitespaceBetweenLineBreaks leaves no longer gap, to part the text at its blank lines is to part the trimmed
+/// text at every two line ends.
+QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &content)
+{
+    const QString lines = linesAroundBlocks(content);
+    const QStringView text(lines);
+    TextBuffer out(lines.size() + lines.size() / 4);
+    BlankLine line{0, 0};
+    for (qsizetype at = 0; at < text.size(); at = line.end) {
+        line = blankLineFrom(text, at);
+        const QStringView chunk = text.sliced(at, line.start - at);
+        if (needsParagraph(chunk))
+            appendParagraph(out, chunk);
+        else
+            out.append(chunk);
+    }
+    return removeEmptyParagraphs(out.take());
+}

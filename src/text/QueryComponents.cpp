@@ -1,0 +1,68 @@
+#include "text/QueryComponents.h"
+
+#include <algorithm>
+
+QString QueryComponents::stringByDecodingURLFormat(const QString &text)
+{
+    return QUrl::fromPercentEncoding(QString(text).replace(u'+', u' ').toUtf8());
+}
+
+/// Escapes what may not stand in an address; what may ("&", "=", "/", ...) stays as it is.
+QString QueryComponents::stringByEncodingURLFormat(const QString &text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(QString(text).replace(u' ', u'+'), "!*'();:@&=+$,/?"));
+}
+
+QHash<QString, QStringList> QueryComponents::dictionaryFromQueryComponents(const QString &query)
+{
+    QHash<QString, QStringList> components;
+    const QStringList pieces = query.split(u'&');
+    for (const QString &piece : pieces) {
+        const QStringList parts = piece.split(u'=');
+        if (parts.size() >= 2)
+            components[stringByDecodingURLFormat(parts[0])].append(stringByDecodingURLFormat(parts[1]));
+    }
+    return components;
+}
+
+QHash<QString, QStringList> QueryComponents::queryComponents(const QUrl &url)
+{
+    return dictionaryFromQueryComponents(url.query(QUrl::FullyEncoded));
+}
+
+/// The value is looked up under the encoded key, so a key that encoding changes finds none and is left out. Meant was
+/// the key itself.
+QString QueryComponents::stringFromQueryComponents(const QMap<QString, QStringList> &components)
+{
+    QStringList pairs;
+    for (auto it = components.cbegin(); it != components.cend(); ++it) {
+        const QString key = stringByEncodingURLFormat(it.key());
+        const QStringList values = components.value(key);
+        for (const QString &value : values)
+            pairs.append(key + u'=' + stringByEncodingURLFormat(value));
+    }
+    return pairs.join(u'&');
+}
+
+URLParser::URLParser(const QString &url)
+{
+    const qsizetype mark = url.indexOf(u'?');
+    if (mark < 0)
+        return;
+    const QStringList stretches = url.sliced(mark).split(u'&');
+    for (const QString &stretch : stretches) {
+        const auto begin = std::find_if(stretch.cbegin(), stretch.cend(), [](QChar c) { return c != u'?'; });
+        if (begin != stretch.cend())
+            m_variables.append(stretch.sliced(begin - stretch.cbegin()));
+    }
+}
+
+QString URLParser::valueForVariable(const QString &name) const
+{
+    const QString start = name + u'=';
+    for (const QString &variable : m_variables) {
+        if (variable.size() > start.size() && variable.startsWith(start))
+            return variable.sliced(start.size());
+    }
+    return {};
+}
