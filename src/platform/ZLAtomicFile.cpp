@@ -1,0 +1,69 @@
+#include "platform/ZLAtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+tl::unexpected<ZLError> fileFailure(const QString &what, const QString &path, const QString &reason)
+{
+    return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("%1 “%2”: %3").arg(what, path, reason));
+}
+
+/// A rename lasts only when its folder has reached the disk.
+void syncFolder(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    const int folder =
+        ::open(QFile::encodeName(QFileInfo(path).path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        ::fsync(folder);
+        ::close(folder);
+    }
+#else
+    Q_UNUSED(path);
+#endif
+}
+
+} // namespace
+
+Result<void> ZLAtomicFile::write(const QString &path, const QByteArray &bytes, const QDateTime &modified)
+{
+    const QString what = QStringLiteral("Could not save the file");
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return fileFailure(what, path, file.errorString());
+    if (file.write(bytes) != bytes.size() || !file.flush())
+        return fileFailure(what, path, file.errorString());
+#ifdef Q_OS_UNIX
+    if (::fsync(file.handle()) != 0)
+        return fileFailure(what, path, qt_error_string());
+#endif
+    if (modified.isValid())
+        file.setFileTime(modified, QFileDevice::FileModificationTime);
+    if (!file.commit())
+        return fileFailure(what, path, file.errorString());
+    syncFolder(path);
+    return {};
+}
+
+Result<QByteArray> ZLAtomicFile::read(const QString &path, qint64 limit)
+{
+    const QString what = QStringLiteral("Could not read the file");
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return fileFailure(what, path, file.exists() ? file.errorString() : QStringLiteral("it is not there"));
+    if (file.size() > limit)
+        return fileFailure(what, path, QStringLiteral("it is too large"));
+    QByteArray bytes = file.read(limit);
+    if (file.error() != QFileDevice::NoError)
+        return fileFailure(what, path, file.errorString());
+    return bytes;
+}

@@ -1,0 +1,84 @@
+#include "platform/ZLKeychain.h"
+
+#include "platform/ZLLog.h"
+
+#include <QPointer>
+
+namespace {
+
+Result<void> checkedNames(const QString &service, const QString &account)
+{
+    if (service.isEmpty() || account.isEmpty())
+        return failure(
+            QStringLiteral("ZLKeychain"), -1001, QStringLiteral("A password needs a service and an account."));
+    return {};
+}
+
+/// Hears the end of a task that nobody waits for.
+template <class Handler>
+void whenDone(QCoro::Task<Result<void>> &&task, QObject *context, Handler handler)
+{
+    std::move(task).then([guard = QPointer<QObject>(context), handler](Result<void> outcome) {
+        if (guard && !outcome)
+            handler(outcome.error());
+    });
+}
+
+} // namespace
+
+ZLKeychain::ZLKeychain(std::unique_ptr<ZLKeychainBackend> backend, QObject *parent)
+    : QObject(parent)
+    , m_backend(std::move(backend))
+{
+}
+
+ZLKeychain::~ZLKeychain() = default;
+
+QCoro::Task<void> ZLKeychain::load(QString service, QStringList accounts)
+{
+    const QPointer<ZLKeychain> guard(this);
+    for (const QString &account : accounts) {
+        const Result<QString> item = co_await m_backend->read(service, account);
+        if (!guard)
+            co_return;
+        if (!item) {
+            reportUnavailable(item.error());
+            co_return;
+        }
+        if (!item->isEmpty())
+            m_items.insert({service, account}, *item);
+    }
+}
+
+QString ZLKeychain::passwordForService(const QString &service, const QString &account) const
+{
+    return m_items.value({service, account});
+}
+
+Result<void> ZLKeychain::setPassword(const QString &password, const QString &service, const QString &account)
+{
+    if (const auto names = checkedNames(service, account); !names)
+        return names;
+    m_items.remove({service, account});
+    if (!password.isEmpty())
+        m_items.insert({service, account}, password);
+    whenDone(
+        m_backend->write(service, account, password), this, [this](const ZLError &error) { reportUnavailable(error); });
+    return {};
+}
+
+Result<void> ZLKeychain::deletePasswordForService(const QString &service, const QString &account)
+{
+    if (const auto names = checkedNames(service, account); !names)
+        return names;
+    m_items.remove({service, account});
+    whenDone(m_backend->remove(service, account), this, [this](const ZLError &error) { reportUnavailable(error); });
+    return {};
+}
+
+void ZLKeychain::reportUnavailable(const ZLError &error)
+{
+    ZLLog(QStringLiteral("keychain: %1").arg(error.description));
+    if (!std::exchange(m_saidUnavailable, true))
+        Q_EMIT becameUnavailable();
+}

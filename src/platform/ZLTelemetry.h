@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+#include <QVariantMap>
+
+class QNetworkAccessManager;
+class ZLDefaults;
+
+/// Anonymous usage counters and events. Off by default ("sendAnonymousData", which the callers ask before the events
+/// that it gates), and writes nowhere until a deployer names a collector; nothing in the program reads it back.
+class ZLTelemetry {
+public:
+    /// Events go to `collector` as JSON by HTTP POST; with an empty address they go nowhere.
+    ZLTelemetry(ZLDefaults &defaults, QNetworkAccessManager &network, const QUrl &collector = configuredCollector());
+    static QUrl configuredCollector();
+
+    /// The default "sendAnonymousData".
+    bool isEnabled() const;
+    void trackEvent(const QString &name, const QVariantMap &dimensions = {});
+    void setUserProperty(const QString &key, const QVariant &value);
+    QVariant userProperty(const QString &key) const;
+    void incrementUserProperty(const QString &key, int by = 1);
+
+private:
+    void send(const QVariantMap &message);
+
+    ZLDefaults &m_defaults;
+    QNetworkAccessManager &m_network;
+    QUrl m_collector;
+    QVariantMap m_user;
+};
