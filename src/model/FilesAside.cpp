@@ -1,0 +1,36 @@
+#include "model/FilesAside.h"
+
+#include "platform/ZLLog.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+QString freePath(const QString &path)
+{
+    QString candidate = path;
+    for (int number = 2; QFileInfo::exists(candidate); ++number)
+        candidate = QStringLiteral("%1-%2").arg(path).arg(number);
+    return candidate;
+}
+} // namespace
+
+Result<QString> FilesAside::setAside(const QString &path, const QString &suffix)
+{
+    if (QFileInfo(path).size() == 0)
+        return QString();
+    const QString aside = freePath(path + suffix);
+    if (const Result<void> moved = move(path, aside); !moved)
+        return failure(moved.error());
+    ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
+    return aside;
+}
+
+Result<void> FilesAside::move(const QString &from, const QString &to)
+{
+    QFile file(from);
+    if (file.rename(to))
+        return {};
+    return failure(QStringLiteral("ZLFile"), 1,
+        QStringLiteral("Could not move the file “%1” to “%2”: %3").arg(from, to, file.errorString()));
+}

@@ -1,0 +1,100 @@
+#include "model/PostFile.h"
+
+#include "model/PostFileDate.h"
+#include "model/StoredTexts.h"
+#include "model/XMLDictionary.h"
+#include "model/XMLDictionaryParser.h"
+#include "model/XMLStrings.h"
+
+namespace {
+/// The text of an element; null when there is none.
+QString text(const QVariantMap &node, const char *name)
+{
+    return XMLDictionary::stringValueForKeyPath(node, QString::fromLatin1(name));
+}
+
+QString decodedTwice(const QVariantMap &node, const char *name)
+{
+    return XMLDecodedString(text(node, name));
+}
+
+/// As the platform reads a truth value from text: a leading Y, T or digit but 0.
+bool boolValue(const QString &text)
+{
+    qsizetype at = 0;
+    while (at < text.size() && text.at(at).isSpace())
+        ++at;
+    if (at < text.size() && (text.at(at) == u'+' || text.at(at) == u'-'))
+        ++at;
+    while (at < text.size() && text.at(at) == u'0')
+        ++at;
+    return at < text.size() && QStringLiteral("YyTt123456789").contains(text.at(at));
+}
+
+ZLTaxonomy taxonomyFor(const QString &keyword)
+{
+    if (keyword.startsWith(u'#'))
+        return {keyword.mid(1), {}, ZLTaxonomy::Tag};
+    return {keyword, {}, ZLTaxonomy::Category};
+}
+
+QList<ZLTaxonomy> taxonomiesFrom(const QVariant &keywords)
+{
+    const QVariant found = keywords.toMap().value(QStringLiteral("keyword"));
+    // A keyword that stands alone is decoded once only, as the format has it.
+    if (found.typeId() == QMetaType::QString)
+        return {taxonomyFor(found.toString())};
+    QList<ZLTaxonomy> taxonomies;
+    for (const QVariant &keyword : found.toList()) {
+        if (keyword.typeId() == QMetaType::QString)
+            taxonomies.append(taxonomyFor(XMLDecodedString(keyword.toString())));
+    }
+    return taxonomies;
+}
+
+void readPost(PostFile &file, const QVariantMap &post)
+{
+    file.title = decodedTwice(post, "title");
+    file.content = decodedTwice(post, "content");
+    file.taxonomies = taxonomiesFrom(post.value(QStringLiteral("keywords")));
+}
+
+void readPostInfo(PostFile &file, const QVariantMap &info)
+{
+    file.engine = decodedTwice(info, "engine");
+    file.id = text(info, "id");
+    file.status = text(info, "status");
+    file.type = text(info, "type");
+    file.createdAt = PostFileDate::dateWithString(text(info, "created_at"));
+    file.updatedAt = PostFileDate::dateWithString(text(info, "updated_at"));
+    file.authorId = text(info, "author_id");
+    file.URL = text(info, "URL");
+    file.postURL = XMLDecodedString(file.URL);
+    file.allowComments = boolValue(text(info, "allow_comments"));
+    file.allowPingback = boolValue(text(info, "allow_pingback"));
+    file.slug = text(info, "slug");
+    const QVariantMap image = info.value(QStringLiteral("featured_image")).toMap();
+    file.featuredImageId = text(image, "media_id");
+    file.featuredImageURL = text(image, "URL");
+}
+} // namespace
+
+PostFile PostFile::fromData(const QByteArray &data)
+{
+    PostFile file;
+    const QByteArray legal = XMLBytes::legal(data);
+    XMLDictionaryParser parser;
+    const std::optional<QVariantMap> root = parser.dictionaryWithData(legal);
+    if (!root)
+        return file;
+    file.isWhole = parser.wasComplete() && XMLDictionary::nodeName(*root) == QLatin1String("zalmo");
+    readPost(file, root->value(QStringLiteral("post")).toMap());
+    readPostInfo(file, root->value(QStringLiteral("post_info")).toMap());
+    const QVariantMap info = root->value(QStringLiteral("file_info")).toMap();
+    file.fileStatus = text(info, "status");
+    file.appVersion = text(info, "app_version");
+    const StoredTexts stored = StoredTexts::fromData(data, legal);
+    file.storedTitle = stored.title;
+    file.storedContent = stored.content;
+    return file;
+}

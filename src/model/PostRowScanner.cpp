@@ -1,0 +1,274 @@
+#include "model/PostRowScanner.h"
+
+#include "model/MarkedBytes.h"
+#include "model/PostFileDate.h"
+#include "model/StoredTexts.h"
+#include "model/XMLStrings.h"
+
+#include <QVarLengthArray>
+#include <algorithm>
+#include <cstring>
+
+namespace {
+enum Element {
+    Zalmo,
+    Post,
+    Title,
+    Content,
+    Keywords,
+    Keyword,
+    PostInfo,
+    Engine,
+    PostStatus,
+    Type,
+    CreatedAt,
+    PostURL,
+    FeaturedImage,
+    FileInfo,
+    FileStatus,
+    OtherLeaf, ///< the first that no row needs
+};
+
+struct Known {
+    QByteArrayView name;
+    int parent; ///< -1 for the root
+    int element;
+    bool mayRepeat = false;
+};
+constexpr Known knownElements[] = {
+    {"zalmo", -1, Zalmo},
+    {"post", Zalmo, Post},
+    {"title", Post, Title},
+    {"content", Post, Content},
+    {"keywords", Post, Keywords},
+    {"keyword", Keywords, Keyword, true},
+    {"post_info", Zalmo, PostInfo},
+    {"engine", PostInfo, Engine},
+    {"status", PostInfo, PostStatus},
+    {"type", PostInfo, Type},
+    {"created_at", PostInfo, CreatedAt},
+    {"URL", PostInfo, PostURL},
+    {"featured_image", PostInfo, FeaturedImage},
+    {"file_info", Zalmo, FileInfo},
+    {"status", FileInfo, FileStatus},
+    {"id", PostInfo, OtherLeaf},
+    {"updated_at", PostInfo, OtherLeaf + 1},
+    {"author_id", PostInfo, OtherLeaf + 2},
+    {"allow_comments", PostInfo, OtherLeaf + 3},
+    {"allow_pingback", PostInfo, OtherLeaf + 4},
+    {"slug", PostInfo, OtherLeaf + 5},
+    {"media_id", FeaturedImage, OtherLeaf + 6},
+    {"URL", FeaturedImage, OtherLeaf + 7},
+    {"app_version", FileInfo, OtherLeaf + 8},
+};
+
+bool isContainer(int element)
+{
+    return element == Zalmo || element == Post || element == Keywords || element == PostInfo || element == FeaturedImage
+        || element == FileInfo;
+}
+
+const Known *knownElement(QByteArrayView name, int parent)
+{
+    for (const Known &known : knownElements) {
+        if (known.parent == parent && known.name == name)
+            return &known;
+    }
+    return nullptr;
+}
+
+bool isBlank(QByteArrayView text)
+{
+    return std::all_of(text.begin(), text.end(), [](char byte) { return byte == ' ' || byte == '\n' || byte == '\t'; });
+}
+
+const char *find(const char *from, const char *end, char wanted)
+{
+    return static_cast<const char *>(std::memchr(from, wanted, size_t(end - from)));
+}
+
+struct Reference {
+    QByteArrayView name;
+    char character;
+};
+constexpr Reference references[] = {{"lt;", '<'}, {"gt;", '>'}, {"quot;", '"'}, {"amp;", '&'}, {"apos;", '\''}};
+
+/// The reference that begins behind an ampersand; null for any that is not one of the five.
+const Reference *referenceAt(const char *from, const char *end)
+{
+    for (const Reference &reference : references) {
+        if (end - from >= reference.name.size()
+            && std::memcmp(from, reference.name.data(), size_t(reference.name.size())) == 0)
+            return &reference;
+    }
+    return nullptr;
+}
+
+/// Decoded once. The text holds none but the five references.
+QString decodedOnce(QByteArrayView text)
+{
+    const char *from = text.begin();
+    const char *const end = text.end();
+    const char *ampersand = find(from, end, '&');
+    if (!ampersand)
+        return QString::fromUtf8(text);
+    QVarLengthArray<char, 2048> decoded(text.size());
+    char *to = decoded.data();
+    for (; ampersand; ampersand = find(from, end, '&')) {
+        to = std::copy(from, ampersand, to);
+        const Reference *reference = referenceAt(ampersand + 1, end);
+        *to++ = reference->character;
+        from = ampersand + 1 + reference->name.size();
+    }
+    to = std::copy(from, end, to);
+    return QString::fromUtf8(decoded.data(), to - decoded.data());
+}
+
+/// As the full reader has it: trimmed, and nothing at all when only white space is there.
+QString trimmedText(QByteArrayView text)
+{
+    const QString trimmed = decodedOnce(text).trimmed();
+    return trimmed.isEmpty() ? QString() : trimmed;
+}
+
+/// The same for a field with few values, which thousands of rows can share.
+QString sharedText(QByteArrayView text)
+{
+    static const QString values[] = {QStringLiteral("wordpress"), QStringLiteral("evernote"), QStringLiteral("publish"),
+        QStringLiteral("draft"), QStringLiteral("new"), QStringLiteral("post"), QStringLiteral("page"),
+        QStringLiteral("modified")};
+    for (const QString &value : values) {
+        if (value == QLatin1String(text.data(), text.size()))
+            return value;
+    }
+    return trimmedText(text);
+}
+
+/// The beginning of a text, cut neither within a character nor within a reference.
+QByteArrayView beginning(QByteArrayView text, qsizetype length)
+{
+    constexpr qsizetype longestReference = 6;
+    const qsizetype ampersand = text.sliced(length - longestReference, longestReference).lastIndexOf('&');
+    if (ampersand >= 0)
+        length -= longestReference - ampersand;
+    while (length > 0 && (uchar(text[length]) & 0xC0) == 0x80)
+        --length;
+    return text.first(length);
+}
+
+/// The row's extract, for which most of a long body need not be decoded.
+QString contentExtract(QByteArrayView text)
+{
+    // Behind the cut a second decoding may still join characters.
+    constexpr qsizetype margin = 8;
+    for (qsizetype length = 1024; length < text.size(); length *= 2) {
+        const QString decoded = XMLDecodedString(decodedOnce(beginning(text, length)).trimmed());
+        const qsizetype extract = PostRow::extractLength(decoded, false);
+        if (extract >= 0 && extract + margin <= decoded.size())
+            return QString(decoded.constData(), extract);
+    }
+    const QString all = trimmedText(text);
+    return all.isNull() ? all : ZLLocalPostRepresentation::contentExtract(XMLDecodedString(all));
+}
+} // namespace
+
+std::optional<PostRow> PostRowScanner::scan()
+{
+    MarkedBytes marks(m_data);
+    qsizetype textBegin = 0;
+    qsizetype understood = 0;
+    for (qsizetype at = marks.next(); at < m_data.size(); at = marks.next()) {
+        if (at < understood)
+            continue;
+        if (m_data[at] != '<') {
+            const qsizetype length = lengthOfCharacter(at);
+            if (length == 0)
+                return std::nullopt;
+            understood = at + length;
+            continue;
+        }
+        const qsizetype tagEnd = marks.next();
+        if (tagEnd == m_data.size() || m_data[tagEnd] != '>'
+            || !take(m_data.sliced(textBegin, at - textBegin), m_data.sliced(at + 1, tagEnd - at - 1)))
+            return std::nullopt;
+        textBegin = tagEnd + 1;
+    }
+    if (!m_isDone || !isBlank(m_data.sliced(textBegin)))
+        return std::nullopt;
+    m_row.isWhole = true;
+    return std::move(m_row);
+}
+
+qsizetype PostRowScanner::lengthOfCharacter(qsizetype at) const
+{
+    if (m_data[at] == '&') {
+        const Reference *reference = referenceAt(m_data.data() + at + 1, m_data.end());
+        return reference ? reference->name.size() + 1 : 0;
+    }
+    // A parser would turn "\r\n" into "\n"; ">" may be the end of "]]>", which no text may hold.
+    if (m_data[at] == '\r' || m_data[at] == '>')
+        return 0;
+    return XMLBytes::lengthOfCharacter(m_data.sliced(at));
+}
+
+bool PostRowScanner::take(QByteArrayView text, QByteArrayView tag)
+{
+    if (tag.startsWith('/'))
+        return close(tag.sliced(1), text);
+    return isBlank(text) && open(tag);
+}
+
+bool PostRowScanner::open(QByteArrayView name)
+{
+    const int parent = m_depth == 0 ? -1 : m_path[m_depth - 1].element;
+    const Known *known = m_isDone || m_depth == deepest ? nullptr : knownElement(name, parent);
+    if (!known || (m_seen >> known->element & 1 && !known->mayRepeat))
+        return false;
+    m_seen |= 1U << known->element;
+    m_path[m_depth++] = {name, known->element};
+    return true;
+}
+
+bool PostRowScanner::close(QByteArrayView name, QByteArrayView text)
+{
+    if (m_depth == 0 || m_path[m_depth - 1].name != name)
+        return false;
+    const Open closed = m_path[--m_depth];
+    m_isDone = m_depth == 0;
+    if (isContainer(closed.element))
+        return isBlank(text);
+    store(closed.element, text);
+    return true;
+}
+
+void PostRowScanner::store(int element, QByteArrayView text)
+{
+    switch (element) {
+    case Title:
+        m_row.title = XMLDecodedString(trimmedText(text));
+        break;
+    case Content:
+        m_row.content = contentExtract(text);
+        break;
+    case Engine:
+        m_row.engine = XMLDecodedString(sharedText(text));
+        break;
+    case PostStatus:
+        m_row.status = sharedText(text);
+        break;
+    case Type:
+        m_row.type = sharedText(text);
+        break;
+    case CreatedAt:
+        m_row.createdAt = PostFileDate::dateWithString(trimmedText(text));
+        break;
+    case PostURL:
+        m_row.postURL = QUrl(trimmedText(text));
+        break;
+    case FileStatus:
+        m_row.fileStatus = sharedText(text);
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,38 @@
+#include "model/PostSync.h"
+
+namespace {
+const QLatin1String postName("post.zalmo");
+
+/// Strictly newer. A remote post without a date is not; a file without one is older than any date.
+bool isNewer(const QDateTime &remote, const QDateTime &local)
+{
+    return remote.isValid() && (!local.isValid() || remote > local);
+}
+} // namespace
+
+PostSync::Effect PostSync::decide(
+    const QDateTime &remote, const QDateTime &local, const ZLFileInfo &file, const QString &path)
+{
+    const bool hasLocalChanges = file.status == QLatin1String("modified") || file.status == QLatin1String("conflict");
+    if (isNewer(remote, local)) {
+        if (!hasLocalChanges)
+            return Overwrite;
+        return isPostPath(path) ? PutConflictBeside : Keep;
+    }
+    return hasLocalChanges || file.appVersion.toInt() >= currentVersion ? Keep : Overwrite;
+}
+
+bool PostSync::isPostPath(const QString &path)
+{
+    return path.endsWith(postName);
+}
+
+QString PostSync::conflictPath(const QString &path)
+{
+    return path.chopped(postName.size()) + QLatin1String("conflict.zalmo");
+}
+
+QString PostSync::conflictSolvedPath(const QString &path)
+{
+    return path.chopped(postName.size()) + QLatin1String("conflict-solved.zalmo");
+}

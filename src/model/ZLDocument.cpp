@@ -1,0 +1,310 @@
+#include "model/ZLDocument.h"
+
+#include "model/FilesAside.h"
+#include "model/LocalFileURL.h"
+#include "model/PostFile.h"
+#include "model/ZLFileExtension.h"
+#include "platform/ZLAtomicFile.h"
+#include "platform/ZLLog.h"
+#include "text/ContentPasses.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+constexpr int autosaveDelay = 1000;
+constexpr int longestAutosaveDelay = 3000;
+const QString emptyBody = QStringLiteral("<p><br></p>");
+
+QStringList keywordsOf(const QList<ZLTaxonomy> &taxonomies)
+{
+    // Unlike taxonomiesArray(), a taxonomy of a foreign type is kept here, as a category.
+    QStringList keywords;
+    for (const ZLTaxonomy &taxonomy : taxonomies)
+        keywords << (taxonomy.type == ZLTaxonomy::Tag ? u'#' + taxonomy.name : taxonomy.name);
+    return keywords;
+}
+
+Result<void> setAsideForGood(const QString &path, const QString &suffix)
+{
+    const Result<QString> aside = FilesAside::setAside(path, suffix);
+    return aside ? Result<void>() : failure(aside.error());
+}
+} // namespace
+
+ZLDocument::ZLDocument(const QUrl &fileURL)
+    : m_fileURL(fileURL)
+{
+    m_autosave.setSingleShot(true);
+    connect(&m_autosave, &QTimer::timeout, this, [this] { (void)saveDocument(); });
+}
+
+ZLDocument::~ZLDocument()
+{
+    if (m_changed)
+        (void)write();
+}
+
+Result<DocumentPtr> ZLDocument::open(const QUrl &fileURL)
+{
+    const DocumentPtr document(new ZLDocument(fileURL));
+    if (const Result<void> read = document->readFromURL(); !read)
+        return failure(read.error());
+    return document;
+}
+
+Result<void> ZLDocument::readFromURL()
+{
+    const QString path = pathOfFileURL(m_fileURL);
+    const Result<QByteArray> bytes = ZLAtomicFile::read(path);
+    if (!bytes && !QFileInfo(path).isFile())
+        return failure(bytes.error());
+    m_fileState = currentFileState();
+    const PostFile file = PostFile::fromData(bytes.value_or(QByteArray()));
+    m_damaged = !file.isWhole;
+    if (!bytes)
+        ZLLog(QStringLiteral("error-%1").arg(bytes.error().description));
+    else if (m_damaged)
+        ZLLog(QStringLiteral("error-The post file “%1” is damaged").arg(path));
+    take(file);
+    m_changed = false;
+    m_autosave.stop();
+    m_dataOnDisk = data();
+    return {};
+}
+
+void ZLDocument::take(const PostFile &file)
+{
+    post.title = file.title.isNull() ? QStringLiteral("") : file.title;
+    post.content = file.content.isNull() ? emptyBody : file.content;
+    post.createdAt = file.createdAt;
+    post.updatedAt = file.updatedAt;
+    post.URL = QUrl(file.postURL);
+    post.taxonomies = file.taxonomies;
+    post.localFile = m_fileURL;
+    m_title = {post.title, file.storedTitle.isNull() ? post.title : file.storedTitle};
+    m_content = {post.content, file.storedContent.isNull() ? post.content : file.storedContent};
+
+    postInfo.engine = file.engine;
+    postInfo.status = file.status;
+    postInfo.type = file.type;
+    postInfo.id = file.id;
+    postInfo.authorId = file.authorId;
+    postInfo.URL = file.URL;
+    postInfo.updatedAt = file.updatedAt;
+    postInfo.createdAt = file.createdAt;
+    postInfo.slug = file.slug;
+    postInfo.allowComments = file.allowComments;
+    postInfo.allowPingback = file.allowPingback;
+    postInfo.featuredImageId = file.featuredImageId;
+    postInfo.featuredImageURL = file.featuredImageURL;
+    fileInfo.status = file.fileStatus;
+    fileInfo.appVersion = file.appVersion;
+}
+
+QString ZLDocument::storedTitle() const
+{
+    return m_title.of(post.title);
+}
+
+QString ZLDocument::storedContent() const
+{
+    return m_content.of(post.content);
+}
+
+QString ZLDocument::storedTitle(const QString &shown) const
+{
+    return m_title.of(shown);
+}
+
+QByteArray ZLDocument::data() const
+{
+    const QVariantMap postFields{
+        {QStringLiteral("title"), storedTitle()},
+        {QStringLiteral("content"), storedContent()},
+        {QStringLiteral("keywords"), keywordsOf(post.taxonomies)},
+    };
+    const QVariantMap infoFields = postInfo.dictionary();
+    const QVariantMap fileFields = fileInfo.dictionary();
+    return ZLFileExtension::generateXMLDataForPost(&postFields, &infoFields, &fileFields);
+}
+
+void ZLDocument::updateChangeCount()
+{
+    if (!m_changed)
+        m_unsavedFor.start();
+    m_changed = true;
+    scheduleAutosave();
+    Q_EMIT didChange();
+}
+
+void ZLDocument::scheduleAutosave()
+{
+    const int untilLatest = int(qMax<qint64>(0, longestAutosaveDelay - m_unsavedFor.elapsed()));
+    m_autosave.start(qMin(autosaveDelay, untilLatest));
+}
+
+Result<void> ZLDocument::saveDocument()
+{
+    m_autosave.stop();
+    const Result<void> written = write();
+    if (written) {
+        m_changed = false;
+        Q_EMIT didSave();
+        return {};
+    }
+    ZLLog(QStringLiteral("Whoops, couldn't save: %1").arg(written.error().description));
+    if (!m_changed)
+        m_unsavedFor.start();
+    m_changed = true;
+    Q_EMIT didFailToSave(written.error());
+    return written;
+}
+
+Result<void> ZLDocument::write()
+{
+    const QByteArray bytes = data();
+    if (m_damaged && bytes == m_dataOnDisk)
+        return {};
+    const QString path = pathOfFileURL(m_fileURL);
+    const Result<QString> aside =
+        m_damaged ? FilesAside::setAside(path, QStringLiteral(".damaged")) : Result<QString>(QString());
+    if (!aside)
+        return failure(aside.error());
+    const Result<void> written = ZLAtomicFile::write(path, bytes);
+    if (!written) {
+        if (!aside->isNull())
+            QFile::rename(*aside, path);
+        return written;
+    }
+    m_damaged = false;
+    m_dataOnDisk = bytes;
+    m_fileState = currentFileState();
+    return {};
+}
+
+void ZLDocument::close()
+{
+    // Who changed the fields without noting it means them to last as well.
+    if (m_changed || data() != m_dataOnDisk)
+        (void)saveDocument();
+    Q_EMIT didClose();
+}
+
+Result<void> ZLDocument::revertDocument()
+{
+    return readFromURL();
+}
+
+void ZLDocument::revertIfReplaced()
+{
+    if (m_changed || data() != m_dataOnDisk || m_fileState == currentFileState())
+        return;
+    if (const Result<void> read = readFromURL(); !read)
+        ZLLog(QStringLiteral("error-%1").arg(read.error().description));
+}
+
+ZLDocument::FileState ZLDocument::currentFileState() const
+{
+    const QFileInfo file(pathOfFileURL(m_fileURL));
+    return {file.lastModified(), file.metadataChangeTime(), file.size()};
+}
+
+Result<void> ZLDocument::moveToURL(const QUrl &to)
+{
+    const QString from = pathOfFileURL(m_fileURL);
+    const QString path = pathOfFileURL(to);
+    if (from == path)
+        return {};
+    if (path.isEmpty() || !QDir().mkpath(QFileInfo(path).path()))
+        return failure(
+            QStringLiteral("ZLFile"), 1, QStringLiteral("Could not make the folder of the file “%1”").arg(path));
+    if (const Result<void> way = makeWay(path); !way)
+        return way;
+    if (const Result<void> moved = FilesAside::move(from, path); !moved)
+        return moved;
+    m_fileURL = to;
+    post.localFile = to;
+    m_fileState = currentFileState();
+    return {};
+}
+
+// A sync can have fetched a post before its outcome came in, so that its new place is taken. The document, which holds
+// the remote state too, is the newer one of the two.
+Result<void> ZLDocument::makeWay(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return {};
+    ZLLog(QStringLiteral("“%1” was there already and gives way").arg(path));
+    const Result<DocumentPtr> other = open(QUrl::fromLocalFile(path));
+    if (!other)
+        return failure(other.error());
+    if ((*other)->isDamaged() && QFileInfo(path).size() > 0)
+        return setAsideForGood(path, QStringLiteral(".damaged"));
+    const bool hasLocalChanges = !(*other)->fileInfo.status.isEmpty();
+    const QString copy = QFileInfo(path).path() + QStringLiteral("/conflict-solved.zalmo");
+    if (hasLocalChanges && QFileInfo::exists(copy))
+        return setAsideForGood(path, QStringLiteral(".kept"));
+    if (hasLocalChanges)
+        return FilesAside::move(path, copy);
+    QFile file(path);
+    if (file.remove())
+        return {};
+    return failure(QStringLiteral("ZLFile"), 1,
+        QStringLiteral("Could not replace the file “%1”: %2").arg(path, file.errorString()));
+}
+
+PostPtr ZLDocument::wordpressPost() const
+{
+    auto made = std::make_shared<ZLWordpressPost>();
+    made->title = post.title;
+    made->storedContent = storedContent();
+    // The page shows what the blog stores, so the editor's form comes of that; the settled reader's text would lose
+    // a literal "&lt;".
+    made->content = made->storedContent.isEmpty() ? post.content : made->storedContent;
+    made->replaceWPContentsForEditor();
+    made->taxonomies = post.taxonomies;
+    made->localFile = m_fileURL;
+    made->id = postInfo.id;
+    made->createdAt = postInfo.createdAt;
+    made->updatedAt = postInfo.updatedAt;
+    made->authorId = postInfo.authorId;
+    made->URL = QUrl(postInfo.URL);
+    made->featuredImageURL = QUrl(postInfo.featuredImageURL);
+    made->featuredImageId = postInfo.featuredImageId;
+    made->status = postInfo.status == QLatin1String("publish") ? ZLWordpressPost::Publish
+        : postInfo.status == QLatin1String("draft")            ? ZLWordpressPost::Draft
+                                                               : ZLWordpressPost::New;
+    if (postInfo.engine == QLatin1String("evernote"))
+        made->status = ZLWordpressPost::Note;
+    made->type = postInfo.type == QLatin1String("page") ? ZLWordpressPost::Page : ZLWordpressPost::Post;
+    made->allowComments = postInfo.allowComments;
+    made->allowPingback = postInfo.allowPingback;
+    made->slug = postInfo.slug;
+    return made;
+}
+
+void ZLDocument::setRecentlySyncedWordpressPost(const ZLWordpressPost &remote)
+{
+    if (remote.status == ZLWordpressPost::Draft)
+        postInfo.status = QStringLiteral("draft");
+    else if (remote.status == ZLWordpressPost::Publish)
+        postInfo.status = QStringLiteral("publish");
+    fileInfo.status = QStringLiteral("");
+    post.title = remote.title;
+    post.content = remote.storedContent.isNull() ? remote.content : remote.storedContent;
+    post.taxonomies = remote.taxonomies;
+    m_title = {post.title, post.title};
+    m_content = {post.content, post.content};
+    postInfo.engine = QStringLiteral("wordpress");
+    postInfo.id = remote.id;
+    postInfo.authorId = remote.authorId;
+    postInfo.createdAt = remote.createdAt;
+    postInfo.updatedAt = remote.updatedAt;
+    postInfo.URL = remote.URL.toString(QUrl::FullyEncoded);
+    postInfo.featuredImageURL =
+        remote.featuredImageURL.isEmpty() ? QString() : remote.featuredImageURL.toString(QUrl::FullyEncoded);
+    postInfo.featuredImageId = remote.featuredImageId.isEmpty() ? QString() : remote.featuredImageId;
+    updateChangeCount();
+}

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "model/ZLFileInfo.h"
+#include "model/ZLPostInfo.h"
+#include "model/ZLWordpressPost.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+struct PostFile;
+
+/// An open post file. It autosaves a second after a change (three at the latest while changes go on), and at once on
+/// saveDocument() and close().
+///
+/// Title and content have two readings. `post` holds what the settled reader gives: entities decoded twice, white
+/// space trimmed. The document also remembers both texts byte for byte as the file stored them, and gives those back
+/// (to the file and to the blog) for as long as `post` still holds what was read.
+///
+/// A document is shared by all who opened its file, and lives until the last of them lets go. close() therefore only
+/// says that one of them is done: what is unsaved is written, and an edit that another holder makes afterwards is
+/// noted and saved like any other. So none can pull the file from under another, and no edit is lost.
+class ZLDocument : public QObject {
+    Q_OBJECT
+public:
+    /// Reads the file; fails when there is none. A file that is not readable, empty, cut off or no XML gives
+    /// a document with what can be made out, or default values, that isDamaged().
+    [[nodiscard]] static Result<std::shared_ptr<ZLDocument>> open(const QUrl &fileURL);
+    ~ZLDocument() override;
+
+    ZLAbstractPost post;
+    ZLPostInfo postInfo;
+    ZLFileInfo fileInfo;
+
+    QUrl fileURL() const { return m_fileURL; }
+    /// The file could not be read as a post. It is written only when something has truly changed, and then the
+    /// original is first set aside as "post.zalmo.damaged".
+    bool isDamaged() const { return m_damaged; }
+
+    /// The title and the content as the file stored them while `post` still holds what was read, else those of `post`.
+    /// An empty body was shown as "<p><br></p>" and is "" here, not null.
+    QString storedTitle() const;
+    QString storedContent() const;
+    /// What to send or store for a title that reads `shown` on the screen.
+    QString storedTitle(const QString &shown) const;
+
+    /// The text of the file. Bytes in UTF-8.
+    QByteArray data() const;
+    /// Notes a change, which is written a moment later.
+    void updateChangeCount();
+    bool hasUnautosavedChanges() const { return m_changed; }
+    /// Writes now. A failure is returned, said by didFailToSave() and tried again at the next change or save; nothing
+    /// is lost in memory. Saving a damaged document that nobody changed writes nothing.
+    Result<void> saveDocument();
+    /// Moves the file, keeping the object. The folder of `to` is made. A file that is there already gives way; when it
+    /// holds local changes, it is kept beside as "conflict-solved.zalmo" or, where that exists, under a free name.
+    [[nodiscard]] Result<void> moveToURL(const QUrl &to);
+    /// Saves what is unsaved. See above.
+    void close();
+    /// Forgets unsaved changes and reads the file anew.
+    Result<void> revertDocument();
+    /// The same, when somebody else has written the file since and there is nothing unsaved here.
+    void revertIfReplaced();
+
+    /// The working post of this document. `localPost` is left to the caller.
+    PostPtr wordpressPost() const;
+    /// Stores a remote state: title, content, taxonomies, id, author, dates, addresses. Slug, flags and type stay.
+    void setRecentlySyncedWordpressPost(const ZLWordpressPost &remote);
+
+Q_SIGNALS:
+    void didChange();
+    void didSave();
+    void didFailToSave(const ZLError &error);
+    void didClose();
+
+private:
+    explicit ZLDocument(const QUrl &fileURL);
+    [[nodiscard]] Result<void> readFromURL();
+    void take(const PostFile &file);
+    void scheduleAutosave();
+    [[nodiscard]] Result<void> write();
+    [[nodiscard]] static Result<void> makeWay(const QString &path);
+
+    struct RememberedText {
+        QString read; ///< what `post` was given
+        QString stored; ///< what the file held
+        QString of(const QString &now) const { return now == read ? stored : now; }
+    };
+    /// Tells a file that somebody else has written since.
+    struct FileState {
+        QDateTime modified;
+        QDateTime changed; ///< unlike the other, no program sets it
+        qint64 size = -1;
+        bool operator==(const FileState &) const = default;
+    };
+    FileState currentFileState() const;
+
+    QUrl m_fileURL;
+    RememberedText m_title;
+    RememberedText m_content;
+    QByteArray m_dataOnDisk; ///< data() when the file was last read or written
+    FileState m_fileState;
+    QTimer m_autosave;
+    QElapsedTimer m_unsavedFor;
+    bool m_changed = false;
+    bool m_damaged = false;
+};
+using DocumentPtr = std::shared_ptr<ZLDocument>;

@@ -1,0 +1,92 @@
+#include "model/ZLDocumentController.h"
+
+#include "model/LocalFileURL.h"
+
+#include <QCoroTimer>
+#include <QPointer>
+
+ZLDocumentController::ZLDocumentController(QObject *parent)
+    : QObject(parent)
+{
+}
+
+ZLDocumentController::~ZLDocumentController()
+{
+    for (const DocumentPtr &document : documents())
+        document->disconnect(this);
+}
+
+QCoro::Task<Result<DocumentPtr>> ZLDocumentController::openDocumentWithContentsOfURL(QUrl url)
+{
+    const QPointer<ZLDocumentController> self(this);
+    co_await QCoro::sleepFor(std::chrono::milliseconds(0));
+    if (!self)
+        co_return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("The program is ending"));
+    co_return documentOpening(url);
+}
+
+Result<DocumentPtr> ZLDocumentController::documentOpening(const QUrl &url)
+{
+    if (const DocumentPtr open = documentForURL(url)) {
+        open->revertIfReplaced();
+        return open;
+    }
+    Result<DocumentPtr> opened = ZLDocument::open(url);
+    if (opened)
+        watch(*opened);
+    return opened;
+}
+
+void ZLDocumentController::watch(const DocumentPtr &document)
+{
+    m_documents.removeIf([](const std::weak_ptr<ZLDocument> &candidate) { return candidate.expired(); });
+    const std::weak_ptr<ZLDocument> weak = document;
+    m_documents.append(weak);
+    connect(document.get(), &ZLDocument::didChange, this, [this, weak] {
+        const DocumentPtr changed = weak.lock();
+        if (changed && !m_unsaved.contains(changed))
+            m_unsaved.append(changed);
+    });
+    connect(document.get(), &ZLDocument::didSave, this, [this, weak] {
+        const DocumentPtr saved = weak.lock();
+        // Let go later: this may be the last that holds the document, which is in the midst of saving.
+        if (m_unsaved.removeAll(saved) > 0)
+            QMetaObject::invokeMethod(
+                this, [saved] {}, Qt::QueuedConnection);
+    });
+    connect(document.get(), &ZLDocument::didFailToSave, this, [this, weak](const ZLError &error) {
+        const DocumentPtr unsaved = weak.lock();
+        if (!unsaved)
+            return;
+        if (!m_unsaved.contains(unsaved))
+            m_unsaved.append(unsaved);
+        Q_EMIT didFailToSave(unsaved, error);
+    });
+}
+
+QList<DocumentPtr> ZLDocumentController::documents() const
+{
+    QList<DocumentPtr> open;
+    for (const std::weak_ptr<ZLDocument> &weak : m_documents) {
+        if (const DocumentPtr document = weak.lock())
+            open.append(document);
+    }
+    return open;
+}
+
+DocumentPtr ZLDocumentController::documentForURL(const QUrl &url) const
+{
+    for (const DocumentPtr &document : documents()) {
+        if (isSameFile(document->fileURL(), url))
+            return document;
+    }
+    return nullptr;
+}
+
+void ZLDocumentController::saveAll()
+{
+    for (const DocumentPtr &document : documents()) {
+        if (document->hasUnautosavedChanges())
+            (void)document->saveDocument();
+    }
+}

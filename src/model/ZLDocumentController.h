@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/ZLDocument.h"
+
+#include <QCoroTask>
+
+/// Hands out open documents. A document that somebody still holds is handed to every caller of its URL, which is how
+/// edits and outcomes meet in one object. One with unsaved changes is held here too, until it could be written.
+class ZLDocumentController : public QObject {
+    Q_OBJECT
+public:
+    explicit ZLDocumentController(QObject *parent = nullptr);
+    ~ZLDocumentController() override;
+
+    /// Opens the file, or gives the open document, on a later turn of the event loop. An open document without unsaved
+    /// changes is read anew when its file has been replaced since.
+    QCoro::Task<Result<DocumentPtr>> openDocumentWithContentsOfURL(QUrl url);
+    QList<DocumentPtr> documents() const;
+    /// The open document of this file, if any.
+    DocumentPtr documentForURL(const QUrl &url) const;
+    /// Writes every unsaved document: when a post is left, the window loses focus or the program ends.
+    void saveAll();
+
+Q_SIGNALS:
+    /// Any open document could not be written; its text stays in memory.
+    void didFailToSave(DocumentPtr document, const ZLError &error);
+
+private:
+    [[nodiscard]] Result<DocumentPtr> documentOpening(const QUrl &url);
+    void watch(const DocumentPtr &document);
+
+    QList<std::weak_ptr<ZLDocument>> m_documents;
+    QList<DocumentPtr> m_unsaved;
+};

@@ -1,0 +1,224 @@
+#include "PostFolder.h"
+#include "TestClasses.h"
+
+#include "model/ConflictResolver.h"
+
+#include <QTest>
+
+/// What each answer does to the files, the rows and the document on the screen.
+class TestConflictResolver : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void answers_data();
+    void answers();
+    void tellsTheRowsOfARemoteChoice_data();
+    void tellsTheRowsOfARemoteChoice();
+    void keepsWhatIsUnsavedOnTheScreen();
+    void dropsWhatIsUnsavedWhenTheRemoteWins();
+    void keepsTextsAsStored();
+    void doesNothingForASolvedCopy();
+    void losesNothingWithoutTheRemoteCopy_data();
+    void losesNothingWithoutTheRemoteCopy();
+    void tellsTheDatesOfTheCards();
+};
+
+namespace {
+const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
+using Resolver = ConflictResolver;
+
+/// A post folder with a conflict.
+struct Conflict {
+    PostFolder folder;
+    FileText local;
+    FileText remote;
+    LocalPostPtr row = std::make_shared<ZLLocalPostRepresentation>();
+
+    Conflict()
+    {
+        local.title = "Local";
+        local.content = "local body";
+        local.fileInfo = "<status>conflict</status><app_version>3</app_version>";
+        remote.title = "Remote";
+        remote.content = "remote body";
+        remote.updatedAt = "2015-01-01 10:00:00 +0000";
+        remote.fileInfo = "<status></status>";
+        row->localFile = folder.url();
+        row->status = ZLLocalPostRepresentation::Conflict;
+    }
+    void write() const
+    {
+        folder.write(local.bytes());
+        folder.write(remote.bytes(), u"conflict.zalmo"_qs);
+    }
+};
+
+QByteArray textsOf(const QByteArray &file)
+{
+    return file.mid(file.indexOf("<title>"), file.indexOf("<keywords>") - file.indexOf("<title>"));
+}
+} // namespace
+
+void TestConflictResolver::answers_data()
+{
+    QTest::addColumn<int>("action");
+    QTest::addColumn<int>("selection");
+    QTest::addColumn<QByteArray>("post");
+    QTest::addColumn<QByteArray>("copy");
+    const QByteArray local = "<title>Local</title><content>local body</content>";
+    const QByteArray remote = "<title>Remote</title><content>remote body</content>";
+    QTest::newRow("choose local") << int(Resolver::Choose) << int(Resolver::Local) << local << QByteArray();
+    QTest::newRow("keep both, local") << int(Resolver::KeepBoth) << int(Resolver::Local) << local
+                                      << "<title>[conflicted] " + remote.mid(7);
+    QTest::newRow("choose remote") << int(Resolver::Choose) << int(Resolver::Remote) << remote << QByteArray();
+    QTest::newRow("keep both, remote") << int(Resolver::KeepBoth) << int(Resolver::Remote) << remote
+                                       << "<title>[conflicted] " + local.mid(7);
+}
+
+void TestConflictResolver::answers()
+{
+    QFETCH(int, action);
+    QFETCH(int, selection);
+    QFETCH(QByteArray, copy);
+    const Conflict conflict;
+    conflict.write();
+    const Resolver::Outcome outcome =
+        Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), conflict.row, nullptr, now);
+    QVERIFY(outcome.isDone);
+    QCOMPARE(outcome.reloadsPosts, selection == Resolver::Local);
+    const QByteArray post = conflict.folder.read();
+    QTEST(textsOf(post), "post");
+    if (selection == Resolver::Local) {
+        QVERIFY(post.contains("<updated_at>2020-01-01 12:00:00 +0000</updated_at>"));
+        QVERIFY(post.endsWith("<file_info><status>modified</status><app_version>3</app_version></file_info></zalmo>"));
+    } else {
+        QVERIFY(post.contains("<updated_at>2015-01-01 10:00:00 +0000</updated_at>"));
+        QVERIFY(post.endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
+    }
+    const QByteArray solved = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+    QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
+    if (!copy.isEmpty())
+        QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
+    QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
+}
+
+void TestConflictResolver::tellsTheRowsOfARemoteChoice_data()
+{
+    QTest::addColumn<QByteArray>("engine");
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<int>("row");
+    QTest::newRow("published") << QByteArray("wordpress") << QByteArray("publish") << QByteArray("post") << 0;
+    QTest::newRow("page") << QByteArray("wordpress") << QByteArray("publish") << QByteArray("page") << 0;
+    QTest::newRow("draft") << QByteArray("wordpress") << QByteArray("draft") << QByteArray("post") << 1;
+    QTest::newRow("note") << QByteArray("evernote") << QByteArray("new") << QByteArray("post") << 7;
+}
+
+void TestConflictResolver::tellsTheRowsOfARemoteChoice()
+{
+    QFETCH(int, row);
+    Conflict conflict;
+    conflict.remote.engine = *static_cast<QByteArray *>(QTest::qData("engine", qMetaTypeId<QByteArray>()));
+    conflict.remote.status = *static_cast<QByteArray *>(QTest::qData("status", qMetaTypeId<QByteArray>()));
+    conflict.remote.type = *static_cast<QByteArray *>(QTest::qData("type", qMetaTypeId<QByteArray>()));
+    conflict.write();
+    const Resolver::Outcome chosen = Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+    QCOMPARE(chosen.removed, conflict.row);
+    QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
+    QCOMPARE(chosen.loaded, conflict.row);
+    QCOMPARE(conflict.row->status, row);
+    QCOMPARE(conflict.row->title, u"Remote"_qs);
+
+    conflict.write();
+    const Resolver::Outcome kept = Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, nullptr, now);
+    QCOMPARE(kept.removed, conflict.row);
+    QCOMPARE(kept.insertedOnTop.size(), 2);
+    QCOMPARE(kept.insertedOnTop.first()->status, 6);
+    QCOMPARE(kept.insertedOnTop.first()->title, u"[conflicted] Local"_qs);
+    QCOMPARE(kept.insertedOnTop.first()->localFile, conflict.folder.url(u"conflict-solved.zalmo"_qs));
+    QCOMPARE(kept.loaded, kept.insertedOnTop.last());
+    QCOMPARE(kept.loaded->status, row);
+    QCOMPARE(kept.loaded->localFile, conflict.folder.url());
+    QVERIFY(kept.loaded != conflict.row);
+}
+
+void TestConflictResolver::keepsWhatIsUnsavedOnTheScreen()
+{
+    const Conflict conflict;
+    conflict.write();
+    const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
+    document->post.content = u"just typed"_qs;
+    document->updateChangeCount();
+    Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, document, now);
+    QVERIFY(conflict.folder.read(u"conflict-solved.zalmo"_qs).contains("just typed"));
+    QVERIFY(conflict.folder.read().contains("remote body"));
+}
+
+void TestConflictResolver::dropsWhatIsUnsavedWhenTheRemoteWins()
+{
+    const Conflict conflict;
+    conflict.write();
+    const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
+    document->post.content = u"just typed"_qs;
+    document->updateChangeCount();
+    Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, document, now);
+    QCOMPARE(document->post.content, u"remote body"_qs);
+    document->close();
+    QVERIFY(conflict.folder.read().contains("remote body"));
+}
+
+void TestConflictResolver::keepsTextsAsStored()
+{
+    Conflict conflict;
+    conflict.remote.title = "3 &amp;lt; 5";
+    conflict.remote.content =
+        "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n&lt;!-- /wp:paragraph --&gt;\n";
+    conflict.write();
+    Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+    QCOMPARE(textsOf(conflict.folder.read()), textsOf(conflict.remote.bytes()));
+    QCOMPARE(conflict.row->title, u"3 < 5"_qs);
+}
+
+void TestConflictResolver::doesNothingForASolvedCopy()
+{
+    const Conflict conflict;
+    conflict.write();
+    conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
+    QVERIFY(!Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now).isDone);
+    QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
+}
+
+void TestConflictResolver::losesNothingWithoutTheRemoteCopy_data()
+{
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("missing") << false;
+    QTest::newRow("damaged") << true;
+}
+
+void TestConflictResolver::losesNothingWithoutTheRemoteCopy()
+{
+    QFETCH(bool, isThere);
+    const Conflict conflict;
+    conflict.folder.write(conflict.local.bytes());
+    if (isThere)
+        conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
+    for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
+        QVERIFY(!Resolver::resolve(action, Resolver::Remote, conflict.row, nullptr, now).isDone);
+    QCOMPARE(conflict.folder.read(), conflict.local.bytes());
+    QVERIFY(Resolver::resolve(Resolver::KeepBoth, Resolver::Local, conflict.row, nullptr, now).isDone);
+    QVERIFY(conflict.folder.read().contains("local body"));
+    QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
+    QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
+}
+
+void TestConflictResolver::tellsTheDatesOfTheCards()
+{
+    const Conflict conflict;
+    conflict.write();
+    QCOMPARE(Resolver::remoteDate(conflict.row), QDateTime(QDate(2015, 1, 1), QTime(10, 0), Qt::UTC));
+    QVERIFY(qAbs(Resolver::localDate(conflict.row).secsTo(QDateTime::currentDateTimeUtc())) < 60);
+    QVERIFY(QFile::remove(conflict.folder.path(u"conflict.zalmo"_qs)));
+    QVERIFY(!Resolver::remoteDate(conflict.row).isValid());
+}
+
+static const RegisteredTest<TestConflictResolver> registered;
+#include "TestConflictResolver.moc"

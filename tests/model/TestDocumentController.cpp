@@ -1,0 +1,142 @@
+#include "PostFolder.h"
+#include "TestClasses.h"
+
+#include "model/ZLDocumentController.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+/// Who shares a document, and for how long.
+class TestDocumentController : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void givesOneObjectToAll();
+    void opensOnALaterTurn();
+    void failsForAMissingFile();
+    void forgetsWhatNobodyHolds();
+    void keepsWhatCouldNotBeSaved();
+    void readsAReplacedFileAnew();
+    void savesAll();
+    void standsItsOwnEndWhileOpening();
+};
+
+static DocumentPtr openedBy(ZLDocumentController &controller, const QUrl &url)
+{
+    const Result<DocumentPtr> document = QCoro::waitFor(controller.openDocumentWithContentsOfURL(url));
+    return document.value_or(nullptr);
+}
+
+void TestDocumentController::givesOneObjectToAll()
+{
+    const PostFolder folder;
+    const QUrl url = folder.write(FileText().bytes());
+    ZLDocumentController controller;
+    const DocumentPtr first = openedBy(controller, url);
+    QVERIFY(first);
+    QCOMPARE(openedBy(controller, url), first);
+    QCOMPARE(openedBy(controller, QUrl(u"file://localhost"_qs + folder.path())), first);
+    QCOMPARE(controller.documents(), QList<DocumentPtr>{first});
+
+    // An outcome is done with it, the screen still holds it: edits and later outcomes meet in it as before.
+    first->close();
+    QCOMPARE(openedBy(controller, url), first);
+    QVERIFY(first->moveToURL(folder.url(u"p12/post.zalmo"_qs)));
+    QCOMPARE(controller.documentForURL(folder.url(u"p12/post.zalmo"_qs)), first);
+    QVERIFY(!controller.documentForURL(url));
+}
+
+void TestDocumentController::opensOnALaterTurn()
+{
+    const PostFolder folder;
+    ZLDocumentController controller;
+    auto opening = controller.openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
+    QVERIFY(!opening.isReady());
+    QTRY_VERIFY(opening.isReady());
+}
+
+void TestDocumentController::failsForAMissingFile()
+{
+    const PostFolder folder;
+    ZLDocumentController controller;
+    QVERIFY(!QCoro::waitFor(controller.openDocumentWithContentsOfURL(folder.url())));
+    QVERIFY(controller.documents().isEmpty());
+}
+
+void TestDocumentController::forgetsWhatNobodyHolds()
+{
+    const PostFolder folder;
+    ZLDocumentController controller;
+    DocumentPtr document = openedBy(controller, folder.write(FileText().bytes()));
+    document->updateChangeCount();
+    QVERIFY(document->saveDocument());
+    document.reset();
+    QTRY_VERIFY(controller.documents().isEmpty());
+}
+
+void TestDocumentController::keepsWhatCouldNotBeSaved()
+{
+    const PostFolder folder;
+    const QUrl url = folder.write(FileText().bytes(), u"p/post.zalmo"_qs);
+    ZLDocumentController controller;
+    QSignalSpy failed(&controller, &ZLDocumentController::didFailToSave);
+    {
+        const DocumentPtr document = openedBy(controller, url);
+        QVERIFY(QDir().rename(folder.path(u"p"_qs), folder.path(u"q"_qs)));
+        document->post.title = u"Kept"_qs;
+        document->updateChangeCount();
+        document->close();
+    }
+    QCOMPARE(failed.count(), 1);
+    failed.clear(); // it holds the document too
+    QVERIFY(QDir().rename(folder.path(u"q"_qs), folder.path(u"p"_qs)));
+    QCOMPARE(openedBy(controller, url)->post.title, u"Kept"_qs);
+    controller.saveAll();
+    QVERIFY(folder.read(u"p/post.zalmo"_qs).contains("Kept"));
+    QTRY_VERIFY(controller.documents().isEmpty());
+}
+
+void TestDocumentController::readsAReplacedFileAnew()
+{
+    const PostFolder folder;
+    FileText text;
+    const QUrl url = folder.write(text.bytes());
+    ZLDocumentController controller;
+    const DocumentPtr document = openedBy(controller, url);
+    text.title = "Another";
+    folder.write(text.bytes());
+    QCOMPARE(openedBy(controller, url), document);
+    QCOMPARE(document->post.title, u"Another"_qs);
+
+    document->post.title = u"Unsaved"_qs;
+    document->updateChangeCount();
+    text.title = "A third one";
+    folder.write(text.bytes());
+    QCOMPARE(openedBy(controller, url)->post.title, u"Unsaved"_qs);
+}
+
+void TestDocumentController::savesAll()
+{
+    const PostFolder folder;
+    ZLDocumentController controller;
+    QList<DocumentPtr> documents;
+    for (const QString &name : {u"a.zalmo"_qs, u"b.zalmo"_qs}) {
+        documents << openedBy(controller, folder.write(FileText().bytes(), name));
+        documents.last()->post.title = u"Changed"_qs;
+        documents.last()->updateChangeCount();
+    }
+    controller.saveAll();
+    QVERIFY(folder.read(u"a.zalmo"_qs).contains("Changed"));
+    QVERIFY(folder.read(u"b.zalmo"_qs).contains("Changed"));
+}
+
+void TestDocumentController::standsItsOwnEndWhileOpening()
+{
+    const PostFolder folder;
+    auto controller = std::make_unique<ZLDocumentController>();
+    auto opening = controller->openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
+    controller.reset();
+    QVERIFY(!QCoro::waitFor(opening));
+}
+
+static const RegisteredTest<TestDocumentController> registered;
+#include "TestDocumentController.moc"
