@@ -1,0 +1,98 @@
+#include "xmlrpc/ReplyScalars.h"
+
+#include <QDate>
+#include <QTime>
+#include <charconv>
+#include <limits>
+
+namespace {
+bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// The digits of `text` that stand where `pattern` has "0"; all else has to be equal. Empty when it does not fit.
+bool fits(std::string_view text, std::string_view pattern)
+{
+    if (text.size() != pattern.size())
+        return false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (pattern[i] == '0' ? !isDigit(text[i]) : text[i] != pattern[i])
+            return false;
+    }
+    return true;
+}
+
+int digits(std::string_view text)
+{
+    int number = 0;
+    for (const char digit : text)
+        number = number * 10 + (digit - '0');
+    return number;
+}
+
+QDateTime utc(QDate date, std::string_view time)
+{
+    const QTime moment(digits(time.substr(0, 2)), digits(time.substr(3, 2)), digits(time.substr(6, 2)));
+    return date.isValid() && moment.isValid() ? QDateTime(date, moment, Qt::UTC) : QDateTime();
+}
+} // namespace
+
+std::string_view ReplyScalars::trimmed(std::string_view text)
+{
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+QString ReplyScalars::string(std::string_view text)
+{
+    if (text.empty())
+        return QStringLiteral("");
+    const QString string = QString::fromUtf8(text.data(), qsizetype(text.size()));
+    return string.front().isSpace() || string.back().isSpace() ? string.trimmed() : string;
+}
+
+qint64 ReplyScalars::integer(std::string_view text)
+{
+    if (text.size() > 1 && text.front() == '+' && isDigit(text[1]))
+        text.remove_prefix(1);
+    qint64 number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc::result_out_of_range)
+        return number;
+    return text.front() == '-' ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
+}
+
+double ReplyScalars::number(std::string_view text)
+{
+    if (!text.empty() && text.front() == '+')
+        text.remove_prefix(1);
+    // Words such as "nan" and "inf" are numbers to the library, but not to a blog.
+    if (text.find_first_of("0123456789") > text.find_first_not_of("-."))
+        return 0;
+    double number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+QDateTime ReplyScalars::date(std::string_view text)
+{
+    if (!text.empty() && text.back() == 'Z')
+        text.remove_suffix(1);
+    if (fits(text, "00000000T00:00:00")) {
+        const QDate date(digits(text.substr(0, 4)), digits(text.substr(4, 2)), digits(text.substr(6, 2)));
+        return utc(date, text.substr(9));
+    }
+    if (fits(text, "0000-00-00T00:00:00")) {
+        const QDate date(digits(text.substr(0, 4)), digits(text.substr(5, 2)), digits(text.substr(8, 2)));
+        return utc(date, text.substr(11));
+    }
+    return {};
+}

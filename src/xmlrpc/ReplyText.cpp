@@ -1,0 +1,127 @@
+#include "xmlrpc/ReplyText.h"
+
+#include <QString>
+#include <QStringDecoder>
+#include <algorithm>
+#include <cstring>
+
+namespace {
+constexpr qsizetype BlockSize = 64;
+constexpr quint8 LeadOfNoncharacters = 0xef; // of U+FFFE and U+FFFF, and of much else
+
+constexpr bool isForbiddenControl(quint8 byte)
+{
+    return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
+}
+
+// Number of bytes at `at` that XML forbids.
+qsizetype forbiddenLength(const char *at, const char *end)
+{
+    if (isForbiddenControl(quint8(*at)))
+        return 1;
+    const bool isNoncharacter = end - at >= 3 && std::memcmp(at, "\xef\xbf", 2) == 0 && quint8(at[2]) >= 0xbe;
+    return isNoncharacter ? 3 : 0;
+}
+
+// No branches and no wider types in the loop, so that the compiler tests a whole vector of bytes at a time.
+bool isSuspicious(const char *block)
+{
+    quint8 found = 0;
+    for (qsizetype i = 0; i < BlockSize; ++i) {
+        const quint8 byte = quint8(block[i]);
+        const quint8 isControl = byte < 0x20;
+        const quint8 isSpace = quint8(quint8(byte == '\t') | quint8(byte == '\n') | quint8(byte == '\r'));
+        found |= quint8((isControl ^ isSpace) | quint8(byte == LeadOfNoncharacters));
+    }
+    return found != 0;
+}
+
+const char *findForbidden(const char *at, const char *end)
+{
+    while (at != end) {
+        const bool wholeBlock = end - at >= BlockSize;
+        if (wholeBlock && !isSuspicious(at)) {
+            at += BlockSize;
+            continue;
+        }
+        for (const char *stop = wholeBlock ? at + BlockSize : end; at != stop; ++at) {
+            if (forbiddenLength(at, end) > 0)
+                return at;
+        }
+    }
+    return end;
+}
+
+QByteArray withoutForbidden(const QByteArray &utf8, const char *bad)
+{
+    const char *const end = utf8.constData() + utf8.size();
+    QByteArray cleaned(utf8.size(), Qt::Uninitialized);
+    char *out = cleaned.data();
+    const char *run = utf8.constData();
+    for (; bad != end; bad = findForbidden(run, end)) {
+        out = std::copy(run, bad, out);
+        run = bad + forbiddenLength(bad, end);
+    }
+    out = std::copy(run, end, out);
+    cleaned.truncate(out - cleaned.constData());
+    return cleaned;
+}
+
+qsizetype characterLength(char lead)
+{
+    const quint8 byte = quint8(lead);
+    return byte < 0xc0 ? 1 : byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : 4;
+}
+
+bool isSpaceOrMark(QByteArrayView utf8)
+{
+    if (utf8.size() == 1)
+        return quint8(utf8[0]) < 0x80 && QChar::isSpace(quint8(utf8[0]));
+    const QString character = QString::fromUtf8(utf8);
+    return utf8 == QByteArrayView("\xef\xbb\xbf") || (character.size() == 1 && character[0].isSpace());
+}
+
+// White space of any script, and byte order marks, which some editors leave in a blog's PHP files.
+qsizetype leadingSpace(QByteArrayView utf8)
+{
+    qsizetype at = 0;
+    while (at < utf8.size()) {
+        const qsizetype length = std::min(characterLength(utf8[at]), utf8.size() - at);
+        if (!isSpaceOrMark(utf8.sliced(at, length)))
+            break;
+        at += length;
+    }
+    return at;
+}
+
+bool isPlain(const QByteArray &charset)
+{
+    return charset.isEmpty() || qstricmp(charset.constData(), "utf-8") == 0
+        || qstricmp(charset.constData(), "utf8") == 0 || qstricmp(charset.constData(), "us-ascii") == 0;
+}
+} // namespace
+
+std::optional<ReplyText> ReplyText::fromData(const QByteArray &data, const QByteArray &charset)
+{
+    if (isPlain(charset)) {
+        const ReplyText text(data);
+        // What expat gets to see may have lost the byte that made a sequence invalid.
+        const bool isChanged = text.m_bytes.constData() != data.constData();
+        return isChanged && !data.isValidUtf8() ? std::nullopt : std::optional(text);
+    }
+    QStringDecoder decoder(charset.constData());
+    if (!decoder.isValid())
+        return std::nullopt;
+    const QString decoded = decoder(data);
+    return decoder.hasError() ? std::nullopt : std::optional(ReplyText(decoded.toUtf8()));
+}
+
+ReplyText::ReplyText(const QByteArray &utf8)
+    : m_bytes(utf8)
+{
+    const char *const end = utf8.constData() + utf8.size();
+    const char *const bad = findForbidden(utf8.constData(), end);
+    if (bad != end)
+        m_bytes = withoutForbidden(utf8, bad);
+    m_start = leadingSpace(m_bytes);
+}

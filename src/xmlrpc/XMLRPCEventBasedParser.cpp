@@ -1,0 +1,110 @@
+#include "xmlrpc/XMLRPCEventBasedParser.h"
+
+#include "platform/ZLLog.h"
+
+#include <expat.h>
+
+namespace {
+// A value in a struct stands in struct, member and value; some room is for what blogs put around.
+constexpr int MaximumElementDepth = XMLRPCEventBasedParserDelegate::MaximumDepth * 4;
+} // namespace
+
+XMLRPCEventBasedParser::XMLRPCEventBasedParser(QByteArrayView utf8)
+    // The bytes are UTF-8 by now, whatever encoding the declaration of the document names.
+    : m_utf8(utf8)
+    , m_parser(XML_ParserCreate("UTF-8"))
+{
+    XML_SetUserData(m_parser, this);
+    XML_SetElementHandler(m_parser, didStartElement, didEndElement);
+    XML_SetCharacterDataHandler(m_parser, foundCharacters);
+    XML_SetStartDoctypeDeclHandler(m_parser, didStartDocumentType);
+}
+
+XMLRPCEventBasedParser::~XMLRPCEventBasedParser()
+{
+    XML_ParserFree(m_parser);
+}
+
+XMLRPCValue XMLRPCEventBasedParser::parse()
+{
+    if (m_utf8.size() > MaximumSize) {
+        m_error = QStringLiteral("the reply is larger than %1 MB").arg(MaximumSize >> 20);
+    } else if (XML_Parse(m_parser, m_utf8.data(), int(m_utf8.size()), XML_TRUE) != XML_STATUS_OK && m_error.isNull()) {
+        m_error = expatError();
+    }
+    if (m_error.isNull())
+        return m_delegate.takeElementValue();
+    ZLLog(QStringLiteral("error parsing request - %1").arg(m_error));
+    return {};
+}
+
+void XMLRPCEventBasedParser::abortParsing()
+{
+    XML_StopParser(m_parser, XML_FALSE);
+}
+
+void XMLRPCEventBasedParser::didStartElement(void *self, const char *name, const char **)
+{
+    static_cast<XMLRPCEventBasedParser *>(self)->startElement(name);
+}
+
+void XMLRPCEventBasedParser::didEndElement(void *self, const char *name)
+{
+    static_cast<XMLRPCEventBasedParser *>(self)->endElement(name);
+}
+
+void XMLRPCEventBasedParser::foundCharacters(void *self, const char *characters, int length)
+{
+    auto *parser = static_cast<XMLRPCEventBasedParser *>(self);
+    if (parser->m_hasRoot)
+        parser->m_delegate.foundCharacters(characters, length);
+}
+
+void XMLRPCEventBasedParser::didStartDocumentType(void *self, const char *, const char *, const char *, int)
+{
+    static_cast<XMLRPCEventBasedParser *>(self)->refuse(QStringLiteral("a document type has no place in a reply"));
+}
+
+void XMLRPCEventBasedParser::startElement(std::string_view name)
+{
+    ++m_depth;
+    if (!m_hasRoot) {
+        m_isFault |= name == "fault";
+        m_hasRoot = name == "value";
+    }
+    if (m_hasRoot)
+        m_delegate.didStartElement(name);
+    checkLimits();
+}
+
+void XMLRPCEventBasedParser::endElement(std::string_view name)
+{
+    --m_depth;
+    // Expat still reports the end of an empty element after it was told to stop.
+    if (m_hasRoot && m_error.isNull())
+        m_delegate.didEndElement(name);
+}
+
+void XMLRPCEventBasedParser::checkLimits()
+{
+    if (m_depth > MaximumElementDepth || m_delegate.isTooDeep()) {
+        refuse(QStringLiteral("values are nested more than %1 deep").arg(XMLRPCEventBasedParserDelegate::MaximumDepth));
+    } else if (m_delegate.hasTooManyValues()) {
+        refuse(
+            QStringLiteral("the reply holds more than %1 values").arg(XMLRPCEventBasedParserDelegate::MaximumValues));
+    }
+}
+
+void XMLRPCEventBasedParser::refuse(const QString &error)
+{
+    m_error = error;
+    abortParsing();
+}
+
+QString XMLRPCEventBasedParser::expatError() const
+{
+    return QStringLiteral("%1 in line %2, column %3")
+        .arg(QString::fromUtf8(XML_ErrorString(XML_GetErrorCode(m_parser))))
+        .arg(XML_GetCurrentLineNumber(m_parser))
+        .arg(XML_GetCurrentColumnNumber(m_parser));
+}

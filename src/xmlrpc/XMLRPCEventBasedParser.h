@@ -1,0 +1,49 @@
+#pragma once
+
+#include "xmlrpc/XMLRPCEventBasedParserDelegate.h"
+
+#include <QByteArrayView>
+#include <QString>
+
+struct XML_ParserStruct;
+
+/// Reads one reply with expat. It finds the fault mark and the first `value`, and lets its delegate build from there.
+///
+/// A reply is foreign input: a document type, which could only bring entities, is refused, and so is whatever is nested
+/// beyond need. Expat's own limits against amplification stay at their defaults.
+class XMLRPCEventBasedParser {
+public:
+    static constexpr qsizetype MaximumSize = 64 * 1024 * 1024;
+
+    /// `utf8` has to live until parse() returns.
+    explicit XMLRPCEventBasedParser(QByteArrayView utf8);
+    ~XMLRPCEventBasedParser();
+    Q_DISABLE_COPY_MOVE(XMLRPCEventBasedParser)
+
+    /// The root value; absent when the document is unusable or holds no value.
+    XMLRPCValue parse();
+    void abortParsing();
+    /// Null when all went well.
+    QString parserError() const { return m_error; }
+    bool isFault() const { return m_isFault; }
+
+private:
+    static void didStartElement(void *self, const char *name, const char **attributes);
+    static void didEndElement(void *self, const char *name);
+    static void foundCharacters(void *self, const char *characters, int length);
+    static void didStartDocumentType(void *self, const char *, const char *, const char *, int);
+
+    void startElement(std::string_view name);
+    void endElement(std::string_view name);
+    void refuse(const QString &error);
+    void checkLimits();
+    QString expatError() const;
+
+    QByteArrayView m_utf8;
+    XML_ParserStruct *m_parser;
+    XMLRPCEventBasedParserDelegate m_delegate;
+    QString m_error;
+    int m_depth = 0; // of elements of any name
+    bool m_hasRoot = false;
+    bool m_isFault = false;
+};

@@ -1,0 +1,57 @@
+#include "xmlrpc/XMLRPCResponse.h"
+
+#include "xmlrpc/ReplyText.h"
+#include "xmlrpc/XMLRPCEventBasedParser.h"
+
+namespace {
+// What is kept of the text, for the log alone: a list of posts would otherwise lie in memory twice.
+constexpr qsizetype KeptBody = 4096;
+
+QString summary(const XMLRPCValue &value)
+{
+    if (value.isArray())
+        return QStringLiteral("array of %1").arg(value.array().size());
+    if (value.isStruct())
+        return QStringLiteral("struct of %1").arg(value.structure().members().size());
+    return value.string();
+}
+} // namespace
+
+std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(const QByteArray &data, const QByteArray &charset)
+{
+    const std::optional<ReplyText> text = ReplyText::fromData(data, charset);
+    if (!text)
+        return nullptr;
+    XMLRPCEventBasedParser parser(text->view());
+    XMLRPCValue object = parser.parse();
+    // Expat has refused what is not UTF-8, so only a failure leaves the question what was wrong.
+    if (!parser.parserError().isNull() && !text->view().isValidUtf8())
+        return nullptr;
+
+    const std::shared_ptr<XMLRPCResponse> response(new XMLRPCResponse);
+    response->m_body = text->view().first(std::min(text->view().size(), KeptBody)).toByteArray();
+    response->m_object = std::move(object);
+    response->m_parseError = parser.parserError();
+    response->m_isFault = parser.isFault();
+    return response;
+}
+
+qint64 XMLRPCResponse::faultCode() const
+{
+    return m_isFault ? m_object[u"faultCode"].integer() : 0;
+}
+
+QString XMLRPCResponse::faultString() const
+{
+    return m_isFault ? m_object[u"faultString"].string() : QString();
+}
+
+QString XMLRPCResponse::description() const
+{
+    QString text = QStringLiteral("[body=%1").arg(QString::fromUtf8(m_body));
+    if (m_isFault)
+        text += QStringLiteral(", fault[%1]='%2'").arg(QString::number(faultCode()), faultString());
+    else
+        text += QStringLiteral(", object=%1").arg(summary(m_object));
+    return text + u']';
+}

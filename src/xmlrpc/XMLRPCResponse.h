@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/ZLError.h"
+#include "xmlrpc/XMLRPCValue.h"
+
+#include <memory>
+
+/// A parsed reply: its value tree and whether it is a fault. Immutable; made on any thread.
+class XMLRPCResponse {
+public:
+    /// `charset` is the character set that the HTTP reply names; empty: UTF-8. Null when the bytes are not valid in
+    /// it. A document that is malformed, nested too deep or too large gives a response without object, and a log line.
+    static std::shared_ptr<const XMLRPCResponse> fromData(const QByteArray &data, const QByteArray &charset = {});
+
+    bool isFault() const { return m_isFault; }
+    qint64 faultCode() const; ///< 0 when this is no fault
+    QString faultString() const;
+    const XMLRPCValue &object() const { return m_object; } ///< absent for an unusable reply
+    /// What was wrong with a reply without object.
+    QString parseError() const { return m_parseError; }
+    QString description() const;
+
+private:
+    XMLRPCResponse() = default;
+    QByteArray m_body;
+    XMLRPCValue m_object;
+    QString m_parseError;
+    bool m_isFault = false;
+};
+using ResponsePtr = std::shared_ptr<const XMLRPCResponse>;

@@ -1,0 +1,133 @@
+#include "xmlrpc/XMLRPCText.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+constexpr int EntityLength = 5;
+
+// The loops over a block have no branches and stay with units of 16 bits, so that the compiler makes vector code of
+// them.
+constexpr qsizetype CountedBlock = 8192; // the sum of its extra bytes fits into 16 bits
+constexpr qsizetype CopiedBlock = 8;
+
+quint16 isEscaped(char16_t unit)
+{
+    return quint16(quint16(unit == u'&') | quint16(unit == u'<') | quint16(unit == u'>'));
+}
+
+// Bytes beyond one for each unit.
+quint16 extraBytes(const char16_t *block, qsizetype size)
+{
+    quint16 extra = 0;
+    for (qsizetype i = 0; i < size; ++i) {
+        const char16_t unit = block[i];
+        extra += quint16(quint16(unit >= 0x80) + quint16(unit >= 0x800) + isEscaped(unit) * (EntityLength - 1));
+    }
+    return extra;
+}
+
+bool isPlain(const char16_t *block)
+{
+    quint16 special = 0;
+    for (qsizetype i = 0; i < CopiedBlock; ++i)
+        special |= quint16(quint16(block[i] >= 0x80) | isEscaped(block[i]));
+    return special == 0;
+}
+
+bool isPair(const char16_t *at, const char16_t *end)
+{
+    return QChar::isHighSurrogate(*at) && at + 1 != end && QChar::isLowSurrogate(at[1]);
+}
+
+char *writeEntity(char16_t unit, char *out)
+{
+    std::memcpy(out, unit == u'&' ? "&#38;" : unit == u'<' ? "&#60;" : "&#62;", EntityLength);
+    return out + EntityLength;
+}
+
+char *writeTwo(char16_t unit, char *out)
+{
+    *out++ = char(0xc0 | unit >> 6);
+    *out++ = char(0x80 | (unit & 0x3f));
+    return out;
+}
+
+char *writeThree(char16_t unit, char *out)
+{
+    if (QChar::isSurrogate(unit))
+        unit = QChar::ReplacementCharacter;
+    *out++ = char(0xe0 | unit >> 12);
+    *out++ = char(0x80 | (unit >> 6 & 0x3f));
+    *out++ = char(0x80 | (unit & 0x3f));
+    return out;
+}
+
+char *writeFour(char32_t character, char *out)
+{
+    *out++ = char(0xf0 | character >> 18);
+    *out++ = char(0x80 | (character >> 12 & 0x3f));
+    *out++ = char(0x80 | (character >> 6 & 0x3f));
+    *out++ = char(0x80 | (character & 0x3f));
+    return out;
+}
+// Leaves `at` on the last unit of the character.
+char *writeCharacter(const char16_t *&at, const char16_t *end, char *out)
+{
+    const char16_t unit = *at;
+    if (isEscaped(unit))
+        return writeEntity(unit, out);
+    if (unit < 0x80) {
+        *out++ = char(unit);
+        return out;
+    }
+    if (unit < 0x800)
+        return writeTwo(unit, out);
+    return isPair(at, end) ? writeFour(QChar::surrogateToUcs4(unit, *++at), out) : writeThree(unit, out);
+}
+} // namespace
+
+QString XMLRPCText::escapedString(QStringView text)
+{
+    QByteArray utf8(escapedUtf8Room(text), Qt::Uninitialized);
+    utf8.truncate(writeEscapedUtf8(text, utf8.data()) - utf8.constData());
+    return QString::fromUtf8(utf8);
+}
+
+QString XMLRPCText::unescapedString(QString text)
+{
+    static constexpr struct {
+        const char *entity;
+        char character;
+    } Table[] = {{"&amp;", '&'}, {"&quot;", '"'}, {"&#x27;", '\''}, {"&#x39;", '\''}, {"&#x92;", '\''},
+        {"&#x96;", '\''}, {"&gt;", '>'}, {"&lt;", '<'}};
+    for (const auto &row : Table)
+        text.replace(QLatin1String(row.entity), QLatin1String(&row.character, 1));
+    return text;
+}
+
+qsizetype XMLRPCText::escapedUtf8Room(QStringView text)
+{
+    qsizetype room = text.size();
+    for (qsizetype at = 0; at < text.size(); at += CountedBlock)
+        room += extraBytes(text.utf16() + at, std::min(CountedBlock, text.size() - at));
+    return room;
+}
+
+char *XMLRPCText::writeEscapedUtf8(QStringView text, char *out)
+{
+    const char16_t *at = text.utf16();
+    const char16_t *const end = at + text.size();
+    while (at != end) {
+        if (end - at >= CopiedBlock && isPlain(at)) {
+            for (qsizetype i = 0; i < CopiedBlock; ++i)
+                out[i] = char(at[i]);
+            at += CopiedBlock;
+            out += CopiedBlock;
+            continue;
+        }
+        for (const char16_t *const stop = at + std::min<qsizetype>(CopiedBlock, end - at); at < stop; ++at)
+            out = writeCharacter(at, end, out);
+    }
+    return out;
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "editor/ComposePage.h"
+
+#include <QCoroFuture>
+#include <QPromise>
+#include <memory>
+
+/// A page without an engine: notes what it is told, answers with `body`, at once or when the test lets it.
+class FakeComposePage : public ComposePage {
+public:
+    using Answer = std::optional<QString>;
+
+    void loadHTMLContent(const EditorBody &content) override
+    {
+        loaded.append(content.html);
+        body = content.html == QLatin1String("<p><br></p>") ? QString::fromLatin1("") : content.html;
+    }
+    QCoro::Task<Answer> getBodyContent() override
+    {
+        const Answer now = body; // GCC 12 would move out of a member that is returned itself
+        if (!holdsAnswers)
+            co_return now;
+        const auto promise = std::make_shared<QPromise<Answer>>();
+        promise->start();
+        held.append(promise);
+        const QFuture<Answer> future = promise->future();
+        co_return co_await future;
+    }
+    QCoro::Task<Answer> getRawContent() override { return getBodyContent(); }
+    void addImage(const ImageInfo &image) override { images.append(image); }
+    void execCommand(const QString &command) override { calls.append(command); }
+    void addLinkMarkToCurrentSelection() override { calls.append(QStringLiteral("addLinkMark")); }
+    void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) override
+    {
+        calls.append(QStringLiteral("addLink %1 %2 %3").arg(url, tooltip).arg(newWindow));
+    }
+    void removeLinkMarkForCurrentSelection() override { calls.append(QStringLiteral("removeLinkMark")); }
+    void removeLink() override { calls.append(QStringLiteral("removeLink")); }
+    void hidePopupWindows() override { }
+    void focus() override { calls.append(QStringLiteral("focus")); }
+    void cleanUndoStack() override { }
+
+    /// The writer changed the content to `html`.
+    void type(const QString &html)
+    {
+        body = html;
+        Q_EMIT setPostContent(html);
+    }
+    /// Answers what was asked first.
+    void answer(const Answer &content)
+    {
+        const auto promise = held.takeFirst();
+        promise->addResult(content);
+        promise->finish();
+    }
+
+    Answer body = QString::fromLatin1("");
+    bool holdsAnswers = false;
+    QList<std::shared_ptr<QPromise<Answer>>> held;
+    QStringList loaded;
+    QStringList calls;
+    QList<ImageInfo> images;
+};

@@ -1,0 +1,113 @@
+#include "support/FakeNetwork.h"
+
+/// A reply that comes on a later turn of the event loop, or when it is let go.
+class FakeReply : public QNetworkReply {
+public:
+    FakeReply(const FakeRequest &asked, const FakeAnswer &answer, QObject *parent)
+        : QNetworkReply(parent)
+        , m_answer(answer)
+        , m_sent(asked.body.size())
+    {
+        setRequest(asked.request);
+        setUrl(asked.request.url());
+        setOperation(asked.operation);
+        open(QIODevice::ReadOnly);
+        if (!answer.held)
+            QMetaObject::invokeMethod(
+                this, [this] { deliver(); }, Qt::QueuedConnection);
+    }
+
+    void deliver()
+    {
+        if (isFinished())
+            return;
+        if (m_sent > 0)
+            Q_EMIT uploadProgress(m_sent, m_sent);
+        if (m_answer.error != NoError)
+            fail(m_answer.error);
+        else
+            succeed();
+    }
+
+    void abort() override
+    {
+        if (!isFinished())
+            fail(OperationCanceledError);
+    }
+
+    qint64 bytesAvailable() const override { return m_arrived.size() + QNetworkReply::bytesAvailable(); }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 maximum) override
+    {
+        const qint64 count = qMin(maximum, qint64(m_arrived.size()));
+        std::copy_n(m_arrived.constData(), count, data);
+        m_arrived.remove(0, count);
+        return count;
+    }
+
+private:
+    void fail(NetworkError error)
+    {
+        setError(error, QStringLiteral("pretended failure %1").arg(int(error)));
+        setFinished(true);
+        Q_EMIT errorOccurred(error);
+        Q_EMIT finished();
+    }
+
+    void succeed()
+    {
+        setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_answer.status);
+        if (!m_answer.redirect.isEmpty())
+            setAttribute(QNetworkRequest::RedirectionTargetAttribute, m_answer.redirect);
+        setHeader(QNetworkRequest::ContentTypeHeader, m_answer.contentType);
+        setHeader(QNetworkRequest::ContentLengthHeader, m_answer.body.size());
+        m_arrived = m_answer.body;
+        if (m_answer.status >= 400)
+            setError(m_answer.status == 404 ? ContentNotFoundError : UnknownContentError, QStringLiteral("status"));
+        const QPointer<FakeReply> self(this); // whoever hears of the head may end the transfer
+        Q_EMIT metaDataChanged();
+        if (self && !m_arrived.isEmpty() && !isFinished())
+            Q_EMIT readyRead();
+        if (!self || isFinished())
+            return;
+        setFinished(true);
+        Q_EMIT finished();
+    }
+
+    FakeAnswer m_answer;
+    QByteArray m_arrived;
+    qint64 m_sent;
+};
+
+QNetworkReply *FakeNetwork::createRequest(Operation operation, const QNetworkRequest &request, QIODevice *outgoing)
+{
+    const FakeRequest asked{operation, request, outgoing ? outgoing->readAll() : QByteArray()};
+    FakeHost *host = m_hosts.value(request.url().host());
+    FakeAnswer answer;
+    if (isOffline)
+        answer.error = QNetworkReply::TemporaryNetworkFailureError;
+    else if (!host)
+        answer.error = QNetworkReply::HostNotFoundError;
+    else
+        answer = host->answer(asked);
+    auto *reply = new FakeReply(asked, answer, this);
+    if (answer.held)
+        m_held.append(reply);
+    return reply;
+}
+
+void FakeNetwork::release()
+{
+    for (const QPointer<FakeReply> &reply : std::exchange(m_held, {})) {
+        if (reply)
+            reply->deliver();
+    }
+}
+
+int FakeNetwork::heldCount() const
+{
+    return int(
+        std::count_if(m_held.begin(), m_held.end(), [](const auto &reply) { return reply && !reply->isFinished(); }));
+}

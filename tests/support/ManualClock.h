@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/ZLClock.h"
+
+#include <QTimeZone>
+
+/// A clock that stands still until a test moves it.
+class ManualClock : public ZLClock {
+public:
+    QDateTime present = QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
+    QDateTime now() const override { return present; }
+};
