@@ -1,0 +1,63 @@
+#include "wordpress/ContentConversion.h"
+
+#include "text/ContentPasses.h"
+#include "wordpress/LocalPictures.h"
+
+#include <QFileInfo>
+
+namespace {
+QString lastPiece(const QString &address)
+{
+    return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+/// The passes that make the form in memory. The paragraph builder is for loose bodies only, and whether a piece belongs
+/// to one is told by the whole body.
+QString inMemoryForm(const QString &core, bool isBlockEditor)
+{
+    const QString marked = ContentPasses::contentReplacingImageClasses(ContentPasses::contentReplacingReadMore(core));
+    return isBlockEditor ? marked : ContentPasses::contentReplacingDoubleSpaceForParagraphs(marked);
+}
+
+QString editorForm(const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages)
+{
+    const QString tagged = ContentPasses::postContentWithShortCodeTags(content);
+    const QString local = ContentConversion::postContentWithLocalImagesURL(tagged, files, localImages);
+    return ContentPasses::postContentWithHeadings(ContentPasses::postContentWithVideoURLTags(local));
+}
+} // namespace
+
+EditorBody ContentConversion::postContentForZalmoEditor(const QString &stored, const ZLFileManager &files)
+{
+    EditorBody body;
+    body.isBlockEditor = ContentPasses::isBlockEditorContent(stored);
+    body.pieces = BodyPieces::split(stored);
+    for (BodyPiece &piece : body.pieces) {
+        piece.html = editorForm(inMemoryForm(piece.core, body.isBlockEditor), files, body.localImages);
+        body.html += piece.html;
+    }
+    return body;
+}
+
+QString ContentConversion::postContentWithLocalImagesURL(
+    const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages)
+{
+    const QString prefix = QStringLiteral("http://");
+    const QStringList noted =
+        ContentPasses::imageSources(content, prefix) + ContentPasses::linkedPictures(content, prefix);
+    if (noted.isEmpty())
+        return content;
+    const QString folder = files.cacheFolder();
+    QHash<QString, QString> swaps;
+    for (const QString &remote : noted) {
+        const QString name = lastPiece(remote);
+        if (!ZLFileManager::isPlainFileName(name) || !QFileInfo(folder + QLatin1Char('/') + name).isFile())
+            continue;
+        const QString local = LocalPictures::address(folder, name);
+        if (localImages.value(local, remote) != remote) // a picture of that name from elsewhere has the file already
+            continue;
+        swaps.insert(remote, local);
+        localImages.insert(local, remote);
+    }
+    return swaps.isEmpty() ? content : ContentPasses::replaceOccurrences(content, swaps);
+}

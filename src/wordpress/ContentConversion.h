@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/ZLFileManager.h"
+#include "text/BodyPieces.h"
+
+#include <QHash>
+
+/// A body as the editor page takes it.
+struct EditorBody {
+    QString html; ///< the whole, as one text
+    QList<BodyPiece> pieces; ///< its pieces, whose `html` joined is `html`
+    QHash<QString, QString> localImages; ///< local URL put in, to the remote URL that it stands for
+    bool isBlockEditor = false;
+};
+
+/// From a stored body to the form of the editor page.
+namespace ContentConversion {
+EditorBody postContentForZalmoEditor(const QString &stored, const ZLFileManager &files);
+/// Puts cached local copies in the place of pictures on the blog, so that they show offline and edited ones keep their
+/// file, and notes each in `localImages`. Only "http://" addresses are swapped: settled.
+QString postContentWithLocalImagesURL(
+    const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages);
+} // namespace ContentConversion

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "model/ZLWordpressPost.h"
+#include "xmlrpc/XMLRPCValue.h"
+
+/// From the blog's structs to posts. Texts come as the blog has them; names of terms lose their entities.
+namespace PostFieldMaps {
+/// A struct of the metaWeblog family.
+PostPtr postFromResponse(const XMLRPCValue &response);
+/// A struct of the wp family.
+PostPtr postFromWPGetPostResponse(const XMLRPCValue &response);
+QList<PostPtr> postsFromResponse(const XMLRPCValue &response);
+QList<PostPtr> postsFromWPGetPostsResponse(const XMLRPCValue &response);
+} // namespace PostFieldMaps

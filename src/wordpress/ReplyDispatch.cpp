@@ -1,0 +1,262 @@
+#include "wordpress/ReplyDispatch.h"
+
+#include "platform/ZLLog.h"
+#include "wordpress/BlogPostSync.h"
+#include "wordpress/PostFieldMaps.h"
+#include "wordpress/PublishingPipeline.h"
+#include "wordpress/SyncGroup.h"
+#include "wordpress/TaxonomySync.h"
+#include "wordpress/ZLWordpressService.h"
+
+namespace {
+/// The calls whose failure ends the upload of their post.
+bool isInPublishChain(int type)
+{
+    switch (type) {
+    case ZLWordpressServiceRequestTypePublishPost:
+    case ZLWordpressServiceRequestTypeUpdatePost:
+    case ZLWordpressServiceRequestTypePublishDraftPost:
+    case ZLWordpressServiceRequestTypeNewCategoryForPost:
+    case ZLWordpressServiceRequestTypeUploadImageFromURL:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
+ReplyDispatch::ReplyDispatch(
+    ZLWordpressService &service, ZLNotifications &notifications, const Collaborators &collaborators)
+    : m_service(service)
+    , m_notifications(notifications)
+    , m_to(collaborators)
+{
+}
+
+ReplyDispatch::Handler ReplyDispatch::handlerForType(int type)
+{
+    // The types of comments have no row until there are calls for them.
+    static const QHash<int, Handler> handlers = {
+        {ZLWordpressServiceRequestTypeGetPosts, &ReplyDispatch::getPosts},
+        {ZLWordpressServiceRequestTypeGetPost, &ReplyDispatch::getPost},
+        {ZLWordpressServiceRequestTypePublishPost, &ReplyDispatch::publishPost},
+        {ZLWordpressServiceRequestTypeUpdatePost, &ReplyDispatch::updatePost},
+        {ZLWordpressServiceRequestTypePublishDraftPost, &ReplyDispatch::publishDraftPost},
+        {ZLWordpressServiceRequestTypeDeletePost, &ReplyDispatch::deletePost},
+        {ZLWordpressServiceRequestTypeGetCategories, &ReplyDispatch::getCategories},
+        {ZLWordpressServiceRequestTypeGetTags, &ReplyDispatch::getTags},
+        {ZLWordpressServiceRequestTypeUploadImage, &ReplyDispatch::uploadImage},
+        {ZLWordpressServiceRequestTypeUploadImageFromURL, &ReplyDispatch::uploadImageFromURL},
+        {ZLWordpressServiceRequestTypeNewCategory, &ReplyDispatch::newCategory},
+        {ZLWordpressServiceRequestTypeNewCategoryForPost, &ReplyDispatch::newCategoryForPost},
+        {ZLWordpressServiceRequestTypePublishPostForPreview, &ReplyDispatch::publishPostForPreview},
+        {ZLWordpressServiceRequestTypeGetPostForPreview, &ReplyDispatch::getPostForPreview},
+        {ZLWordpressServiceRequestTypeDeletePostForPreview, &ReplyDispatch::deletePostForPreview},
+        {ZLWordpressServiceRequestTypeGetProfile, &ReplyDispatch::getProfile},
+        {ZLWordpressServiceRequestTypeGetUserBlogs, &ReplyDispatch::getUserBlogs},
+        {ZLWordpressServiceRequestTypeSyncPosts, &ReplyDispatch::syncPosts},
+        {ZLWordpressServiceRequestTypeGetOptions, &ReplyDispatch::getOptions},
+        {ZLWordpressServiceRequestTypeReconnect, &ReplyDispatch::reconnect},
+        {ZLWordpressServiceRequestTypeSyncCategories, &ReplyDispatch::syncCategories},
+        {ZLWordpressServiceRequestTypeSyncTags, &ReplyDispatch::syncTags},
+    };
+    return handlers.value(type);
+}
+
+ZLWordpressServiceDelegate &ReplyDispatch::delegate() const
+{
+    static ZLWordpressServiceDelegate nobody;
+    return m_service.delegate ? *m_service.delegate : nobody;
+}
+
+void ReplyDispatch::didReceiveResponse(const ZLWordpressXMLRPCRequest &call, const ResponsePtr &response)
+{
+    if (response && response->isFault()) {
+        didReceiveFault(call, *response);
+        return;
+    }
+    // An unusable reply is no fault: it reads as an absent value, so lists are empty and answers false.
+    static const XMLRPCValue absent;
+    if (const Handler handler = handlerForType(call.currentRequestType))
+        (this->*handler)(call, response ? response->object() : absent);
+}
+
+void ReplyDispatch::didReceiveFault(const Call &call, const XMLRPCResponse &response)
+{
+    ZLLog(QStringLiteral("request failed"));
+    const ZLError error{QStringLiteral("Response error"), int(response.faultCode()), response.faultString()};
+    if (m_to.publishing.resentWithTermsByName(call, error))
+        return;
+    const QPointer<ZLWordpressService> service(&m_service);
+    tellFailure(call, error);
+    if (service && call.currentRequestType == ZLWordpressServiceRequestTypeSyncPosts)
+        m_to.group.didFailSyncPostsForRequest(call.currentRequest, error);
+}
+
+void ReplyDispatch::didFailWithError(const ZLWordpressXMLRPCRequest &call, const ZLError &error)
+{
+    // Unlike a fault this leaves a sync call in its round, which ends at the next one: settled.
+    tellFailure(call, error);
+}
+
+void ReplyDispatch::tellFailure(const Call &call, const ZLError &error)
+{
+    const QPointer<ZLWordpressService> service(&m_service);
+    if (isInPublishChain(call.currentRequestType))
+        delegate().didFailToUploadPost(&m_service, call.additionalInfo.processingPost);
+    if (service)
+        delegate().didFailToPerformRequest(&m_service, call.currentRequestType, error);
+}
+
+void ReplyDispatch::didSendBodyData(const ZLWordpressXMLRPCRequest &call, float progress)
+{
+    m_to.publishing.didSendBodyData(call, progress);
+}
+
+void ReplyDispatch::getPosts(const Call &call, const XMLRPCValue &object)
+{
+    const QList<PostPtr> posts = PostFieldMaps::postsFromResponse(object);
+    m_to.posts.syncPosts(posts, call, [this, posts] { delegate().didGetPosts(&m_service, posts); });
+}
+
+void ReplyDispatch::syncPosts(const Call &call, const XMLRPCValue &object)
+{
+    m_to.posts.syncPosts(PostFieldMaps::postsFromWPGetPostsResponse(object), call);
+}
+
+void ReplyDispatch::publishPost(const Call &call, const XMLRPCValue &object)
+{
+    const PostPtr post = call.additionalInfo.processingPost;
+    if (object.boolean())
+        m_to.publishing.getPost(object.string(), post);
+    else
+        delegate().didFailToUploadPost(&m_service, post);
+}
+
+void ReplyDispatch::getPost(const Call &call, const XMLRPCValue &object)
+{
+    const PostPtr original = call.additionalInfo.processingPost;
+    const PostPtr remote = PostFieldMaps::postFromWPGetPostResponse(object);
+    if (remote->id.isEmpty()) {
+        // Nothing came back to put in place of the writer's post, which therefore stays as it is.
+        ZLLog(QStringLiteral("the blog's copy of the post could not be read"));
+        delegate().didFailToUploadPost(&m_service, original);
+        return;
+    }
+    ZLNotifications &notifications = m_notifications;
+    delegate().didPublishPost(&m_service, remote, original);
+    Q_EMIT notifications.didPublishPost(remote);
+}
+
+void ReplyDispatch::updatePost(const Call &call, const XMLRPCValue &object)
+{
+    const PostPtr post = call.additionalInfo.processingPost;
+    if (!object.boolean()) {
+        delegate().didFailToUploadPost(&m_service, post);
+        return;
+    }
+    ZLNotifications &notifications = m_notifications;
+    delegate().didUpdatePost(&m_service, post);
+    Q_EMIT notifications.didUpdatePost(post, {});
+}
+
+void ReplyDispatch::publishDraftPost(const Call &call, const XMLRPCValue &object)
+{
+    const PostPtr post = call.additionalInfo.processingPost;
+    if (!object.boolean()) {
+        delegate().didFailToUploadPost(&m_service, post);
+        return;
+    }
+    ZLNotifications &notifications = m_notifications;
+    delegate().didPublishDraftPost(&m_service, post);
+    Q_EMIT notifications.didUpdatePost(post, {});
+}
+
+void ReplyDispatch::deletePost(const Call &call, const XMLRPCValue &)
+{
+    delegate().didDeletePost(&m_service, call.additionalInfo.processingPost); // whatever the blog answered
+}
+
+void ReplyDispatch::getCategories(const Call &, const XMLRPCValue &object)
+{
+    m_to.taxonomies.addCategoriesToProcessedTaxonomies(object);
+}
+
+void ReplyDispatch::getTags(const Call &, const XMLRPCValue &object)
+{
+    m_to.taxonomies.addTagsToProcessedTaxonomies(object);
+}
+
+void ReplyDispatch::uploadImage(const Call &, const XMLRPCValue &object)
+{
+    delegate().didUploadImage(&m_service, QUrl(object[u"url"].string()));
+}
+
+void ReplyDispatch::uploadImageFromURL(const Call &call, const XMLRPCValue &object)
+{
+    const CallInfo &info = call.additionalInfo;
+    if (info.lacksPicture) {
+        // A blog should refuse a picture without bytes. Some make an empty file of it, which no post should show.
+        const QString text = QStringLiteral("The picture %1 could not be read.").arg(info.processingMedia);
+        tellFailure(call, {QStringLiteral("ZLFile"), 2, text});
+        return;
+    }
+    const ZLWordpressImage image{object[u"url"].string(), object[u"id"].string()};
+    m_to.publishing.didUploadImageFromURL(info.processingMedia, image, info.processingPost, info.processingType);
+}
+
+void ReplyDispatch::newCategory(const Call &call, const XMLRPCValue &)
+{
+    delegate().didCreateCategory(&m_service, call.additionalInfo.processingCategory);
+}
+
+void ReplyDispatch::newCategoryForPost(const Call &call, const XMLRPCValue &)
+{
+    const CallInfo &info = call.additionalInfo;
+    m_to.publishing.didCreateCategory(info.processingCategory, info.processingPost, info.processingType);
+}
+
+void ReplyDispatch::publishPostForPreview(const Call &, const XMLRPCValue &object)
+{
+    m_to.publishing.getPostForPreview(object.string());
+}
+
+void ReplyDispatch::getPostForPreview(const Call &, const XMLRPCValue &object)
+{
+    delegate().makePreviewTemplateForPost(PostFieldMaps::postFromResponse(object));
+}
+
+void ReplyDispatch::deletePostForPreview(const Call &, const XMLRPCValue &)
+{
+    ZLLog(QStringLiteral("did delete post for preview"));
+}
+
+void ReplyDispatch::getProfile(const Call &, const XMLRPCValue &object)
+{
+    delegate().didGetProfile(&m_service, object);
+}
+
+void ReplyDispatch::getUserBlogs(const Call &, const XMLRPCValue &object)
+{
+    delegate().didGetUserBlogs(&m_service, object);
+}
+
+void ReplyDispatch::getOptions(const Call &, const XMLRPCValue &object)
+{
+    delegate().didGetBlogOptions(&m_service, object);
+}
+
+void ReplyDispatch::reconnect(const Call &, const XMLRPCValue &)
+{
+    m_service.didReconnect();
+}
+
+void ReplyDispatch::syncCategories(const Call &call, const XMLRPCValue &object)
+{
+    m_to.taxonomies.syncCategories(object, call);
+}
+
+void ReplyDispatch::syncTags(const Call &call, const XMLRPCValue &object)
+{
+    m_to.taxonomies.syncTags(object, call);
+}

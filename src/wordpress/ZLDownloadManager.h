@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/ZLError.h"
+#include "platform/ZLFileManager.h"
+
+#include <QNetworkAccessManager>
+#include <QObject>
+#include <QUrl>
+
+/// Hears how downloads end, on the main thread.
+class ZLDownloadManagerDelegate {
+public:
+    virtual ~ZLDownloadManagerDelegate() = default;
+    virtual void downloadFromURLDidFinish(const QUrl &url, const QString &destination, int action) = 0;
+    /// `action` carries no meaning here, which is settled: do not act on it.
+    virtual void downloadFromURLDidFail(const QUrl &url, const ZLError &error, int action) = 0;
+};
+
+/// Fetches remote files into the cache folder, each under the last part of its address. Two files of that name from
+/// different hosts therefore replace each other. The action is the caller's note on what to do with the file.
+class ZLDownloadManager : public QObject {
+    Q_OBJECT
+public:
+    ZLDownloadManager(QNetworkAccessManager &network, const ZLFileManager &files, QObject *parent = nullptr);
+
+    ZLDownloadManagerDelegate *delegate = nullptr;
+
+    /// Starts a transfer; false when the address is empty or names no file. A second call for an address starts
+    /// a second transfer, and each is told: settled; as intended, it would join the first.
+    bool downloadFileFromURL(const QUrl &url, int action);
+    /// Finds no transfer, since they are not kept by address: settled; as intended, it would end the transfer.
+    void cancelDownloadFromURL(const QUrl &url);
+
+private:
+    void failLater(const QUrl &url, const ZLError &error);
+    void didFail(const QUrl &url, const ZLError &error);
+    void didFinish(const QUrl &url, const QString &destination, int action);
+
+    QNetworkAccessManager &m_network;
+    const ZLFileManager &m_files;
+};
