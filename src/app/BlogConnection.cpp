@@ -1,0 +1,263 @@
+#include "app/BlogConnection.h"
+
+#include "text/HTMLEntities.h"
+
+#include <ZalmoServices.h>
+
+namespace {
+
+bool isAddress(const QString &text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    const bool isWeb = text.startsWith(u"http://") || text.startsWith(u"https://");
+    return isWeb && url.isValid() && !url.host().isEmpty();
+}
+
+} // namespace
+
+BlogConnection::BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store,
+    ServiceFactory &services, SelectorItems &selector, LocalPosts &posts, LoginSheet &login, CurrentBlog &currentBlog,
+    FaviconLookup &favicons)
+    : m_environment(environment)
+    , m_state(state)
+    , m_store(store)
+    , m_services(services)
+    , m_selector(selector)
+    , m_posts(posts)
+    , m_login(login)
+    , m_currentBlog(currentBlog)
+    , m_favicons(favicons)
+    , m_firstRun(environment)
+{
+}
+
+void BlogConnection::newAccount()
+{
+    Prompts &prompts = *m_environment.windows.prompts;
+    if (prompts.isShowingIntroWindow())
+        return;
+    prompts.clearLoginFields();
+    prompts.showIntro();
+}
+
+void BlogConnection::connectToBlogURL(const QString &typed)
+{
+    if (typed.isEmpty()) {
+        newAccount();
+        return;
+    }
+    QString address = typed.trimmed();
+    if (!address.startsWith(u"http://") && !address.startsWith(u"https://"))
+        address.prepend(u"http://");
+    if (!isAddress(address)) {
+        // On purpose without a word: the user simply sees the first sheet again.
+        newAccount();
+        return;
+    }
+    m_state.blogURL = address;
+    m_login.openForNewBlog(address);
+}
+
+void BlogConnection::didEntryUsernameAndPassword(const QString &username, const QString &password)
+{
+    // Closing makes the sheet forget its service. So a sheet that was opened for a known blog, but left with Return in
+    // its password field, starts a new connection as well; meant was its reconnect.
+    m_login.close();
+    m_username = username;
+    m_password = password;
+    if (username.isEmpty() || password.isEmpty())
+        showLoginErrorSheet();
+    else
+        connectToBlogURL(m_state.blogURL, username, password);
+}
+
+void BlogConnection::didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password)
+{
+    m_environment.windows.prompts->closeLoginErrorSheet();
+    m_username = username;
+    m_password = password;
+    if (username.isEmpty() || password.isEmpty())
+        showLoginErrorSheet();
+    else
+        connectToBlogURL(m_state.blogURL, username, password);
+}
+
+void BlogConnection::didPressedCancelButtonFromWrongSheet()
+{
+    m_environment.windows.prompts->closeLoginErrorSheet();
+    if (m_state.accounts.isEmpty())
+        m_environment.windows.prompts->showIntro();
+}
+
+void BlogConnection::showLoginErrorSheet()
+{
+    m_environment.windows.prompts->showLoginErrorSheet(m_username, m_password, m_state.blogURL);
+}
+
+void BlogConnection::connectToBlogURL(const QString &url, const QString &username, const QString &password)
+{
+    if (m_connecting)
+        m_connecting->delegate = nullptr; // a newer try takes its place
+    if (m_state.wordpressService && m_state.wordpressService->account)
+        m_connected = m_state.wordpressService;
+    // When this fails the new service stays the current one, although the selected account is still the earlier blog.
+    // Meant was to return to the earlier service, as giving up does.
+    m_connecting = m_services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(url)));
+    m_connecting->username = username;
+    m_connecting->password = password;
+    m_currentBlog.replaceService(m_connecting);
+    m_environment.windows.prompts->showConnecting(url);
+    m_connecting->getOptions();
+}
+
+bool BlogConnection::isConnectingWith(const ZLWordpressService *service) const
+{
+    return m_connecting && m_connecting.get() == service;
+}
+
+void BlogConnection::didStopWaiting()
+{
+    m_connecting.reset();
+    m_environment.windows.prompts->hideConnecting();
+}
+
+void BlogConnection::cancelConnecting()
+{
+    if (!m_connecting)
+        return;
+    m_connecting->delegate = nullptr;
+    returnToSelectedAccount();
+    didStopWaiting();
+    newAccount();
+}
+
+void BlogConnection::returnToSelectedAccount()
+{
+    const AccountPtr account = m_state.selectedAccount;
+    if (account)
+        m_state.blogURL = account->url;
+    if (account && (!m_connected || m_connected->account != account))
+        m_connected = m_services.serviceForAccount(account);
+    m_currentBlog.replaceService(account ? m_connected : nullptr);
+}
+
+void BlogConnection::didGetBlogOptions(ZLWordpressService *service, const XMLRPCValue &options)
+{
+    if (!isConnectingWith(service))
+        return;
+    didStopWaiting();
+    if (!options.isStruct()) {
+        showApiError();
+        newAccount();
+        return;
+    }
+    if (m_environment.telemetry.isEnabled()) {
+        // The misspelling is what the collector knows.
+        m_environment.telemetry.trackEvent(u"AddBlog"_qs, {{u"engine"_qs, u"wordrpress"_qs}});
+        m_environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs);
+    }
+    ZLManagedObjectContext *context = m_store.managedObjectContext();
+    if (!context)
+        return;
+    const AccountPtr account = insertAccount(*context, options);
+    storePassword(account);
+    m_favicons.getFavIconForAccount(account);
+    m_state.selectedAccount = account;
+    m_state.blogName = account->alias();
+    if (m_store.saveOrLog())
+        welcome(account);
+}
+
+AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options)
+{
+    const auto value = [&options](QStringView key) -> const XMLRPCValue & { return options[key][u"value"]; };
+    const auto has = [&options](QStringView key) { return !options[key].isAbsent(); };
+
+    auto preferences = std::make_shared<AccountPreferences>();
+    if (has(u"default_comment_status"))
+        preferences->allow_comments = value(u"default_comment_status").string() == u"open";
+    if (has(u"default_ping_status"))
+        preferences->allow_pingback = value(u"default_ping_status").string() == u"open";
+    // Any value will do, even one of false.
+    if (has(u"post_thumbnail"))
+        preferences->use_feature_image = !value(u"post_thumbnail").isAbsent();
+    if (has(u"thumbnail_size_h"))
+        preferences->feature_image_height = int(value(u"thumbnail_size_h").integer());
+    if (has(u"thumbnail_size_w"))
+        preferences->feature_image_width = int(value(u"thumbnail_size_w").integer());
+
+    const AccountPtr account = context.insertAccount();
+    account->preferences = preferences;
+    account->name = m_username;
+    // What the blog says of itself counts, not what the user typed.
+    const QString address = value(u"blog_url").string();
+    account->url = isAddress(address) ? address : m_state.blogURL;
+    // A title that cannot name the blog's folder leaves the alias to the user name.
+    const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title").string());
+    if (!title.isEmpty() && ZLFileManager::isSafeAlias(title))
+        account->blog_name = title;
+    return account;
+}
+
+void BlogConnection::storePassword(const AccountPtr &account)
+{
+    const QString item = ZLWordpressService::keychainAccount(account->name, account->url);
+    const auto stored =
+        m_environment.platform.keychain.setPassword(m_password, ZLWordpressService::keychainService(), item);
+    if (!stored)
+        ZLLog(u"error storing password - %1"_qs.arg(stored.error().description));
+}
+
+void BlogConnection::welcome(const AccountPtr &account)
+{
+    const bool isFirst = m_state.accounts.isEmpty();
+    m_state.accounts = m_store.accounts();
+    if (isFirst)
+        m_selector.showBlogSelector();
+    m_selector.refreshSelectorItemsWithAccounts();
+    m_selector.selectItemOfAccount(account);
+    m_selector.showCurrentBlog();
+
+    m_state.wordpressService->blogName = m_state.blogName;
+    m_state.wordpressService->account = account;
+    m_posts.loadLocalPosts(); // only the current blog has rows
+    getBlogData();
+    m_firstRun.didConnectToBlogWithName(m_state.blogName);
+    m_currentBlog.setSelectedAccount(account);
+}
+
+void BlogConnection::getBlogData()
+{
+    ZLNotifications &notifications = m_environment.notifications;
+    Q_EMIT notifications.changingBlog();
+    if (const ServicePtr service = m_state.wordpressService) {
+        service->syncBlogPosts();
+        service->syncBlogTaxonomies();
+    }
+    m_currentBlog.leavePostOfEarlierBlog();
+    Q_EMIT notifications.didChangeBlog();
+}
+
+void BlogConnection::showApiError()
+{
+    offerHelp(u"Whoops! Sorry but something went wrong with the XML-RPC connection. Custom plugins or changes in the "
+              u"PHP may affect your WordPress API. Contact our support and we will help you with that."_qs,
+        QUrl(QString::fromUtf16(ZalmoServices::apiErrorArticle)));
+}
+
+void BlogConnection::showNoWordpressError()
+{
+    offerHelp(u"Ops! Sorry, we couldn't find a WordPress Blog using this URL. Zalmo is only supporting WordPress for "
+              u"now but soon we'll give you more options."_qs,
+        QUrl(QString::fromUtf16(ZalmoServices::noWordpressArticle)));
+}
+
+QCoro::Task<void> BlogConnection::offerHelp(QString message, QUrl article)
+{
+    constexpr int needHelp = 1;
+    ZLWorkspace &workspace = m_environment.platform.workspace; // outlives the controller
+    const QStringList buttons{u"Ok"_qs, u"Need Help?"_qs};
+    const int answer = co_await m_environment.windows.prompts->ask(message, {}, buttons);
+    if (answer == needHelp)
+        workspace.openURL(article);
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/CurrentBlog.h"
+#include "app/FirstRun.h"
+
+/// From the address that a user types to a saved account with its first sync started.
+///
+/// The intro asks for the address (connectToBlogURL), the login sheet for user and password
+/// (didEntryUsernameAndPassword), and one wp.getOptions tells at once whether the address answers, is a WordPress and
+/// takes the login (didGetBlogOptions). A refused login leads to the error sheet and from there back to the call; any
+/// other failure back to the intro.
+class BlogConnection {
+public:
+    BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, ServiceFactory &services,
+        SelectorItems &selector, LocalPosts &posts, LoginSheet &login, CurrentBlog &currentBlog,
+        FaviconLookup &favicons);
+
+    void newAccount();
+    void connectToBlogURL(const QString &typed);
+    void didEntryUsernameAndPassword(const QString &username, const QString &password);
+    void didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password);
+    void didPressedCancelButtonFromWrongSheet();
+    void cancelConnecting();
+
+    /// Whether this service is the one of the connection under way.
+    bool isConnectingWith(const ZLWordpressService *service) const;
+    void didGetBlogOptions(ZLWordpressService *service, const XMLRPCValue &options);
+    /// The call failed: the window waits no longer.
+    void didStopWaiting();
+    void showLoginErrorSheet();
+
+    /// The first fetch of the current blog.
+    void getBlogData();
+    void showApiError();
+    void showNoWordpressError();
+
+private:
+    void connectToBlogURL(const QString &url, const QString &username, const QString &password);
+    void returnToSelectedAccount();
+    AccountPtr insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options);
+    void storePassword(const AccountPtr &account);
+    void welcome(const AccountPtr &account);
+    QCoro::Task<void> offerHelp(QString message, QUrl article);
+
+    AppEnvironment &m_environment;
+    CurrentBlogState &m_state;
+    AccountStore &m_store;
+    ServiceFactory &m_services;
+    SelectorItems &m_selector;
+    LocalPosts &m_posts;
+    LoginSheet &m_login;
+    CurrentBlog &m_currentBlog;
+    FaviconLookup &m_favicons;
+    FirstRun m_firstRun;
+    QString m_username; ///< what was typed last
+    QString m_password;
+    ServicePtr m_connecting; ///< the service whose options are awaited
+    ServicePtr m_connected; ///< the service to return to when the user gives up
+};

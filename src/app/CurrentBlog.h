@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/LocalPosts.h"
+#include "app/LoginSheet.h"
+#include "app/SelectorItems.h"
+
+/// Which blog is current, and the change from one to another: by the selector, or by another part of the program.
+class CurrentBlog {
+public:
+    CurrentBlog(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, ServiceFactory &services,
+        SelectorItems &selector, LocalPosts &posts, LoginSheet &login);
+
+    /// Makes the account current in memory: its address and alias. Nothing else follows.
+    void take(const AccountPtr &account);
+    void selectorDidChange(int selectorIndex);
+    void selectAccount(const AccountPtr &account);
+    /// Records the account in the store as the selected one. Which one is selected now is another matter.
+    void setSelectedAccount(const AccountPtr &account);
+    void didChangeBlogAliasForAccount(const AccountPtr &account);
+
+    void replaceService(const ServicePtr &service);
+    /// Fetches the categories and tags of the current blog.
+    void syncTerms();
+    /// Points the current service at the current account.
+    void pointServiceAtCurrentAccount();
+    /// Asks for the login of the current service when it has no password or shall not log in by itself.
+    void askForLoginIfNeeded();
+    /// An edit of a post that the blog knows is not carried to another blog; a new post stays in the editor.
+    void leavePostOfEarlierBlog();
+
+private:
+    void emptyAndReload();
+
+    AppEnvironment &m_environment;
+    CurrentBlogState &m_state;
+    AccountStore &m_store;
+    ServiceFactory &m_services;
+    SelectorItems &m_selector;
+    LocalPosts &m_posts;
+    LoginSheet &m_login;
+};

@@ -1,0 +1,129 @@
+#include "app/LocalPosts.h"
+
+#include "model/LocalFileURL.h"
+#include "text/RandomString.h"
+
+#include <QFile>
+
+LocalPosts::LocalPosts(AppEnvironment &environment, CurrentBlogState &state)
+    : m_environment(environment)
+    , m_state(state)
+    , m_catalogue(environment.platform.files)
+{
+}
+
+void LocalPosts::moveToTop(const LocalPostPtr &row, const QUrl &previousLocalURL)
+{
+    m_posts.removeIf([&](const LocalPostPtr &other) {
+        return other == row || other->localFile == row->localFile || other->localFile == previousLocalURL;
+    });
+    m_posts.prepend(row);
+}
+
+void LocalPosts::loadLocalPosts()
+{
+    m_posts = m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
+    Q_EMIT m_environment.notifications.didUpdatePosts();
+}
+
+void LocalPosts::reloadPostsListAfterSync()
+{
+    m_posts = m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
+    m_environment.windows.postList->updatePostsAndSelectPreviousPost();
+}
+
+void LocalPosts::reloadPostsListAfterSyncingEngine(int engine)
+{
+    reloadPostsListAfterSync();
+    m_environment.windows.compose->reloadCurrentPostAfterSyncingEngine(engine);
+}
+
+PostPtr LocalPosts::makeNewPost() const
+{
+    auto post = std::make_shared<ZLWordpressPost>();
+    post->title = u""_qs;
+    post->content = u"<p><br></p>"_qs;
+    post->id = genRandString(8);
+    post->status = ZLWordpressPost::New;
+    if (const AccountPreferences *preferences = m_state.preferences()) {
+        post->allowComments = preferences->allow_comments;
+        post->allowPingback = preferences->allow_pingback;
+        post->type = preferences->default_article_type == 1 ? ZLWordpressPost::Page : ZLWordpressPost::Post;
+    }
+    return post;
+}
+
+void LocalPosts::createNewPost()
+{
+    // The object made here is only written: the editor gets its own when the row is opened.
+    const PostPtr post = makeNewPost();
+    const QString folder = m_environment.platform.files.postPathForBlogURL(m_state.blogName, post->id);
+    if (folder.isNull()) {
+        ZLLog(u"no folder for a new post of %1"_qs.arg(m_state.blogName));
+        return;
+    }
+    const QString path = folder + u"/post.zalmo"_qs;
+    if (const Result<void> saved = post->saveAtPath(path); !saved) {
+        ZLLog(saved.error().description);
+        return;
+    }
+    auto row = std::make_shared<ZLLocalPostRepresentation>();
+    row->title = u""_qs;
+    row->content = u""_qs;
+    row->localFile = QUrl::fromLocalFile(path);
+    row->status = ZLLocalPostRepresentation::New;
+    m_posts.prepend(row);
+    m_environment.windows.postList->updatePostsAndSelectRow(0);
+    Q_EMIT m_environment.notifications.openNewPost();
+}
+
+void LocalPosts::removeLocalPostFromList(const LocalPostPtr &row)
+{
+    m_posts.removeAll(row);
+    m_environment.windows.postList->didDeleteLocalPost(row);
+}
+
+void LocalPosts::removePostWithLocalFile(const QString &absoluteString)
+{
+    const auto found = std::find_if(m_posts.cbegin(), m_posts.cend(),
+        [&](const LocalPostPtr &row) { return row->localFile.toString() == absoluteString; });
+    if (found != m_posts.cend())
+        m_posts.erase(found);
+}
+
+void LocalPosts::deletePostAtLocalURL(const QUrl &url)
+{
+    const QList<DocumentPtr> documents = m_environment.documents.documents();
+    for (const DocumentPtr &document : documents) {
+        if (isSameFile(document->fileURL(), url))
+            document->close();
+    }
+    QFile file(pathOfFileURL(url));
+    if (!file.remove())
+        ZLLog(u"%1: %2"_qs.arg(file.fileName(), file.errorString()));
+}
+
+QList<LocalPostPtr> LocalPosts::getPostsForSearch(const QString &text) const
+{
+    QList<LocalPostPtr> found;
+    for (const LocalPostPtr &row : m_posts) {
+        if (row->title.toLower().contains(text.toLower()))
+            found.append(row);
+    }
+    return found;
+}
+
+QStringList LocalPosts::getTaxonomiesForSearch(const QString &text) const
+{
+    const bool wantsTags = text.startsWith(u'#');
+    const QString beginning = wantsTags ? text.mid(1) : text;
+    QStringList found;
+    if (!m_state.selectedAccount)
+        return found;
+    for (const TaxonomyPtr &taxonomy : m_state.selectedAccount->taxonomies) {
+        const bool isTag = taxonomy->taxonomy_type == ZLTaxonomy::Tag;
+        if (isTag == wantsTags && taxonomy->name.startsWith(beginning, Qt::CaseInsensitive))
+            found.append(isTag ? u"#"_qs + taxonomy->name : taxonomy->name);
+    }
+    return found;
+}

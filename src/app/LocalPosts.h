@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/AppEnvironment.h"
+#include "app/ZLPostCatalogue.h"
+
+/// The list of the current blog's posts, newest first. It is never merged: it is always rebuilt from the files, and
+/// whoever changes files asks for a rebuild.
+class LocalPosts {
+public:
+    LocalPosts(AppEnvironment &environment, CurrentBlogState &state);
+
+    const QList<LocalPostPtr> &posts() const { return m_posts; }
+    void insert(int index, const LocalPostPtr &row) { m_posts.insert(qBound(0, index, int(m_posts.size())), row); }
+    void remove(const LocalPostPtr &row) { m_posts.removeAll(row); }
+    void clear() { m_posts.clear(); }
+    /// Puts the row on top. A rebuild may have put another row for `previousLocalURL` in its place; that one goes.
+    void moveToTop(const LocalPostPtr &row, const QUrl &previousLocalURL);
+
+    void loadLocalPosts();
+    void reloadPostsListAfterSync();
+    void reloadPostsListAfterSyncingEngine(int engine);
+
+    void createNewPost();
+    void removeLocalPostFromList(const LocalPostPtr &row);
+    void removePostWithLocalFile(const QString &absoluteString);
+    /// Closes every open document of the file and removes it. Its folder stays, and so do its neighbours.
+    void deletePostAtLocalURL(const QUrl &url);
+
+    QList<LocalPostPtr> getPostsForSearch(const QString &text) const;
+    QStringList getTaxonomiesForSearch(const QString &text) const;
+
+private:
+    PostPtr makeNewPost() const;
+
+    AppEnvironment &m_environment;
+    CurrentBlogState &m_state;
+    ZLPostCatalogue m_catalogue;
+    QList<LocalPostPtr> m_posts;
+};

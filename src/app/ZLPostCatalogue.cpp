@@ -1,0 +1,18 @@
+#include "app/ZLPostCatalogue.h"
+
+QList<LocalPostPtr> ZLPostCatalogue::postsFromLocalFiles(const QString &alias, const QDateTime &now)
+{
+    // An empty alias would name the folder of all blogs.
+    const QString folder = alias.isEmpty() ? QString() : m_files.blogPath(alias);
+    if (folder.isNull())
+        return {};
+    QList<LocalPostPtr> rows;
+    for (const PostFolderReader::Found &found : m_reader.read(folder)) {
+        auto row = std::make_shared<ZLLocalPostRepresentation>(found.file->row.row(found.file->localFile, now));
+        // Whatever the file says: its twin tells that a decision waits.
+        if (found.hasConflict)
+            row->status = ZLLocalPostRepresentation::Conflict;
+        rows.append(row);
+    }
+    return rows;
+}

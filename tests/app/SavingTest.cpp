@@ -1,0 +1,113 @@
+#include "AppFixture.h"
+#include "Tests.h"
+
+#include <QCoroTask>
+#include <QSqlQuery>
+
+namespace {
+
+/// A post on the screen whose file cannot be written: a folder of its name stands in the way of the temporary file.
+struct UnwritablePost : AppFixture {
+    UnwritablePost()
+    {
+        seedAccount(u"Blog"_qs, blog.url());
+        launch();
+        (void)writePost(u"Mine"_qs, u"<p>x</p>"_qs);
+        const QUrl file = app().posts().first()->localFile;
+        compose.document = QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(file)).value();
+        path = file.toLocalFile();
+    }
+    /// Takes the post's folder away, or puts it back.
+    void setBroken(bool broken)
+    {
+        const QString folder = QFileInfo(path).path();
+        if (broken) {
+            QVERIFY(QDir().rename(folder, folder + u".away"_qs));
+            QFile blocker(folder);
+            QVERIFY(blocker.open(QIODevice::WriteOnly));
+        } else {
+            QVERIFY(QFile::remove(folder));
+            QVERIFY(QDir().rename(folder + u".away"_qs, folder));
+        }
+    }
+    void type(const QString &text)
+    {
+        compose.document->post.content = text;
+        compose.document->updateChangeCount();
+        app().documentController().saveAll();
+    }
+    qsizetype alerts() const { return prompts.journal.filter(u"alert: The post could not be saved"_qs).size(); }
+    QString path;
+};
+
+} // namespace
+
+void SavingTest::saysAFailureOncePerStreak()
+{
+    UnwritablePost fixture;
+    fixture.setBroken(true);
+    fixture.type(u"<p>one</p>"_qs);
+    fixture.type(u"<p>two</p>"_qs);
+    QCOMPARE(fixture.alerts(), 1);
+    QVERIFY(fixture.prompts.journal.last().contains(fixture.path));
+    fixture.setBroken(false);
+    fixture.type(u"<p>three</p>"_qs);
+    QFile file(fixture.path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("three"));
+    fixture.setBroken(true);
+    fixture.type(u"<p>four</p>"_qs);
+    QCOMPARE(fixture.alerts(), 2);
+    fixture.setBroken(false);
+}
+
+void SavingTest::asksBeforeQuittingWithUnsavedText_data()
+{
+    QTest::addColumn<bool>("isBroken");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("quits");
+    QTest::newRow("all saved") << false << 1 << true;
+    QTest::newRow("quit anyway") << true << 0 << true;
+    QTest::newRow("stay") << true << 1 << false;
+}
+
+void SavingTest::asksBeforeQuittingWithUnsavedText()
+{
+    QFETCH(bool, isBroken);
+    QFETCH(int, answer);
+    QFETCH(bool, quits);
+    UnwritablePost fixture;
+    if (isBroken)
+        fixture.setBroken(true);
+    fixture.compose.document->post.content = u"<p>typed</p>"_qs;
+    fixture.compose.document->updateChangeCount();
+    fixture.prompts.answers = {answer};
+    QCOMPARE(QCoro::waitFor(fixture.app().applicationShouldTerminate()), quits);
+    QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
+    if (isBroken)
+        fixture.setBroken(false);
+}
+
+void SavingTest::quitsWhateverTheAnswerWhenTheStoreFails()
+{
+    AppFixture fixture;
+    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+    fixture.launch();
+    QTRY_VERIFY(!fixture.list.isSyncing);
+    fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
+    // Something has damaged the store.
+    const QString connection = u"holder"_qs;
+    {
+        QSqlDatabase holder = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
+        holder.setDatabaseName(fixture.files.applicationFilesDirectory() + u"/Zalmo.storedata"_qs);
+        QVERIFY(holder.open());
+        QSqlQuery query(holder);
+        QVERIFY(query.exec(u"DROP TABLE AccountPreferences"_qs));
+        fixture.prompts.answers = {1};
+        QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
+        QVERIFY(fixture.prompts.journal.last().startsWith(
+            u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
+        holder.close();
+    }
+    QSqlDatabase::removeDatabase(connection);
+}
