@@ -1,0 +1,86 @@
+#include "widgets/ZLLoadingView.h"
+
+#include "widgets/ZLSpinner.h"
+#include "widgets/ZLTheme.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+QLabel *addLabel(QVBoxLayout *column, QWidget *card, const QFont &font, QPalette::ColorRole role)
+{
+    auto *label = new QLabel(card);
+    label->setFont(font);
+    label->setForegroundRole(role);
+    label->setAlignment(Qt::AlignHCenter);
+    label->setTextFormat(Qt::PlainText);
+    column->addWidget(label);
+    return label;
+}
+} // namespace
+
+ZLLoadingView::ZLLoadingView(QWidget *parent)
+    : ZLCoverView(parent)
+{
+    QWidget *card = this->card();
+    auto *column = new QVBoxLayout(card);
+    column->setContentsMargins(40, 32, 40, 24);
+    column->setSpacing(ZLTheme::spacing);
+    m_spinner = new ZLSpinner(40, card);
+    column->addWidget(m_spinner, 0, Qt::AlignHCenter);
+    column->addSpacing(ZLTheme::spacing);
+    m_heading = addLabel(column, card, ZLTheme::font(font(), 1, QFont::DemiBold), QPalette::Text);
+    m_blog = addLabel(column, card, font(), QPalette::PlaceholderText);
+    column->addSpacing(ZLTheme::spacing);
+    m_progress = new QProgressBar(card);
+    m_progress->setRange(0, 1000);
+    m_progress->setTextVisible(false);
+    m_progress->setFixedHeight(4);
+    QSizePolicy policy = m_progress->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(policy);
+    column->addWidget(m_progress);
+    m_step = addLabel(column, card, font(), QPalette::PlaceholderText);
+    column->addSpacing(ZLTheme::spacing);
+    m_cancel = new QPushButton(QStringLiteral("Cancel"), card);
+    m_cancel->setObjectName(QStringLiteral("cancelUploadButton"));
+    m_cancel->setAutoDefault(false); // Return, pressed once too often, must not give up
+    column->addWidget(m_cancel, 0, Qt::AlignHCenter);
+    card->setMinimumWidth(320);
+    connect(m_cancel, &QPushButton::clicked, this, &ZLLoadingView::didPressCancel);
+    // The animation starts with the end of the fade, and ends with the end of the next.
+    connect(this, &ZLCoverView::didFadeIn, m_spinner, &ZLSpinner::startAnimation);
+    connect(this, &ZLCoverView::didFadeOut, m_spinner, &ZLSpinner::stopAnimation);
+}
+
+void ZLLoadingView::setPostTypeText(const QString &heading)
+{
+    m_heading->setText(heading);
+    setAccessibleName(heading);
+    layOut();
+}
+
+void ZLLoadingView::setCurrentStatus(const QString &step)
+{
+    m_step->setText(step);
+    layOut();
+}
+
+void ZLLoadingView::setBlogName(const QString &blogName)
+{
+    m_blog->setText(QStringLiteral("to '%1'").arg(blogName));
+    layOut();
+}
+
+void ZLLoadingView::setProgress(float progress)
+{
+    m_progress->setVisible(progress > 0 && progress < 1);
+    m_progress->setValue(qRound(progress * 1000));
+}
+
+void ZLLoadingView::focusCancel()
+{
+    m_cancel->setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,126 @@
+#include "widgets/ZLTextViewWithPlaceHolder.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextBlock>
+
+ZLTextViewWithPlaceHolder::ZLTextViewWithPlaceHolder(const QString &placeHolder, QWidget *parent)
+    : QTextEdit(parent)
+{
+    setAcceptRichText(false);
+    setFrameShape(QFrame::NoFrame);
+    setPlaceholderText(placeHolder);
+    setAccessibleName(placeHolder.trimmed());
+    setTabChangesFocus(true);
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    document()->setDocumentMargin(4);
+    connect(this, &QTextEdit::textChanged, this, &ZLTextViewWithPlaceHolder::textDidChange);
+}
+
+QString ZLTextViewWithPlaceHolder::string() const
+{
+    if (m_isAsSet)
+        return m_set;
+    // toPlainText() would turn no-break spaces into plain ones.
+    QString text = document()->toRawText();
+    return text.replace(QChar::ParagraphSeparator, u'\n');
+}
+
+void ZLTextViewWithPlaceHolder::setString(const QString &string)
+{
+    m_isSetting = true;
+    setPlainText(string);
+    m_isSetting = false;
+    m_set = string;
+    m_isAsSet = true;
+    m_isEditing = false;
+    updateGeometry();
+}
+
+void ZLTextViewWithPlaceHolder::textDidChange()
+{
+    updateGeometry();
+    if (m_isSetting)
+        return;
+    m_isAsSet = false;
+    if (!std::exchange(m_isEditing, true))
+        Q_EMIT didBeginEditing();
+    Q_EMIT didChange();
+}
+
+bool ZLTextViewWithPlaceHolder::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::NoModifier) {
+            Q_EMIT insertTab();
+            return true;
+        }
+    }
+    return QTextEdit::event(event);
+}
+
+void ZLTextViewWithPlaceHolder::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->setAccepted(event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::ShiftModifier);
+        return;
+    }
+    QTextEdit::keyPressEvent(event);
+}
+
+void ZLTextViewWithPlaceHolder::focusInEvent(QFocusEvent *event)
+{
+    QTextEdit::focusInEvent(event);
+    Q_EMIT didTakeFocus();
+}
+
+void ZLTextViewWithPlaceHolder::focusOutEvent(QFocusEvent *event)
+{
+    QTextEdit::focusOutEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason)
+        return;
+    m_isEditing = false;
+    QTextCursor start = textCursor();
+    start.movePosition(QTextCursor::Start);
+    setTextCursor(start);
+}
+
+bool ZLTextViewWithPlaceHolder::canInsertFromMimeData(const QMimeData *source) const
+{
+    return source->hasText();
+}
+
+void ZLTextViewWithPlaceHolder::insertFromMimeData(const QMimeData *source)
+{
+    QString text = source->text();
+    if (text.startsWith(u'\n'))
+        return;
+    for (const QChar lineBreak :
+        {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
+        text.replace(lineBreak, u' ');
+    textCursor().insertText(text);
+    ensureCursorVisible();
+}
+
+void ZLTextViewWithPlaceHolder::resizeEvent(QResizeEvent *event)
+{
+    QTextEdit::resizeEvent(event);
+    updateGeometry();
+}
+
+int ZLTextViewWithPlaceHolder::textHeight() const
+{
+    return qRound(document()->size().height());
+}
+
+QSize ZLTextViewWithPlaceHolder::sizeHint() const
+{
+    const int oneLine = fontMetrics().lineSpacing() + qRound(2 * document()->documentMargin());
+    return {200, qMax(oneLine, textHeight())};
+}

@@ -1,0 +1,191 @@
+#include "widgets/ZLTokenField.h"
+
+#include "widgets/ZLTokenEditor.h"
+#include "widgets/ZLTokenView.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+namespace {
+constexpr int gap = 6;
+constexpr int editorWidth = 180;
+} // namespace
+
+ZLTokenField::ZLTokenField(const QString &placeHolder, QWidget *parent)
+    : QWidget(parent)
+    , m_placeHolder(placeHolder)
+    , m_editor(new ZLTokenEditor(this))
+{
+    setFocusProxy(m_editor);
+    setCursor(Qt::IBeamCursor);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    m_editor->setAccessibleName(placeHolder);
+    connect(m_editor, &ZLTokenEditor::committed, this, &ZLTokenField::addToken);
+    connect(m_editor, &ZLTokenEditor::didTakeFocus, this, &ZLTokenField::didTakeFocus);
+    connect(m_editor, &ZLTokenEditor::deletePrevious, this, [this] {
+        if (!m_views.isEmpty())
+            removeView(m_views.last());
+    });
+    connect(m_editor, &ZLTokenEditor::moveToPrevious, this, [this] { move(nullptr, -1); });
+    updatePlaceHolder();
+}
+
+void ZLTokenField::setCompletions(std::function<QStringList(const QString &)> completions)
+{
+    m_editor->setCompletions(std::move(completions));
+}
+
+void ZLTokenField::hideCompletions()
+{
+    m_editor->hideCompletions();
+}
+
+QStringList ZLTokenField::tokens() const
+{
+    QStringList tokens;
+    for (const ZLTokenView *view : m_views)
+        tokens.append(view->token());
+    const QString typed = m_editor->text().trimmed();
+    if (!typed.isEmpty() && !tokens.contains(typed))
+        tokens.append(typed);
+    return tokens;
+}
+
+void ZLTokenField::setTokens(const QStringList &tokens)
+{
+    m_editor->clear();
+    for (ZLTokenView *view : std::as_const(m_views))
+        view->deleteLater();
+    m_views.clear();
+    for (const QString &token : tokens)
+        insertView(token);
+    updatePlaceHolder();
+    layOut(width(), true);
+    updateGeometry();
+}
+
+void ZLTokenField::insertView(const QString &token)
+{
+    auto *view = new ZLTokenView(token, this);
+    m_views.append(view);
+    connect(view, &ZLTokenView::removed, this, [this, view] { removeView(view); });
+    connect(view, &ZLTokenView::editRequested, this, [this, view] { editView(view); });
+    connect(view, &ZLTokenView::moveRequested, this, [this, view](int step) { move(view, step); });
+    QWidget::setTabOrder(view, m_editor);
+    view->show();
+}
+
+void ZLTokenField::addToken(const QString &token)
+{
+    const bool isThere = std::any_of(
+        m_views.cbegin(), m_views.cend(), [&token](const ZLTokenView *view) { return view->token() == token; });
+    if (isThere)
+        return;
+    insertView(token);
+    tokensChanged();
+}
+
+void ZLTokenField::removeView(ZLTokenView *view)
+{
+    const bool hadFocus = view->hasFocus();
+    m_views.removeOne(view);
+    view->hide();
+    view->deleteLater();
+    if (hadFocus)
+        m_editor->setFocus();
+    tokensChanged();
+}
+
+void ZLTokenField::editView(ZLTokenView *view)
+{
+    m_editor->commit();
+    const QString token = view->token();
+    m_views.removeOne(view);
+    view->hide();
+    view->deleteLater();
+    m_editor->setText(token);
+    m_editor->setFocus();
+    m_editor->selectAll();
+    tokensChanged();
+}
+
+void ZLTokenField::move(ZLTokenView *from, int step)
+{
+    const qsizetype start = from ? m_views.indexOf(from) : m_views.size();
+    const qsizetype target = start + step;
+    if (target >= m_views.size())
+        m_editor->setFocus();
+    else if (target >= 0)
+        m_views[target]->setFocus();
+}
+
+void ZLTokenField::tokensChanged()
+{
+    updatePlaceHolder();
+    layOut(width(), true);
+    updateGeometry();
+    Q_EMIT tokensDidChange();
+}
+
+void ZLTokenField::updatePlaceHolder()
+{
+    m_editor->setPlaceholderText(m_views.isEmpty() ? m_placeHolder : QString());
+}
+
+int ZLTokenField::layOut(int width, bool apply) const
+{
+    const int rowHeight = m_editor->sizeHint().height();
+    int x = 0;
+    int y = 0;
+    const auto place = [&](QWidget *widget, QSize size) {
+        if (x > 0 && x + size.width() > width) {
+            x = 0;
+            y += rowHeight + gap;
+        }
+        if (apply)
+            widget->setGeometry(x, y + (rowHeight - size.height()) / 2, qMin(size.width(), width), size.height());
+        x += size.width() + gap;
+    };
+    for (ZLTokenView *view : m_views)
+        place(view, view->sizeHint());
+    place(m_editor, {qMax(editorWidth, width - x), rowHeight});
+    return y + rowHeight;
+}
+
+int ZLTokenField::heightForWidth(int width) const
+{
+    return layOut(width, false);
+}
+
+QSize ZLTokenField::sizeHint() const
+{
+    return {400, heightForWidth(qMax(width(), editorWidth))};
+}
+
+QSize ZLTokenField::minimumSizeHint() const
+{
+    return {editorWidth, heightForWidth(qMax(width(), editorWidth))};
+}
+
+void ZLTokenField::resizeEvent(QResizeEvent *)
+{
+    layOut(width(), true);
+    updateGeometry();
+}
+
+void ZLTokenField::keyPressEvent(QKeyEvent *event)
+{
+    // Assistive programs type at the field as a whole. What the editor has no use for comes back here and goes on up.
+    if (m_isForwarding)
+        return event->ignore();
+    m_isForwarding = true;
+    QCoreApplication::sendEvent(m_editor, event);
+    m_isForwarding = false;
+}
+
+void ZLTokenField::mousePressEvent(QMouseEvent *)
+{
+    m_editor->setFocus();
+}

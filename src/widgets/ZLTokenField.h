@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+#include <QWidget>
+#include <functional>
+
+class ZLTokenEditor;
+class ZLTokenView;
+
+/// Categories and tags as chips in a row that wraps, and the text of the next one after them. A comma, Return or Tab
+/// makes a token of the text; Backspace takes the last one away; the arrows walk through them. Nothing can be dropped
+/// here.
+class ZLTokenField : public QWidget {
+    Q_OBJECT
+public:
+    explicit ZLTokenField(const QString &placeHolder, QWidget *parent = nullptr);
+
+    /// The tokens, and the text that has not become one yet.
+    QStringList tokens() const;
+    void setTokens(const QStringList &tokens);
+    /// Asked for texts of at least 3 characters.
+    void setCompletions(std::function<QStringList(const QString &)> completions);
+    void hideCompletions();
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+
+Q_SIGNALS:
+    void tokensDidChange();
+    void didTakeFocus();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    void addToken(const QString &token);
+    void insertView(const QString &token);
+    void removeView(ZLTokenView *view);
+    void editView(ZLTokenView *view);
+    void move(ZLTokenView *from, int step);
+    void tokensChanged();
+    void updatePlaceHolder();
+    int layOut(int width, bool apply) const;
+
+    QString m_placeHolder;
+    ZLTokenEditor *m_editor;
+    QList<ZLTokenView *> m_views;
+    bool m_isForwarding = false;
+};
