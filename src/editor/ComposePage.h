@@ -1,0 +1,55 @@
+#pragma once
+
+#include "wordpress/ZLWordpressService.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+/// A picture on its way into the page.
+struct ImageInfo {
+    QUrl thumbUrl;
+    QUrl linkTo; ///< empty: no link, which reaches the page as "(null)"
+    QString altText;
+    QString caption;
+    QString tooltip;
+    QUrl featuredUrl; ///< set when the picture is to be the featured image
+};
+
+/// The style of the text around the cursor, for the buttons.
+struct SelectionStyle {
+    bool bold = false, italic = false, underline = false, strikethrough = false;
+    bool orderedList = false, unorderedList = false, link = false;
+};
+
+/// The editor page as the compose controller sees it: the functions of the script contract. Answers are asynchronous;
+/// nullopt means that the page is not there (not loaded yet, died, closed).
+class ComposePage : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    virtual void loadHTMLContent(const EditorBody &body) = 0;
+    virtual QCoro::Task<std::optional<QString>> getBodyContent() = 0; ///< the form that goes to the blog
+    virtual QCoro::Task<std::optional<QString>> getRawContent() = 0;
+    virtual void addImage(const ImageInfo &image) = 0;
+    virtual void execCommand(const QString &command) = 0; ///< "Bold", "Italic", "InsertOrderedList", ...
+    virtual void addLinkMarkToCurrentSelection() = 0;
+    virtual void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) = 0;
+    virtual void removeLinkMarkForCurrentSelection() = 0;
+    virtual void removeLink() = 0;
+    virtual void hidePopupWindows() = 0;
+    virtual void focus() = 0;
+    virtual bool isShowingImageEditor() const { return false; }
+    virtual void cleanUndoStack() = 0;
+
+Q_SIGNALS:
+    void ready(); ///< the page reported for the first time
+    /// The page's content changed; `html` is in the blog's form, with local pictures as they are.
+    void setPostContent(const QString &html);
+    void selectionChanged(const QString &text, const SelectionStyle &style);
+    void openAddLink(const QString &url, const QString &tooltip, bool newWindow);
+    void focusTitleRequested();
+    void crashed(); ///< the page's process died; it has been loaded anew and wants its content again
+};

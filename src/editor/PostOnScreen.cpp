@@ -1,0 +1,271 @@
+#include "editor/PostOnScreen.h"
+
+#include "model/LocalFileURL.h"
+#include "platform/ZLLog.h"
+#include "text/RandomString.h"
+
+#include <QPointer>
+#include <tuple>
+#include <utility>
+
+namespace {
+constexpr int idLength = 8;
+
+QString localStatus(int postStatus)
+{
+    return postStatus != ZLWordpressPost::New ? QStringLiteral("modified") : QStringLiteral("new");
+}
+} // namespace
+
+PostOnScreen::PostOnScreen(ComposeHost &host, QObject *parent)
+    : QObject(parent)
+    , m_host(host)
+    , m_post(std::make_shared<ZLWordpressPost>())
+{
+}
+
+PostOnScreen::~PostOnScreen()
+{
+    if (m_document)
+        m_document->disconnect(this);
+    saveDocument();
+}
+
+void PostOnScreen::setBlankPost(const PostPtr &post)
+{
+    leaveDocument();
+    ++m_openRequest;
+    ++m_generation;
+    m_post = post;
+    m_promotedRow = nullptr;
+    m_rowIsSelected = false;
+}
+
+QCoro::Task<bool> PostOnScreen::open(LocalPostPtr row)
+{
+    const QPointer<PostOnScreen> self(this);
+    leaveDocument();
+    m_rowIsSelected = false;
+    const int request = ++m_openRequest;
+    const bool wasBlank = std::exchange(m_isNewPostNotInList, false);
+    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!self || request != m_openRequest)
+        co_return false;
+    if (!opened) {
+        m_isNewPostNotInList = wasBlank;
+        co_return false;
+    }
+    ++m_generation;
+    m_promotedRow = nullptr;
+    m_post = (*opened)->wordpressPost();
+    m_post->localPost = row;
+    setDocument(*opened);
+    m_rowIsSelected = true;
+    co_return true;
+}
+
+void PostOnScreen::replaceAfterUpload(const PostPtr &returned, const LocalPostPtr &row)
+{
+    m_post = returned;
+    if (row)
+        m_post->localPost = row;
+    // The outcome that brought this post has saved and closed the document; the next edit opens the file again.
+    setDocument(nullptr);
+}
+
+LocalPostPtr PostOnScreen::writeFirstVersion()
+{
+    // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
+    // save or publish.
+    const QString folder = m_host.postPathForPostId(genRandString(idLength));
+    const QString path = QStringLiteral("%1/post.zalmo").arg(folder);
+    const Result<void> written = folder.isEmpty() ? Result<void>(failure(QStringLiteral("ZLFile"), 0,
+                                     QStringLiteral("The folder of the new post could not be made.")))
+                                                  : m_post->saveAtPath(path, QStringLiteral("zalmo"));
+    if (!written) {
+        ZLLog(written.error().description);
+        Q_EMIT didFailToPromote(written.error());
+        return nullptr;
+    }
+    auto row = std::make_shared<ZLLocalPostRepresentation>();
+    row->title = QLatin1String("");
+    row->content = QLatin1String("");
+    row->localFile = QUrl::fromLocalFile(path);
+    row->status = ZLLocalPostRepresentation::New;
+    return row;
+}
+
+QCoro::Task<Result<DocumentPtr>> PostOnScreen::openRow(LocalPostPtr row)
+{
+    QCoro::Task<Result<DocumentPtr>> opening =
+        m_host.documentController().openDocumentWithContentsOfURL(row->localFile);
+    Result<DocumentPtr> opened = co_await opening;
+    if (!opened)
+        ZLLog(opened.error().description);
+    co_return opened;
+}
+
+void PostOnScreen::takeDocument(const LocalPostPtr &row, const DocumentPtr &document)
+{
+    if (m_promotedRow && isSameFile(m_promotedRow->localFile, row->localFile)) {
+        const LocalPostPtr promoted = std::exchange(m_promotedRow, nullptr);
+        m_post = document->wordpressPost();
+        m_post->localPost = promoted;
+    }
+    if (isFileOnScreen(row->localFile))
+        setDocument(document);
+}
+
+void PostOnScreen::followRow()
+{
+    const LocalPostPtr row = m_post->localPost;
+    const LocalPostPtr listed = row ? m_host.rowForFile(row->localFile) : nullptr;
+    if (!listed)
+        return;
+    m_post->localPost = listed;
+    if (m_promotedRow)
+        m_promotedRow = listed;
+}
+
+QCoro::Task<bool> PostOnScreen::createNewPostOnList()
+{
+    const QPointer<PostOnScreen> self(this);
+    m_isNewPostNotInList = false;
+    const LocalPostPtr row = writeFirstVersion();
+    if (!row)
+        co_return false;
+    m_host.insertPost(0, row);
+    m_post->localPost = m_promotedRow = row;
+    Q_EMIT m_host.notifications().didUpdatePosts();
+    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
+    m_rowIsSelected = true;
+    if (m_rows)
+        m_rows->selectRowWithoutLoad(0);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!self || !opened)
+        co_return false;
+    takeDocument(row, *opened);
+    co_return true;
+}
+
+QCoro::Task<bool> PostOnScreen::becomeReady()
+{
+    const QPointer<PostOnScreen> self(this);
+    const int generation = m_generation;
+    const LocalPostPtr row = m_post->localPost;
+    if (!row) {
+        QCoro::Task<bool> promoting = createNewPostOnList();
+        const bool promoted = co_await promoting;
+        co_return promoted &&self &&generation == m_generation;
+    }
+    if (!m_document) {
+        QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
+        const Result<DocumentPtr> opened = co_await opening;
+        if (self && opened)
+            takeDocument(row, *opened);
+    }
+    co_return self &&generation == m_generation;
+}
+
+void PostOnScreen::write(Mark mark, const Edit &edit)
+{
+    const LocalPostPtr row = m_post->localPost;
+    const PendingEdit pending{mark, m_post->status, row ? row->status : -1, edit};
+    if (!m_document) {
+        // Without a row the post's file could not be made; that was said when it failed.
+        if (row)
+            reopenAndWrite(row->localFile, pending);
+        return;
+    }
+    edit(*m_document);
+    // A change of the tokens leaves the status of an open document alone: that is settled. Meant is that every edit
+    // marks the file as changed here.
+    if (mark == Mark::Always)
+        m_document->fileInfo.status = localStatus(m_post->status);
+    m_document->updateChangeCount();
+}
+
+QCoro::Task<void> PostOnScreen::reopenAndWrite(QUrl file, PendingEdit pending)
+{
+    const QPointer<PostOnScreen> self(this);
+    QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!opened) {
+        ZLLog(opened.error().description);
+        co_return;
+    }
+    const DocumentPtr document = *opened;
+    pending.edit(*document);
+    const bool isSolvedConflict =
+        pending.postStatus != ZLWordpressPost::New && pending.rowStatus == ZLLocalPostRepresentation::ConflictSolved;
+    if (pending.mark != Mark::Never && !isSolvedConflict)
+        document->fileInfo.status = localStatus(pending.postStatus);
+    document->updateChangeCount();
+    if (self && isFileOnScreen(file))
+        setDocument(document);
+    else
+        std::ignore = document->saveDocument(); // a failure is said by the document controller
+}
+
+bool PostOnScreen::isFileOnScreen(const QUrl &file) const
+{
+    return m_post->localPost && isSameFile(m_post->localPost->localFile, file);
+}
+
+void PostOnScreen::setDocument(const DocumentPtr &document)
+{
+    if (m_document == document)
+        return;
+    if (m_document) {
+        m_document->disconnect(this);
+        // When it cannot be written the document controller keeps it, and with it its text.
+        saveDocument();
+    }
+    m_document = document;
+    if (!m_document)
+        return;
+    connect(m_document.get(), &ZLDocument::didChange, this, &PostOnScreen::documentDidChange);
+    connect(m_document.get(), &ZLDocument::didSave, this, &PostOnScreen::documentDidSave);
+    connect(m_document.get(), &ZLDocument::didFailToSave, this, &PostOnScreen::documentDidFailToSave);
+    // An outcome or a deletion is done with it; the next edit asks for the file's document again.
+    connect(m_document.get(), &ZLDocument::didClose, this, [this] { setDocument(nullptr); });
+}
+
+void PostOnScreen::leaveDocument()
+{
+    const DocumentPtr document = m_document;
+    if (!document)
+        return;
+    setDocument(nullptr);
+    document->close();
+}
+
+void PostOnScreen::saveDocument()
+{
+    if (m_document && m_document->hasUnautosavedChanges())
+        std::ignore = m_document->saveDocument();
+}
+
+void PostOnScreen::giveIdIfNone()
+{
+    if (!m_post->id.isEmpty())
+        return;
+    m_post->id = genRandString(idLength);
+    // With the id in the file the overlay finds its post again when the writer comes back to it during the upload.
+    write(Mark::Never, [id = m_post->id](ZLDocument &document) { document.postInfo.id = id; });
+}
+
+void PostOnScreen::forgetFailedFirstUpload()
+{
+    if (!m_document || m_document->postInfo.engine == QLatin1String("evernote"))
+        return;
+    const QString status = m_document->postInfo.status;
+    if (status != QLatin1String("draft") && status != QLatin1String("publish"))
+        m_post->status = ZLWordpressPost::New;
+}
+
+QString PostOnScreen::titleForBlog(const QString &shown) const
+{
+    return m_document ? m_document->storedTitle(shown) : shown;
+}

@@ -1,0 +1,46 @@
+#include "editor/SaveFlow.h"
+
+#include <QPointer>
+
+SaveFlow::SaveFlow(const ComposeParts &parts, QObject *parent)
+    : UploadFlow(parts, parent)
+{
+}
+
+QCoro::Task<void> SaveFlow::didPressedSaveButton()
+{
+    const QPointer<SaveFlow> self(this);
+    if (!mayBegin() || !isReachable())
+        co_return;
+    const FlowInFlight inFlight(m_parts.state);
+    QCoro::Task<bool> preparing = m_parts.screen.becomeReady();
+    const bool ready = co_await preparing;
+    if (!self || !ready)
+        co_return;
+    QCoro::Task<bool> taking = takeTitleAndContent();
+    const bool taken = co_await taking;
+    if (!self || !taken)
+        co_return;
+    if (isEmptyPost())
+        alertForEmptyPost();
+    else
+        saveDraft();
+}
+
+void SaveFlow::saveDraft()
+{
+    const PostPtr post = m_parts.screen.post();
+    m_parts.screen.forgetFailedFirstUpload();
+    post->createdAt = m_parts.host.now();
+    takeTaxonomiesAndId();
+    if (post->status == ZLWordpressPost::Draft) {
+        startUpload(ZLWordpressService::Update, UploadOverlay::UpdatingDraft);
+        return;
+    }
+    const bool wasPublished = post->status == ZLWordpressPost::Publish;
+    post->status = ZLWordpressPost::Draft;
+    if (wasPublished)
+        startUpload(ZLWordpressService::Update, UploadOverlay::MovingToDrafts);
+    else
+        startUpload(ZLWordpressService::NewPost, UploadOverlay::SavingDraft);
+}

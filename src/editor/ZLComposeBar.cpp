@@ -1,0 +1,161 @@
+#include "editor/ZLComposeBar.h"
+
+#include "widgets/ZLIconButton.h"
+#include "widgets/ZLIcons.h"
+#include "widgets/ZLTheme.h"
+
+#include <QEvent>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+struct ZLComposeBar::Format {
+    const char *command;
+    const char *icon;
+    const char *toolTip;
+    bool SelectionStyle::*isOn;
+    bool separatorAfter;
+};
+
+const std::array<ZLComposeBar::Format, 6> ZLComposeBar::formats{{
+    {"Bold", "menu_bold", "Bold", &SelectionStyle::bold, false},
+    {"Italic", "menu_italic", "Italic", &SelectionStyle::italic, false},
+    {"Underline", "menu_underline", "Underline", &SelectionStyle::underline, false},
+    {"Strikethrough", "menu_strikethrough", "Strikethrough", &SelectionStyle::strikethrough, true},
+    {"InsertUnorderedList", "menu_unordered_list", "Bulleted list", &SelectionStyle::unorderedList, false},
+    {"InsertOrderedList", "menu_ordered_list", "Numbered list", &SelectionStyle::orderedList, true},
+}};
+
+ZLComposeBar::ZLComposeBar(QWidget *parent)
+    : QWidget(parent)
+{
+    setFixedHeight(48);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(2 * ZLTheme::spacing, 0, 2 * ZLTheme::spacing, 0);
+    row->setSpacing(2);
+    for (std::size_t index = 0; index < formats.size(); ++index) {
+        const Format &format = formats[index];
+        const QString command = QLatin1String(format.command);
+        ZLIconButton *button = addFormatButton(QLatin1String(format.icon), QLatin1String(format.toolTip));
+        connect(button, &QAbstractButton::clicked, this, [this, button, format, command] {
+            button->setChecked(!button->isChecked()); // the page says how it is; a click does not
+            Q_EMIT didPressedFormatButton(command);
+        });
+        m_formatButtons[index] = button;
+        row->addWidget(button);
+        if (format.separatorAfter)
+            row->addWidget(makeSeparator());
+    }
+    m_link = addFormatButton(QStringLiteral("menu_link"), QStringLiteral("Link"));
+    connect(m_link, &QAbstractButton::clicked, this, [this] {
+        m_link->setChecked(!m_link->isChecked());
+        Q_EMIT didPressedLinkButton();
+    });
+    row->addWidget(m_link);
+    auto *media = new ZLIconButton(QStringLiteral("editor_insert_media_button"), QStringLiteral("Insert media"), this);
+    media->setObjectName(QStringLiteral("insertMediaButton"));
+    connect(media, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedInsertMedia);
+    row->addWidget(media);
+    row->addStretch(1);
+
+    m_saveState = new QLabel(this);
+    m_saveState->setObjectName(QStringLiteral("saveStateLabel"));
+    m_saveState->setFont(ZLTheme::font(font(), -1));
+    m_saveState->setForegroundRole(QPalette::PlaceholderText);
+    row->addWidget(m_saveState);
+    row->addSpacing(ZLTheme::spacing);
+    m_delete = new ZLIconButton(QStringLiteral("editor_delete_button"), QStringLiteral("Delete post"), this);
+    m_delete->setObjectName(QStringLiteral("deleteButton"));
+    m_save = new ZLIconButton(QStringLiteral("editor_save_button"), QStringLiteral("Save post"), this);
+    m_save->setObjectName(QStringLiteral("saveButton"));
+    m_publish = new QPushButton(this);
+    m_publish->setObjectName(QStringLiteral("publishButton"));
+    m_publish->setDefault(true);
+    m_publish->setIconSize({16, 16});
+    row->addWidget(m_delete);
+    row->addWidget(m_save);
+    row->addSpacing(ZLTheme::spacing);
+    row->addWidget(m_publish);
+    connect(m_delete, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedDeleteButton);
+    connect(m_save, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedSaveButton);
+    connect(m_publish, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedPublishButton);
+    connect(m_publish, &QAbstractButton::pressed, this, &ZLComposeBar::showPublishIcon);
+    connect(m_publish, &QAbstractButton::released, this, &ZLComposeBar::showPublishIcon);
+}
+
+ZLIconButton *ZLComposeBar::addFormatButton(const QString &icon, const QString &toolTip)
+{
+    auto *button = new ZLIconButton(icon, toolTip, this);
+    button->setCheckable(true);
+    // The selection in the page is what the button works on; the menu has the same commands for the keyboard.
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
+}
+
+QWidget *ZLComposeBar::makeSeparator()
+{
+    auto *line = new QFrame(this);
+    line->setFrameShape(QFrame::VLine);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    line->setFixedSize(2 * ZLTheme::spacing + 1, 20);
+    return line;
+}
+
+void ZLComposeBar::setSaveButton(const ComposeView::Button &button)
+{
+    m_save->setIconName(button.image);
+    m_save->setName(button.toolTip);
+    m_save->setEnabled(button.enabled);
+}
+
+void ZLComposeBar::setPublishButton(const ComposeView::Button &button)
+{
+    m_publishButton = button;
+    m_publish->setText(button.text);
+    m_publish->setToolTip(button.toolTip);
+    m_publish->setEnabled(button.enabled);
+    showPublishIcon();
+}
+
+void ZLComposeBar::showPublishIcon()
+{
+    QPalette onAccent = palette();
+    onAccent.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+    const QString name = m_publish->isDown() ? m_publishButton.alternateImage : m_publishButton.image;
+    if (!name.isEmpty())
+        m_publish->setIcon(ZLIcons::icon(name, onAccent));
+}
+
+void ZLComposeBar::setDeleteToolTip(const QString &toolTip)
+{
+    m_delete->setName(toolTip);
+}
+
+void ZLComposeBar::setSelectionStyle(const SelectionStyle &style)
+{
+    for (std::size_t index = 0; index < formats.size(); ++index)
+        m_formatButtons[index]->setChecked(style.*formats[index].isOn);
+    m_link->setChecked(style.link);
+}
+
+void ZLComposeBar::setSaveState(const QString &text)
+{
+    m_saveState->setText(text);
+}
+
+void ZLComposeBar::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Base));
+    painter.fillRect(QRect(0, height() - 1, width(), 1), ZLTheme::separator(palette()));
+}
+
+void ZLComposeBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showPublishIcon();
+}

@@ -1,0 +1,323 @@
+#include "editor/ZLComposeWidget.h"
+
+#include "editor/ZLAddLinkPopupView.h"
+#include "editor/ZLComposeBar.h"
+#include "widgets/ZLAlertView.h"
+#include "widgets/ZLIconView.h"
+#include "widgets/ZLLoadingView.h"
+#include "widgets/ZLSheetHost.h"
+#include "widgets/ZLTextViewWithPlaceHolder.h"
+#include "widgets/ZLTheme.h"
+#include "widgets/ZLTokenField.h"
+
+#include <QCoroSignal>
+#include <QEvent>
+#include <QFileDialog>
+#include <QLabel>
+#include <QPainter>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int titleWidth = 900;
+constexpr int sideMargin = 48;
+} // namespace
+
+/// The widget as its controller sees it.
+class ZLComposeWidget::View : public ComposeView {
+public:
+    explicit View(ZLComposeWidget &widget)
+        : ComposeView(&widget)
+        , m_widget(widget)
+    {
+    }
+
+    QString title() const override { return m_widget.m_title->string(); }
+    void setTitle(const QString &title) override { m_widget.m_title->setString(title); }
+    QStringList tokens() const override { return m_widget.m_tokens->tokens(); }
+    void setTokens(const QStringList &tokens) override { m_widget.m_tokens->setTokens(tokens); }
+    void focusTitle() override { m_widget.focusTitle(); }
+    void setSaveButton(const Button &button) override { m_widget.m_bar->setSaveButton(button); }
+    void setPublishButton(const Button &button) override { m_widget.m_bar->setPublishButton(button); }
+    void setCalendarButton(const Button &) override { } // the bar has no calendar while dates cannot be chosen
+    void setDeleteToolTip(const QString &toolTip) override { m_widget.m_bar->setDeleteToolTip(toolTip); }
+    void setSelectionStyle(const SelectionStyle &style) override { m_widget.m_bar->setSelectionStyle(style); }
+
+    void setActionsEnabled(bool enabled) override
+    {
+        m_widget.m_actionsEnabled = enabled;
+        m_widget.updateContentEnabled();
+    }
+
+    void setNotice(const QString &text) override
+    {
+        m_widget.m_noticeText->setText(text);
+        m_widget.m_notice->setVisible(!text.isEmpty());
+    }
+
+    void setSaveState(const QString &text) override { m_widget.m_bar->setSaveState(text); }
+
+    void hidePopupWindows() override
+    {
+        m_widget.m_tokens->hideCompletions();
+        m_widget.m_deleteAlert->fadeOut();
+        m_widget.updateContentEnabled();
+    }
+
+    void showLoadingView(const QString &heading, const QString &step, const QString &blogName) override
+    {
+        m_widget.rememberFocus();
+        updateLoadingView(heading, step);
+        m_widget.m_loading->setBlogName(blogName);
+        m_widget.m_loading->setProgress(0);
+        m_widget.m_loading->fadeIn();
+        m_widget.updateContentEnabled();
+    }
+
+    void updateLoadingView(const QString &heading, const QString &step) override
+    {
+        m_widget.m_loading->setPostTypeText(heading);
+        m_widget.m_loading->setCurrentStatus(step);
+    }
+
+    void setUploadProgress(float progress) override { m_widget.m_loading->setProgress(progress); }
+
+    void hideLoadingView() override
+    {
+        m_widget.m_loading->fadeOut();
+        m_widget.updateContentEnabled();
+    }
+
+    void showDeleteAlert(const QString &heading, const QString &title) override
+    {
+        m_widget.rememberFocus();
+        m_widget.m_deleteAlert->ask(heading, title);
+        m_widget.updateContentEnabled();
+    }
+
+    void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow) override
+    {
+        m_widget.showAddLinkSheet(url, tooltip, newWindow);
+    }
+
+    QCoro::Task<QUrl> chooseMedia() override { return m_widget.chooseMedia(); }
+
+private:
+    ZLComposeWidget &m_widget;
+};
+
+ZLComposeWidget::ZLComposeWidget(QWidget *parent)
+    : QWidget(parent)
+    , m_view(new View(*this))
+    , m_content(new QWidget(this))
+    , m_bar(new ZLComposeBar(m_content))
+    , m_notice(makeNotice())
+    , m_pageArea(new QVBoxLayout)
+    , m_loading(new ZLLoadingView(this))
+    , m_deleteAlert(new ZLAlertView(this))
+{
+    m_loading->setObjectName(QStringLiteral("uploadOverlay"));
+    m_deleteAlert->setObjectName(QStringLiteral("deleteAlert"));
+    auto *column = new QVBoxLayout(m_content);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(m_bar);
+    column->addWidget(m_notice);
+    column->addWidget(makeTitleRow());
+    m_pageArea->setContentsMargins({});
+    column->addLayout(m_pageArea, 1);
+    column->addWidget(makeLine());
+    column->addWidget(makeTokenRow());
+    auto *whole = new QVBoxLayout(this);
+    whole->setContentsMargins({});
+    whole->addWidget(m_content);
+    connectView();
+}
+
+ZLComposeWidget::~ZLComposeWidget() = default;
+
+ComposeView &ZLComposeWidget::view()
+{
+    return *m_view;
+}
+
+QWidget *ZLComposeWidget::makeTitleRow()
+{
+    auto *row = new QWidget(m_content);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(sideMargin, 3 * ZLTheme::spacing, sideMargin, ZLTheme::spacing);
+    m_title = new ZLTextViewWithPlaceHolder(QStringLiteral(" Your title here"), row);
+    m_title->setObjectName(QStringLiteral("titleField"));
+    m_title->setFont(ZLTheme::font(font(), 2, QFont::Bold));
+    m_title->setMaximumWidth(titleWidth);
+    m_title->viewport()->setAutoFillBackground(false);
+    layout->addStretch(1);
+    layout->addWidget(m_title, 1000);
+    layout->addStretch(1);
+    return row;
+}
+
+QWidget *ZLComposeWidget::makeLine()
+{
+    auto *line = new QWidget(m_content);
+    line->setFixedHeight(1);
+    line->setBackgroundRole(QPalette::Mid);
+    line->setAutoFillBackground(true);
+    return line;
+}
+
+QWidget *ZLComposeWidget::makeTokenRow()
+{
+    auto *row = new QFrame(m_content);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(2 * ZLTheme::spacing + 4, ZLTheme::spacing, 2 * ZLTheme::spacing, ZLTheme::spacing);
+    layout->setSpacing(ZLTheme::spacing + 2);
+    auto *icon = new ZLIconView(QStringLiteral("editor_token_field"), 16, row, ZLTheme::secondaryText);
+    icon->setToolTip(QStringLiteral("Tags and Categories"));
+    m_tokens = new ZLTokenField(QStringLiteral("categories and #tags"), row);
+    m_tokens->setObjectName(QStringLiteral("tokenField"));
+    layout->addWidget(icon);
+    layout->addWidget(m_tokens, 1);
+    return row;
+}
+
+QFrame *ZLComposeWidget::makeNotice()
+{
+    auto *notice = new QFrame(m_content);
+    notice->setObjectName(QStringLiteral("composeNotice"));
+    notice->setBackgroundRole(QPalette::AlternateBase);
+    notice->setAutoFillBackground(true);
+    notice->hide();
+    auto *row = new QHBoxLayout(notice);
+    row->setContentsMargins(2 * ZLTheme::spacing + 4, ZLTheme::spacing, 2 * ZLTheme::spacing, ZLTheme::spacing);
+    auto *icon = new ZLIconView(QStringLiteral("editor_notice"), 16, notice, ZLTheme::warning);
+    m_noticeText = new QLabel(notice);
+    m_noticeText->setTextFormat(Qt::PlainText);
+    m_noticeText->setWordWrap(true);
+    row->addWidget(icon);
+    row->addWidget(m_noticeText, 1);
+    return notice;
+}
+
+void ZLComposeWidget::connectView()
+{
+    connect(m_title, &ZLTextViewWithPlaceHolder::didBeginEditing, m_view, &ComposeView::titleDidBeginEditing);
+    connect(m_title, &ZLTextViewWithPlaceHolder::didChange, m_view, &ComposeView::titleDidChange);
+    connect(m_title, &ZLTextViewWithPlaceHolder::didTakeFocus, m_view, &ComposeView::fieldDidTakeFocus);
+    connect(m_title, &ZLTextViewWithPlaceHolder::insertTab, m_view, &ComposeView::insertTabInTitle);
+    connect(m_tokens, &ZLTokenField::tokensDidChange, m_view, &ComposeView::tokensDidChange);
+    connect(m_tokens, &ZLTokenField::didTakeFocus, m_view, &ComposeView::fieldDidTakeFocus);
+    connect(m_bar, &ZLComposeBar::didPressedFormatButton, m_view, &ComposeView::didPressedFormatButton);
+    connect(m_bar, &ZLComposeBar::didPressedLinkButton, m_view, &ComposeView::didPressedLinkButton);
+    connect(m_bar, &ZLComposeBar::didPressedInsertMedia, m_view, &ComposeView::didPressedInsertMedia);
+    connect(m_bar, &ZLComposeBar::didPressedSaveButton, m_view, &ComposeView::didPressedSaveButton);
+    connect(m_bar, &ZLComposeBar::didPressedPublishButton, m_view, &ComposeView::didPressedPublishButton);
+    connect(m_bar, &ZLComposeBar::didPressedDeleteButton, m_view, &ComposeView::didPressedDeleteButton);
+    connect(m_loading, &ZLLoadingView::didPressCancel, m_view, &ComposeView::didPressedCancelUpload);
+    connect(m_deleteAlert, &ZLAlertView::didDismissWithButtonIndex, this, [this](int index) {
+        updateContentEnabled();
+        Q_EMIT m_view->alertViewDidDismissWithButtonIndex(index);
+    });
+}
+
+void ZLComposeWidget::setPageWidget(QWidget *page)
+{
+    page->setParent(m_content);
+    m_pageArea->addWidget(page, 1);
+    setTabOrder(m_title, page);
+    setTabOrder(page, m_tokens);
+    page->show();
+}
+
+void ZLComposeWidget::setSheetHost(ZLSheetHost *host)
+{
+    m_sheetHost = host;
+}
+
+void ZLComposeWidget::setCompletions(std::function<QStringList(const QString &)> completions)
+{
+    m_tokens->setCompletions(std::move(completions));
+}
+
+void ZLComposeWidget::updateContentEnabled()
+{
+    const bool isCovered = m_loading->isShowing() || m_deleteAlert->isShowing();
+    const bool enable = m_actionsEnabled && !isCovered;
+    if (enable == m_content->isEnabled())
+        return;
+    m_content->setEnabled(enable);
+    if (m_loading->isShowing())
+        m_loading->focusCancel();
+    if (!enable)
+        return;
+    QWidget *back = std::exchange(m_wantsTitleFocus, false) ? m_title : m_focusBefore.data();
+    m_focusBefore.clear();
+    if (back)
+        back->setFocus(Qt::OtherFocusReason);
+}
+
+void ZLComposeWidget::rememberFocus()
+{
+    QWidget *focused = window()->focusWidget();
+    if (focused && m_content->isAncestorOf(focused))
+        m_focusBefore = focused;
+}
+
+void ZLComposeWidget::focusTitle()
+{
+    m_wantsTitleFocus = !m_content->isEnabled();
+    m_title->setFocus(Qt::OtherFocusReason);
+}
+
+void ZLComposeWidget::showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow)
+{
+    if (!m_sheetHost)
+        return Q_EMIT m_view->addLinkDidClickCancel();
+    if (!m_addLinkSheet) {
+        m_addLinkSheet = new ZLAddLinkPopupView;
+        const auto end = [this] {
+            if (m_sheetHost && m_addLinkSheet)
+                m_sheetHost->endSheet(m_addLinkSheet);
+        };
+        connect(m_addLinkSheet, &ZLAddLinkPopupView::didClickDone, this,
+            [this, end](const QString &address, const QString &text, bool inNewWindow) {
+                end();
+                Q_EMIT m_view->addLinkDidClickDone(address, text, inNewWindow);
+            });
+        connect(m_addLinkSheet, &ZLAddLinkPopupView::didClickCancel, this, [this, end] {
+            end();
+            Q_EMIT m_view->addLinkDidClickCancel();
+        });
+    }
+    m_addLinkSheet->setLink(url, tooltip, newWindow);
+    m_sheetHost->beginSheet(m_addLinkSheet);
+}
+
+QCoro::Task<QUrl> ZLComposeWidget::chooseMedia()
+{
+    const QPointer<ZLComposeWidget> self(this);
+    auto *panel = new QFileDialog(this, QStringLiteral("Insert media"),
+        QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
+        QStringLiteral("Pictures (*.png *.PNG *.jpeg *.JPEG *.jpg *.JPG *.gif *.GIF)"));
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setLabelText(QFileDialog::Accept, QStringLiteral("Select"));
+    panel->open();
+    const std::optional<int> result = co_await qCoro(panel, &QDialog::finished);
+    if (!self)
+        co_return {};
+    const QList<QUrl> chosen = panel->selectedUrls();
+    panel->deleteLater();
+    co_return result == QDialog::Accepted && !chosen.isEmpty() ? chosen.constFirst() : QUrl();
+}
+
+void ZLComposeWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        Q_EMIT m_view->didResignMain();
+}
+
+void ZLComposeWidget::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), palette().color(QPalette::Base));
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "editor/ComposeView.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+
+class QFrame;
+class QLabel;
+class QVBoxLayout;
+class ZLAddLinkPopupView;
+class ZLAlertView;
+class ZLComposeBar;
+class ZLLoadingView;
+class ZLSheetHost;
+class ZLTextViewWithPlaceHolder;
+class ZLTokenField;
+
+/// The compose screen as a widget: the bar, the title, the page, the tokens, and what is laid over them. The page's
+/// widget comes later than the rest, since making it starts the web engine.
+class ZLComposeWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit ZLComposeWidget(QWidget *parent = nullptr);
+    ~ZLComposeWidget() override;
+
+    /// The controller's face of this widget.
+    ComposeView &view();
+    void setPageWidget(QWidget *page);
+    void setSheetHost(ZLSheetHost *host);
+    void setCompletions(std::function<QStringList(const QString &)> completions);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    class View;
+
+    QWidget *makeTitleRow();
+    QWidget *makeLine();
+    QWidget *makeTokenRow();
+    QFrame *makeNotice();
+    void connectView();
+    void updateContentEnabled();
+    void rememberFocus();
+    void focusTitle();
+    void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow);
+    QCoro::Task<QUrl> chooseMedia();
+
+    View *m_view;
+    QWidget *m_content;
+    ZLComposeBar *m_bar;
+    QLabel *m_noticeText = nullptr; ///< before the notice, whose making fills it
+    QFrame *m_notice;
+    ZLTextViewWithPlaceHolder *m_title = nullptr;
+    QVBoxLayout *m_pageArea;
+    ZLTokenField *m_tokens = nullptr;
+    ZLLoadingView *m_loading;
+    ZLAlertView *m_deleteAlert;
+    QPointer<ZLSheetHost> m_sheetHost;
+    QPointer<ZLAddLinkPopupView> m_addLinkSheet;
+    QPointer<QWidget> m_focusBefore;
+    bool m_actionsEnabled = true;
+    bool m_wantsTitleFocus = false;
+};

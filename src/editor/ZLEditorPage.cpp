@@ -1,0 +1,256 @@
+#include "editor/ZLEditorPage.h"
+
+#include "editor/ZLEditorWebView.h"
+
+#include <QCoroFuture>
+
+namespace {
+QVariantMap toVariant(const BodyPiece &piece)
+{
+    return {
+        {QStringLiteral("stored"), piece.stored},
+        {QStringLiteral("lead"), piece.lead},
+        {QStringLiteral("core"), piece.core},
+        {QStringLiteral("tail"), piece.tail},
+        {QStringLiteral("html"), piece.html},
+    };
+}
+
+QVariantMap toVariant(const EditorBody &body)
+{
+    QVariantList pieces;
+    for (const BodyPiece &piece : body.pieces)
+        pieces << toVariant(piece);
+    QVariantMap localImages;
+    for (auto image = body.localImages.cbegin(); image != body.localImages.cend(); ++image)
+        localImages.insert(image.key(), image.value());
+    return {
+        {QStringLiteral("pieces"), pieces},
+        {QStringLiteral("localImages"), localImages},
+        {QStringLiteral("isBlockEditor"), body.isBlockEditor},
+    };
+}
+
+SelectionStyle styleFromVariant(const QVariantMap &map)
+{
+    SelectionStyle style;
+    style.bold = map.value(QStringLiteral("bold")).toBool();
+    style.italic = map.value(QStringLiteral("italic")).toBool();
+    style.underline = map.value(QStringLiteral("underline")).toBool();
+    style.strikethrough = map.value(QStringLiteral("strikethrough")).toBool();
+    style.orderedList = map.value(QStringLiteral("orderedList")).toBool();
+    style.unorderedList = map.value(QStringLiteral("unorderedList")).toBool();
+    style.link = map.value(QStringLiteral("link")).toBool();
+    return style;
+}
+
+/// An address as post content has it: local files are named by "file://localhost".
+QString contentAddress(const QUrl &url)
+{
+    if (url.scheme() == u"file")
+        return QStringLiteral("file://localhost") + url.path(QUrl::FullyEncoded);
+    return url.toString(QUrl::FullyEncoded);
+}
+} // namespace
+
+ZLEditorPage::ZLEditorPage(QObject *parent)
+    : ComposePage(parent)
+    , m_bridge(*this)
+{
+    connect(&m_calls, &EditorCalls::selectionStyleChanged, this, [this](const QVariantMap &style) {
+        m_style = styleFromVariant(style);
+        Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
+    });
+    connect(&m_calls, &EditorCalls::focusTitleRequested, this, &ComposePage::focusTitleRequested);
+}
+
+void ZLEditorPage::setView(ZLEditorWebView *view)
+{
+    m_view = view;
+}
+
+void ZLEditorPage::loadHTMLContent(const EditorBody &body)
+{
+    m_waitingContent = body;
+    if (m_ready && !m_loading)
+        applyContent();
+    else if (!m_ready && m_view)
+        m_view->loadIfGivenUp();
+}
+
+void ZLEditorPage::applyContent()
+{
+    const EditorBody body = *m_waitingContent;
+    m_waitingContent.reset();
+    m_contentOnItsWay = body;
+    m_loading = true;
+    m_calls.hold();
+    if (!m_view)
+        return;
+    // The text is first run as a script, as it always was, but where it reaches nothing; the outcome is thrown away.
+    m_view->evaluateInIsolation(body.html, [page = QPointer(this), body] {
+        if (page && page->m_loading)
+            page->sendContent(body);
+    });
+}
+
+void ZLEditorPage::sendContent(const EditorBody &body)
+{
+    m_view->allowLocalImages(body.localImages.keys());
+    QVariantMap content = toVariant(body);
+    content.insert(QStringLiteral("html"), body.html);
+    m_calls.callNow(QStringLiteral("loadHTMLContent"), {content}).then(this, [this](const EditorCalls::Answer &) {
+        contentArrived();
+    });
+}
+
+void ZLEditorPage::contentArrived()
+{
+    if (!m_loading)
+        return;
+    m_loading = false;
+    m_contentOnItsWay = {};
+    if (m_waitingContent)
+        return applyContent();
+    m_calls.release();
+}
+
+QCoro::Task<std::optional<QString>> ZLEditorPage::textOf(QFuture<EditorCalls::Answer> future)
+{
+    const EditorCalls::Answer answer = co_await future;
+    if (!answer || answer->typeId() != QMetaType::QString)
+        co_return std::nullopt;
+    co_return answer->toString();
+}
+
+QCoro::Task<std::optional<QString>> ZLEditorPage::getBodyContent()
+{
+    return textOf(m_calls.call(QStringLiteral("getBodyContent")));
+}
+
+QCoro::Task<std::optional<QString>> ZLEditorPage::getRawContent()
+{
+    return textOf(m_calls.call(QStringLiteral("getRawContent")));
+}
+
+void ZLEditorPage::addImage(const ImageInfo &image)
+{
+    if (m_view)
+        m_view->allowLocalImages({image.thumbUrl.toString(), image.linkTo.toString()});
+    // The script contract has the text "(null)" for a missing link.
+    const QString link = image.linkTo.isEmpty() ? QStringLiteral("(null)") : contentAddress(image.linkTo);
+    m_calls.call(QStringLiteral("addImage"),
+        {contentAddress(image.thumbUrl), link, image.altText, image.caption, image.tooltip,
+            image.featuredUrl.isEmpty() ? 0 : 1});
+}
+
+void ZLEditorPage::execCommand(const QString &command)
+{
+    m_calls.call(QStringLiteral("execCommand"), {command});
+}
+
+void ZLEditorPage::addLinkMarkToCurrentSelection()
+{
+    m_calls.call(QStringLiteral("addLinkMarkToCurrentSelection"));
+}
+
+void ZLEditorPage::addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow)
+{
+    m_calls.call(QStringLiteral("addLinkToSelection"), {url, tooltip, newWindow});
+}
+
+void ZLEditorPage::removeLinkMarkForCurrentSelection()
+{
+    m_calls.call(QStringLiteral("removeLinkMarkForCurrentSelection"));
+}
+
+void ZLEditorPage::removeLink()
+{
+    m_calls.call(QStringLiteral("removeLink"));
+}
+
+void ZLEditorPage::hidePopupWindows()
+{
+    m_calls.call(QStringLiteral("removeCurrentSelections"));
+}
+
+void ZLEditorPage::focus()
+{
+    if (m_view)
+        m_view->setFocus();
+    m_calls.call(QStringLiteral("focusContent"));
+}
+
+void ZLEditorPage::cleanUndoStack()
+{
+    m_calls.call(QStringLiteral("cleanUndoStack"));
+}
+
+void ZLEditorPage::setTheme(const QVariantMap &colors)
+{
+    m_theme = colors;
+    if (m_ready)
+        m_calls.callNow(QStringLiteral("setTheme"), {m_theme});
+}
+
+void ZLEditorPage::pageIsGone()
+{
+    m_ready = false;
+    // What had not arrived is loaded into the next page, unless there is something newer.
+    if (std::exchange(m_loading, false) && !m_waitingContent)
+        m_waitingContent = std::move(m_contentOnItsWay);
+    m_calls.close();
+}
+
+void ZLEditorPage::jqueryReadyFired()
+{
+    m_ready = true;
+    m_loading = false;
+    m_calls.open();
+    m_calls.callNow(QStringLiteral("setTheme"), {m_theme});
+    const bool first = !std::exchange(m_wasReady, true);
+    if (m_waitingContent)
+        applyContent();
+    if (first)
+        Q_EMIT ready();
+    else
+        Q_EMIT crashed();
+}
+
+void ZLEditorPage::setPostContent(const QString &html)
+{
+    if (!m_loading)
+        Q_EMIT ComposePage::setPostContent(html);
+}
+
+void ZLEditorPage::selectionChanged(const QString &text, const QPoint &)
+{
+    m_selectedText = text;
+    Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
+}
+
+void ZLEditorPage::selectionWasUnselected(const QString &)
+{
+    m_selectedText.clear();
+    Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
+}
+
+void ZLEditorPage::openAddLinkPopover(const QString &url, const QString &tooltip, bool newWindow)
+{
+    Q_EMIT openAddLink(url, tooltip, newWindow);
+}
+
+void ZLEditorPage::resizeTitleView()
+{
+    Q_EMIT titleViewShouldResize();
+}
+
+bool ZLEditorPage::editorIsMainWindow()
+{
+    return m_view && m_view->window()->isActiveWindow();
+}
+
+QString ZLEditorPage::targetForLinkImage()
+{
+    return m_targetForLinkImage ? m_targetForLinkImage() : QStringLiteral("_blank");
+}

@@ -1,0 +1,66 @@
+#include "editor/ZLEditorWebViewBridge.h"
+
+#include "platform/ZLLog.h"
+
+ZLEditorWebViewBridge::ZLEditorWebViewBridge(ZLEditorWebViewBridgeDelegate &delegate, QObject *parent)
+    : QObject(parent)
+    , m_delegate(delegate)
+{
+}
+
+void ZLEditorWebViewBridge::jqueryReadyFired()
+{
+    m_delegate.jqueryReadyFired();
+}
+
+void ZLEditorWebViewBridge::setPostContent_(const QString &html)
+{
+    m_delegate.setPostContent(html);
+}
+
+void ZLEditorWebViewBridge::selectionChangedWithText_X_Y_(const QString &text, int x, int y)
+{
+    m_delegate.selectionChanged(text, {x, y});
+}
+
+void ZLEditorWebViewBridge::selectionChangedWithText_X_Y_Bold_Italic_Underline_Strikethrough_(
+    const QString &text, int x, int y, bool, bool, bool, bool)
+{
+    m_delegate.selectionChanged(text, {x, y});
+}
+
+void ZLEditorWebViewBridge::selectionWasUnselected_(const QString &text)
+{
+    m_delegate.selectionWasUnselected(text);
+}
+
+void ZLEditorWebViewBridge::lastSelection_(const QString &)
+{
+    // Part of the script's contract, and nothing follows from it.
+}
+
+void ZLEditorWebViewBridge::openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(
+    const QString &url, const QString &tooltip, const QString &target)
+{
+    m_delegate.openAddLinkPopover(url, tooltip, target == u"_blank");
+}
+
+void ZLEditorWebViewBridge::resizeTitleView()
+{
+    m_delegate.resizeTitleView();
+}
+
+void ZLEditorWebViewBridge::printText_(const QString &text)
+{
+    ZLLog(text);
+}
+
+bool ZLEditorWebViewBridge::editorIsMainWindow()
+{
+    return m_delegate.editorIsMainWindow();
+}
+
+QString ZLEditorWebViewBridge::targetForLinkImage()
+{
+    return m_delegate.targetForLinkImage();
+}

@@ -1,0 +1,116 @@
+// A changed piece keeps the bytes of all that did not change in it: the quotes of an attribute, an entity, an end tag
+// that the writer of the body left out.
+//
+// `core` is the stored text, `before` the page's serialisation right after loading it, `after` the one of now. Tokens of
+// `before` are paired with tokens of `core`; each token of `after` that is an unchanged one of `before` takes its text
+// from there.
+
+import {match} from './diff.js';
+import {decode, tokenise} from './tokens.js';
+
+export class Original {
+    /** @param lineEndsMatter whether a line end says more than a space: in plain text and in preformatted text */
+    constructor(core, before, lineEndsMatter) {
+        this.core = core;
+        this.before = before;
+        this.alikeSpace = lineEndsMatter ? HARD_SPACE : ANY_SPACE;
+        this.tokens = null;
+    }
+
+    /** `after`, in the original's own words wherever it says the same. */
+    applyTo(after) {
+        if (after === this.before)
+            return this.core;
+        this.tokens ??= pairTokens(tokenise(this.core), tokenise(this.before));
+        const text = reword(this.tokens, tokenise(after), this.alikeSpace);
+        // Where an end tag was only implied, a change can move what follows into another element. Then the page's own
+        // words are the right ones.
+        return skeleton(text) === skeleton(after) ? text : after;
+    }
+}
+
+/** Gives each token of `before` its text in `core`: `own` for itself, `source` with what stands unpaired behind it. */
+function pairTokens(coreTokens, beforeTokens) {
+    const partners = match(coreTokens.map(token => token.key), beforeTokens.map(token => token.key));
+    const pairs = fillGaps(partners, coreTokens, beforeTokens, sameKind);
+    const tokens = beforeTokens.map(token => ({...token, own: null, source: ''}));
+    pairs.forEach(([i, j], n) => {
+        const start = n === 0 ? 0 : i;
+        const end = n + 1 < pairs.length ? pairs[n + 1][0] : coreTokens.length;
+        tokens[j].own = coreTokens[i].raw;
+        tokens[j].source = coreTokens.slice(start, end).map(token => token.raw).join('');
+    });
+    return tokens;
+}
+
+function sameKind(a, b) {
+    return a.kind === b.kind && a.name === b.name;
+}
+
+/** Adds, between the pairs there are, pairs of tokens that are alike, in order. */
+function fillGaps(pairs, a, b, alike) {
+    const result = [];
+    let [fromA, fromB] = [0, 0];
+    for (const [i, j] of [...pairs, [a.length, b.length]]) {
+        for (; fromB < j; fromB += 1) {
+            const found = a.slice(fromA, i).findIndex(token => alike(token, b[fromB]));
+            if (found >= 0) {
+                result.push([fromA + found, fromB]);
+                fromA += found + 1;
+            }
+        }
+        if (i < a.length || j < b.length)
+            result.push([i, j]);
+        [fromA, fromB] = [i + 1, j + 1];
+    }
+    return result;
+}
+
+function reword(before, after, alikeSpace) {
+    const kept = match(before.map(token => token.raw), after.map(token => token.raw));
+    const isKept = new Set(kept.map(([, j]) => j));
+    const texts = (a, b) => a.kind === 'text' && b.kind === 'text';
+    const words = after.map(token => token.raw);
+    for (const [i, j] of fillGaps(kept, before, after, texts))
+        words[j] = isKept.has(j) ? before[i].source : rewordText(before[i], after[j].raw, alikeSpace);
+    return words.join('');
+}
+
+const UNITS = /&(?:#\d+|#x[\da-f]+|[a-z]\w*);?|\r\n|[\s\S]/gi;
+// Beside a change the browser makes spaces hard ones, to keep them visible, and line ends plain spaces.
+const HARD_SPACE = /\u00a0/;
+const ANY_SPACE = /[\u00a0\n\t\r]/;
+
+/** A changed run of text: its beginning and end as they stand in the original. */
+function rewordText(before, text, alikeSpace) {
+    if (before.own === null || decode(before.own) !== decode(before.raw))
+        return text;
+    const [old, now] = [before.own.match(UNITS) ?? [], text.match(UNITS) ?? []];
+    const saying = unit => decode(unit).replace(alikeSpace, ' ');
+    const same = (i, j) => old[i] === now[j] || saying(old[i]) === saying(now[j]);
+    const limit = Math.min(old.length, now.length);
+    let head = 0;
+    while (head < limit && same(head, head))
+        head += 1;
+    let tail = 0;
+    while (tail < limit - head && same(old.length - 1 - tail, now.length - 1 - tail))
+        tail += 1;
+    return [...old.slice(0, head), ...now.slice(head, now.length - tail), ...old.slice(old.length - tail)].join('');
+}
+
+/** Which elements and texts there are and how they are nested, with nothing of what they say. */
+function skeleton(html) {
+    const template = document.createElement('template');
+    template.innerHTML = html;
+    const outline = node => {
+        let text = '';
+        for (const child of node.childNodes) {
+            if (child.nodeType === Node.ELEMENT_NODE)
+                text += `(${child.localName}${outline(child)})`;
+            else if (child.nodeType === Node.TEXT_NODE && child.data.trim() !== '' && !text.endsWith('#'))
+                text += '#';
+        }
+        return text;
+    };
+    return outline(template.content);
+}

@@ -1,0 +1,110 @@
+// Tells the native side what is selected and how the text there is styled.
+
+const QUIET_MS = 60;
+const STATES = {
+    bold: 'bold', italic: 'italic', underline: 'underline', strikethrough: 'strikeThrough',
+    orderedList: 'insertOrderedList', unorderedList: 'insertUnorderedList',
+};
+
+export class SelectionWatch {
+    constructor(editor, bridge, calls) {
+        this.editor = editor;
+        this.bridge = bridge;
+        this.calls = calls;
+        this.hadText = false;
+        this.lastStyle = '';
+        this.timer = 0;
+        document.addEventListener('selectionchange', () => this.didChange());
+        // Commands by keyboard change the style at the cursor without moving it.
+        document.addEventListener('keyup', () => this.later());
+    }
+
+    didChange() {
+        remember(this.editor.content);
+        this.later();
+    }
+
+    /** Once the keys rest: to ask for the style costs too much for every key press. */
+    later() {
+        clearTimeout(this.timer);
+        this.timer = setTimeout(() => this.tell(), QUIET_MS);
+    }
+
+    tell() {
+        const range = rangeIn(this.editor.content);
+        if (!range)
+            return;
+        const style = styleOf(range);
+        this.tellStyle(style);
+        const text = getSelection().toString();
+        if (text !== '')
+            this.tellText(text, range, style);
+        else if (this.hadText)
+            this.bridge.selectionWasUnselected_('');
+        this.hadText = text !== '';
+    }
+
+    tellText(text, range, style) {
+        const {left, width, top} = range.getBoundingClientRect();
+        this.bridge.selectionChangedWithText_X_Y_Bold_Italic_Underline_Strikethrough_(text,
+            Math.round(left + width / 2), Math.round(top), style.bold, style.italic, style.underline, style.strikethrough);
+    }
+
+    tellStyle(style) {
+        const key = JSON.stringify(style);
+        if (key === this.lastStyle)
+            return;
+        this.lastStyle = key;
+        this.calls.reportSelectionStyle(style);
+    }
+}
+
+function styleOf(range) {
+    const style = {link: Boolean(linkAt(range.commonAncestorContainer))};
+    for (const [name, command] of Object.entries(STATES))
+        style[name] = document.queryCommandState(command);
+    return style;
+}
+
+/** The selected range, if it is in the content. */
+export function rangeIn(content) {
+    const selection = getSelection();
+    if (selection.rangeCount === 0)
+        return null;
+    const range = selection.getRangeAt(0);
+    return content.contains(range.commonAncestorContainer) ? range : null;
+}
+
+export function linkAt(node) {
+    const element = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
+    return element?.closest('#content a[href]:not([data-zalmo-more])') ?? null;
+}
+
+export function select(range) {
+    const selection = getSelection();
+    selection.removeAllRanges();
+    selection.addRange(range);
+}
+
+let lastRange = null; // survives that the selection is taken away, so that the next command knows its place
+
+function remember(content) {
+    lastRange = rangeIn(content)?.cloneRange() ?? lastRange;
+}
+
+/** The cursor: where it is, else where it was last, else the end of the content. */
+export function ensureSelection(content) {
+    const current = rangeIn(content);
+    content.focus({preventScroll: true});
+    if (current)
+        return;
+    const isThere = lastRange && content.contains(lastRange.commonAncestorContainer);
+    select(isThere ? lastRange.cloneRange() : endOf(content));
+}
+
+function endOf(content) {
+    const range = document.createRange();
+    range.selectNodeContents(content.lastElementChild ?? content);
+    range.collapse(false);
+    return range;
+}

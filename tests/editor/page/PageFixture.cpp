@@ -1,0 +1,110 @@
+#include "PageFixture.h"
+
+#include "wordpress/ContentConversion.h"
+
+#include <QCoroTask>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+QString quoted(const QString &text)
+{
+    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + QStringLiteral("[0]");
+}
+
+/// Selects the first occurrence of a text that lies in one text node.
+const QString selectScript = QStringLiteral(R"((() => {
+    const content = document.getElementById('content');
+    const walker = document.createTreeWalker(content, NodeFilter.SHOW_TEXT);
+    while (walker.nextNode()) {
+        const at = walker.currentNode.data.indexOf(%1);
+        if (at < 0)
+            continue;
+        content.focus();
+        getSelection().setBaseAndExtent(walker.currentNode, at + %2, walker.currentNode, at + %3);
+        return true;
+    }
+    return false;
+})())");
+} // namespace
+
+PageFixture::PageFixture()
+    : files(home.filePath(QStringLiteral("data")), home.filePath(QStringLiteral("cache")))
+{
+}
+
+PageFixture::~PageFixture() = default;
+
+bool PageFixture::start()
+{
+    view = std::make_unique<ZLEditorWebView>(page, files.cacheFolder());
+    QObject::connect(&page, &ComposePage::setPostContent, &page, [this](const QString &html) { reports << html; });
+    view->resize(900, 700);
+    view->show();
+    return QTest::qWaitFor([this] { return page.isReady(); }, 30'000);
+}
+
+void PageFixture::load(const QString &stored)
+{
+    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files));
+    body();
+    reports.clear();
+}
+
+QString PageFixture::body()
+{
+    const std::optional<QString> text = QCoro::waitFor(page.getBodyContent());
+    return text.value_or(QString());
+}
+
+QVariant PageFixture::evaluate(const QString &script)
+{
+    std::optional<QVariant> answer;
+    view->page()->runJavaScript(script, 0, [&answer](const QVariant &value) { answer = value; });
+    [[maybe_unused]] const bool answered = QTest::qWaitFor([&answer] { return answer.has_value(); }, 10'000);
+    return answer.value_or(QVariant());
+}
+
+void PageFixture::select(const QString &text)
+{
+    QVERIFY2(evaluate(selectScript.arg(quoted(text)).arg(0).arg(text.size())).toBool(), qPrintable(text));
+}
+
+void PageFixture::putCursorBehind(const QString &text)
+{
+    QVERIFY2(evaluate(selectScript.arg(quoted(text)).arg(text.size()).arg(text.size())).toBool(), qPrintable(text));
+}
+
+void PageFixture::type(const QString &text)
+{
+    view->setFocus();
+    QTest::keyClicks(view->focusProxy(), text);
+}
+
+void PageFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers, int times)
+{
+    view->setFocus();
+    for (int n = 0; n < times; ++n)
+        QTest::keyClick(view->focusProxy(), key, modifiers);
+}
+
+QString PageFixture::copyPicture(const QString &name)
+{
+    QImage image(4, 3, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
+    const QString path = files.cacheFolder() + QLatin1Char('/') + name;
+    [[maybe_unused]] const bool saved = image.save(path, "PNG");
+    return QStringLiteral("file://localhost") + QUrl::fromLocalFile(path).path(QUrl::FullyEncoded);
+}
+
+QByteArray difference(const QString &actual, const QString &expected)
+{
+    qsizetype at = 0;
+    while (at < actual.size() && at < expected.size() && actual[at] == expected[at])
+        ++at;
+    const auto around = [at](const QString &text) { return text.mid(std::max<qsizetype>(0, at - 40), 160); };
+    return "\n  actual:   …" + around(actual).toUtf8() + "…\n  expected: …" + around(expected).toUtf8() + "…";
+}

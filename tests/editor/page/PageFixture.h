@@ -1,0 +1,38 @@
+#pragma once
+
+#include "editor/ZLEditorPage.h"
+#include "editor/ZLEditorWebView.h"
+#include "platform/ZLFileManager.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+
+/// The editor page in the real engine, with what a test does to it.
+class PageFixture {
+public:
+    PageFixture();
+    ~PageFixture();
+    [[nodiscard]] bool start();
+
+    /// Loads a body as the compose screen does, and waits until it is there.
+    void load(const QString &stored);
+    QString body(); ///< the answer of getBodyContent; null when there is none
+    QVariant evaluate(const QString &script); ///< in the page's own world
+    void select(const QString &text); ///< its first occurrence in the text of the page
+    void putCursorBehind(const QString &text);
+    void type(const QString &text); ///< real key events
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1);
+    QString copyPicture(const QString &name); ///< into the cache folder; its file:// address as content has it
+
+    QTemporaryDir home;
+    ZLFileManager files;
+    ZLEditorPage page;
+    std::unique_ptr<ZLEditorWebView> view;
+    QStringList reports;
+};
+
+/// Where two long texts differ, for the message of a failed comparison.
+QByteArray difference(const QString &actual, const QString &expected);
+
+#define TRY_BODY(expected) QTRY_VERIFY2(m_page.body() == (expected), difference(m_page.body(), (expected)).constData())
