@@ -1,0 +1,12 @@
+#include "mainwindow/ZLProgram.h"
+
+#include <QApplication>
+
+int main(int argc, char **argv)
+{
+    ZLProgram::prepare();
+    QApplication application(argc, argv);
+    ZLProgram program;
+    program.start();
+    return QApplication::exec();
+}

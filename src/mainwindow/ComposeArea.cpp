@@ -1,0 +1,75 @@
+#include "mainwindow/ComposeArea.h"
+
+#include "app/ZLAppDelegate.h"
+#include "editor/ZLComposeWidget.h"
+
+ComposeArea::ComposeArea(ZLAppDelegate &app, Prompts &prompts, ZLSheetHost &sheets)
+    : m_app(app)
+    , m_host(app)
+    , m_widget(new ZLComposeWidget)
+    , m_controller(m_host, m_page, m_widget->view(), prompts)
+{
+    m_page.setParent(this); // so that the page can be found below the window
+    m_widget->setSheetHost(&sheets);
+    m_widget->setCompletions([this](const QString &text) { return m_host.getTaxonomiesForSearch(text); });
+    m_page.setTargetForLinkImage([this] {
+        const AccountPtr account = m_host.selectedAccount();
+        const bool sameWindow = account && account->preferences && account->preferences->default_open_image_link == 1;
+        return sameWindow ? u"_self"_qs : u"_blank"_qs;
+    });
+}
+
+ComposeArea::~ComposeArea()
+{
+    delete m_webView; // before the page that it shows
+}
+
+QWidget *ComposeArea::view() const
+{
+    return m_widget;
+}
+
+void ComposeArea::makeWebView()
+{
+    if (m_webView)
+        return;
+    m_webView = new ZLEditorWebView(m_page, m_host.cacheFolder());
+    m_webView->setObjectName(u"editorWebView"_qs);
+    m_widget->setPageWidget(m_webView);
+}
+
+bool ComposeArea::canFormatSelectedDOMRange() const
+{
+    const QWidget *focused = m_widget->window()->focusWidget();
+    return m_webView && m_page.isReady() && focused && (focused == m_webView || m_webView->isAncestorOf(focused));
+}
+
+void ComposeArea::loadPost(const LocalPostPtr &post)
+{
+    m_controller.loadPost(post);
+}
+
+void ComposeArea::loadLocalPost(const LocalPostPtr &post, int action)
+{
+    m_controller.loadLocalPostAndDoAction(post, action);
+}
+
+void ComposeArea::doActionForCurrentPost(int action)
+{
+    m_controller.doActionForCurrentPost(action);
+}
+
+void ComposeArea::makeTitleBecomeFirstResponder()
+{
+    m_controller.makeTitleBecomeFirstResponder();
+}
+
+void ComposeArea::cleanEditorForNewPost()
+{
+    m_controller.cleanEditorForNewPost();
+}
+
+void ComposeArea::cleanUndoStack()
+{
+    m_controller.cleanUndoStack();
+}

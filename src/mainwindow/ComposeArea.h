@@ -1,0 +1,43 @@
+#pragma once
+
+#include "editor/AppComposeHost.h"
+#include "editor/ZLEditorPage.h"
+#include "editor/ZLEditorWebView.h"
+#include "editor/ZLMainWindowCreateViewController.h"
+#include "mainwindow/ZLPostListViewControllerDelegate.h"
+
+class ZLComposeWidget;
+class ZLSheetHost;
+
+/// The compose screen put together: its widget, its page, its controller. The web engine joins by makeWebView().
+class ComposeArea : public QObject, public ZLPostListViewControllerDelegate {
+    Q_OBJECT
+public:
+    ComposeArea(ZLAppDelegate &app, Prompts &prompts, ZLSheetHost &sheets);
+    ~ComposeArea() override;
+
+    QWidget *view() const;
+    ZLMainWindowCreateViewController &controller() { return m_controller; }
+    /// Starts the web engine. A second call does nothing.
+    void makeWebView();
+    /// Null before makeWebView().
+    ZLEditorWebView *webView() const { return m_webView; }
+    /// Whether the text cursor is in the page, so that there is something to format.
+    bool canFormatSelectedDOMRange() const;
+
+    // ZLPostListViewControllerDelegate
+    void loadPost(const LocalPostPtr &post) override;
+    void loadLocalPost(const LocalPostPtr &post, int action) override;
+    void doActionForCurrentPost(int action) override;
+    void makeTitleBecomeFirstResponder() override;
+    void cleanEditorForNewPost() override;
+    void cleanUndoStack() override;
+
+private:
+    ZLAppDelegate &m_app;
+    AppComposeHost m_host;
+    ZLEditorPage m_page;
+    ZLComposeWidget *m_widget; ///< the window's
+    ZLMainWindowCreateViewController m_controller;
+    QPointer<ZLEditorWebView> m_webView;
+};

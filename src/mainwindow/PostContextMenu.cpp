@@ -1,0 +1,82 @@
+#include "mainwindow/PostContextMenu.h"
+
+#include "app/ZLAppDelegate.h"
+#include "mainwindow/PostCopier.h"
+#include "mainwindow/ZLPostListViewControllerDelegate.h"
+#include "platform/ZLLog.h"
+#include "widgets/ZLFavicon.h"
+
+#include <QPointer>
+
+PostContextMenu::PostContextMenu(ZLAppDelegate &app, const LocalPostPtr &post, QWidget *parent)
+    : QMenu(tr("Contextual Menu"), parent)
+    , m_app(app)
+    , m_post(post)
+{
+    connect(addAction(tr("New Post")), &QAction::triggered, this, &PostContextMenu::newPost);
+    addSeparator();
+    addPostItems();
+    addSeparator();
+    addCopyToBlog();
+    addLinkItems();
+}
+
+QString PostContextMenu::saveTitle(const ZLLocalPostRepresentation &post, bool linkedToEvernote)
+{
+    if (post.published)
+        return linkedToEvernote ? tr("Move to Evernote") : tr("Move to drafts");
+    const bool isStored = post.status == ZLLocalPostRepresentation::Draft
+        || post.status == ZLLocalPostRepresentation::Modified || post.status == ZLLocalPostRepresentation::EvernoteNote;
+    if (isStored) // the blank at the end is part of the title
+        return linkedToEvernote ? tr("Update to Evernote ") : tr("Update Draft");
+    return linkedToEvernote ? tr("Save to Evernote") : tr("Save as Draft");
+}
+
+void PostContextMenu::addPostItems()
+{
+    const auto addItem = [this](const QString &title, int action) {
+        connect(addAction(title), &QAction::triggered, this, [this, action] { Q_EMIT this->action(action); });
+    };
+    const AccountPtr account = m_app.selectedAccount();
+    addItem(m_post->published ? tr("Update") : tr("Publish"), AwaitingAction::Publish);
+    addItem(tr("Delete"), AwaitingAction::Delete);
+    addItem(saveTitle(*m_post, account && account->evernote), AwaitingAction::Save);
+}
+
+void PostContextMenu::addCopyToBlog()
+{
+    const QList<AccountPtr> accounts = m_app.accountsCanReceivePostCopy();
+    if (accounts.isEmpty())
+        return;
+    QMenu *blogs = addMenu(tr("Copy to Blog"));
+    for (const AccountPtr &account : accounts) {
+        const QString favicon = m_app.platform().files.faviconPathWithBlogName(account->alias());
+        QAction *item =
+            blogs->addAction(ZLFavicon::icon(favicon), QString(account->alias()).replace(u"&"_qs, u"&&"_qs));
+        connect(item, &QAction::triggered, this, [this, account] {
+            PostCopier::copyPostToBlog(m_app, m_post, account, [menu = QPointer(this)](const QUrl &file) {
+                if (menu)
+                    Q_EMIT menu->copied(file);
+            });
+        });
+    }
+}
+
+void PostContextMenu::addLinkItems()
+{
+    QAction *view = addAction(tr("View on Browser"));
+    connect(view, &QAction::triggered, this, [this] { m_app.platform().workspace.openURL(m_post->postURL); });
+    QAction *link = addAction(tr("Get Link"));
+    connect(link, &QAction::triggered, this, &PostContextMenu::getLink);
+    for (QAction *item : {view, link})
+        item->setEnabled(!m_post->postURL.isEmpty());
+}
+
+void PostContextMenu::getLink()
+{
+    if (!m_app.platform().workspace.copyLink(m_post->postURL)) {
+        ZLLog(u"error seting object on pasteboard"_qs);
+        return;
+    }
+    m_app.platform().notificationCenter.deliver({tr("Successfully copied link to clipboard."), {}, {}});
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "model/ZLLocalPostRepresentation.h"
+#include "store/Account.h"
+
+#include <QMenu>
+
+class ZLAppDelegate;
+
+/// The menu of one row of the post list.
+class PostContextMenu : public QMenu {
+    Q_OBJECT
+public:
+    PostContextMenu(ZLAppDelegate &app, const LocalPostPtr &post, QWidget *parent);
+
+    /// What the item is called that keeps the post off the public blog.
+    static QString saveTitle(const ZLLocalPostRepresentation &post, bool linkedToEvernote);
+
+Q_SIGNALS:
+    void newPost();
+    void action(int action); ///< of AwaitingAction
+    void copied(const QUrl &file); ///< the post has a copy on another blog, which is the current one now
+
+private:
+    void addPostItems();
+    void addCopyToBlog();
+    void addLinkItems();
+    void getLink();
+
+    ZLAppDelegate &m_app;
+    LocalPostPtr m_post;
+};

@@ -1,0 +1,445 @@
+#include "mainwindow/ZLMainWindow.h"
+
+#include "app/ZLAppDelegate.h"
+#include "mainwindow/ComposeArea.h"
+#include "mainwindow/FullScreenColumn.h"
+#include "mainwindow/ZLPostListView.h"
+#include "mainwindow/ZLPostListViewController.h"
+#include "mainwindow/ZLPrompts.h"
+#include "mainwindow/ZLSelectorView.h"
+#include "mainwindow/ZLSideBarView.h"
+#include "mainwindow/ZLTitleBarView.h"
+#include "widgets/ZLIconButton.h"
+#include "widgets/ZLIcons.h"
+#include "widgets/ZLSheetHost.h"
+#include "widgets/ZLTheme.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QShortcut>
+#include <QTimer>
+#include <ZalmoServices.h>
+
+namespace {
+const QString toolViewKey = u"postListShouldBeOpen"_qs;
+const QString frameKey = u"mainWindowFrame"_qs;
+constexpr QSize sizeWithOpenList(1180, 780);
+constexpr QSize smallestSize(580, 420); // with a closed list
+} // namespace
+
+ZLMainWindow::ZLMainWindow(ZLAppDelegate &app)
+    : m_app(app)
+    , m_leaveFullScreen(new QShortcut(Qt::Key_Escape, this))
+{
+    ZLTheme::applyOnce(*qApp);
+    setObjectName(u"mainWindow"_qs);
+    setWindowTitle(u"Zalmo"_qs);
+    setWindowIcon(ZLIcons::application());
+    setContextMenuPolicy(Qt::NoContextMenu);
+    makeViews();
+    makeMenus();
+    connectViews();
+    restorePreviousToolViewStatus();
+    updateButtons();
+}
+
+ZLMainWindow::~ZLMainWindow()
+{
+    // The parts that talk to views go before the views.
+    m_postList->delegate = nullptr;
+    m_compose->controller().setRowUpdates(nullptr);
+}
+
+void ZLMainWindow::makeViews()
+{
+    m_mainView = new QWidget(this);
+    m_mainView->setAutoFillBackground(true);
+    m_mainView->setBackgroundRole(QPalette::Base);
+    setCentralWidget(m_mainView);
+    m_sideBarView = new ZLSideBarView(m_mainView);
+    m_titleBarView = new ZLTitleBarView(m_mainView);
+    m_selectorView = new ZLSelectorView(m_titleBarView);
+    m_titleBarView->layout()->addWidget(m_selectorView);
+    m_sheets = new ZLSheetHost(m_mainView);
+    m_prompts = std::make_unique<ZLPrompts>(m_app, *m_sheets);
+    m_postList = std::make_unique<ZLPostListViewController>(m_app, *m_prompts, m_mainView);
+    m_compose = std::make_unique<ComposeArea>(m_app, *m_prompts, *m_sheets);
+    m_compose->setParent(this);
+    m_toolView = m_postList->view();
+    m_currentView = m_compose->view();
+
+    auto *body = new QHBoxLayout;
+    body->setSpacing(0);
+    body->addWidget(m_toolView);
+    body->addWidget(m_currentView, 1);
+    auto *right = new QVBoxLayout;
+    right->setSpacing(0);
+    right->addWidget(m_titleBarView);
+    right->addLayout(body, 1);
+    m_column = new QHBoxLayout(m_mainView);
+    m_column->setContentsMargins({});
+    m_column->setSpacing(0);
+    m_column->addWidget(m_sideBarView);
+    m_column->addLayout(right, 1);
+}
+
+void ZLMainWindow::makeMenus()
+{
+    for (const MenuOfCommands &commands : menuCommands()) {
+        QMenu *menu = menuBar()->addMenu(commands.title);
+        for (const MenuCommand &command : commands.commands)
+            addCommand(menu, command);
+        // An item is grey only while its menu is open. Its shortcut asks again when it is pressed: a key must not be
+        // dead because of what was so when the menu was last looked at.
+        connect(menu, &QMenu::aboutToShow, this, [this] { updateMenus(true); });
+        connect(menu, &QMenu::aboutToHide, this, [this] { updateMenus(false); });
+    }
+    m_selectorView->setConnectAction(m_actions.value(u"newBlogMenuItem"_qs));
+    m_actions.value(u"postListMenuItem"_qs)->setCheckable(true);
+    m_actions.value(u"fullScreenMenuItem"_qs)->setCheckable(true);
+}
+
+void ZLMainWindow::addCommand(QMenu *menu, const MenuCommand &command)
+{
+    if (command.name.isNull()) {
+        menu->addSeparator();
+        return;
+    }
+    QAction *action = menu->addAction(command.title);
+    action->setObjectName(command.name);
+    action->setShortcuts(command.shortcuts);
+    if (!command.icon.isEmpty())
+        action->setIcon(ZLIcons::icon(command.icon));
+    addAction(action); // shortcuts work in full screen too, where the menu bar is hidden
+    m_actions.insert(command.name, action);
+    m_rules.insert(command.name, command.rule);
+    connect(action, &QAction::triggered, this, [this, command] {
+        if (isRuleMet(command.rule))
+            (this->*command.action)();
+    });
+}
+
+void ZLMainWindow::connectViews()
+{
+    m_postList->delegate = m_compose.get();
+    m_compose->controller().setRowUpdates(m_postList.get());
+    connect(m_postList.get(), &ZLPostListViewController::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
+    connect(m_sideBarView, &ZLSideBarView::didClickOnPostsList, this, &ZLMainWindow::didClickOnPostsList);
+    connect(m_sideBarView, &ZLSideBarView::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
+    connect(m_sideBarView, &ZLSideBarView::didClickOnImportMedia, this, &ZLMainWindow::didClickOnImportMedia);
+    connect(m_selectorView, &ZLSelectorView::selectorDidChange, this,
+        [this](int index) { m_app.selectorDidChange(index); });
+    connect(&m_app.notifications(), &ZLNotifications::didUpdatePosts, this, [this] {
+        updateButtons();
+        makeWebViewSoon(0);
+    });
+    connect(m_leaveFullScreen, &QShortcut::activated, this, &ZLMainWindow::toggleFullScreen);
+    m_leaveFullScreen->setEnabled(false);
+    m_sheets->setSheetRect([this] { return sheetRect(); });
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &ZLMainWindow::saveFrame);
+}
+
+ZLWindows ZLMainWindow::windows()
+{
+    return {&m_compose->controller(), m_postList.get(), m_prompts.get(), m_selectorView};
+}
+
+// Frame and layout
+
+void ZLMainWindow::restorePreviousToolViewStatus()
+{
+    const ZLDefaults &defaults = m_app.platform().defaults;
+    const QVariant stored = defaults.objectForKey(toolViewKey); // starting values may not be registered yet
+    m_isDisplayingToolView = !stored.isValid() || stored.toBool();
+    m_toolView->setVisible(m_isDisplayingToolView);
+    m_sideBarView->setPostListShown(m_isDisplayingToolView);
+    updateMinimumSize();
+    if (restoreGeometry(QByteArray::fromBase64(defaults.stringForKey(frameKey).toLatin1())))
+        return;
+    const int closed = m_isDisplayingToolView ? 0 : ZLTheme::toolViewWidth;
+    resize(sizeWithOpenList - QSize(closed, 0));
+}
+
+void ZLMainWindow::saveFrame()
+{
+    m_app.platform().defaults.setObjectForKey(QString::fromLatin1(saveGeometry().toBase64()), frameKey);
+}
+
+void ZLMainWindow::showPostListBar()
+{
+    if (!m_isDisplayingToolView)
+        setToolViewShown(true);
+}
+
+void ZLMainWindow::hidePostListBar()
+{
+    if (m_isDisplayingToolView)
+        setToolViewShown(false);
+}
+
+void ZLMainWindow::setToolViewShown(bool shown)
+{
+    m_isDisplayingToolView = shown;
+    const bool canGrow = !isFullScreen() && !isMaximized();
+    const int width = this->width() + (shown ? ZLTheme::toolViewWidth : -ZLTheme::toolViewWidth);
+    if (!shown && m_toolView->isAncestorOf(focusWidget()))
+        m_compose->makeTitleBecomeFirstResponder();
+    m_toolView->setVisible(shown);
+    updateMinimumSize();
+    if (canGrow)
+        resize(width, height());
+    layOutColumn();
+    m_sideBarView->setPostListShown(shown);
+    m_app.platform().defaults.setObjectForKey(shown, toolViewKey);
+    m_app.platform().defaults.synchronize();
+    m_sheets->layOut();
+}
+
+void ZLMainWindow::updateMinimumSize()
+{
+    setMinimumSize(smallestSize + QSize(m_isDisplayingToolView ? ZLTheme::toolViewWidth : 0, 0));
+}
+
+void ZLMainWindow::layOutColumn()
+{
+    if (!isFullScreen()) {
+        m_column->setContentsMargins({});
+        return;
+    }
+    const FullScreenColumn column(width(), m_isDisplayingToolView);
+    m_column->setContentsMargins(column.x(), 0, width() - column.x() - column.width(), 0);
+}
+
+QRect ZLMainWindow::sheetRect() const
+{
+    const QPoint corner = m_currentView->mapTo(m_mainView, QPoint());
+    return {corner, m_currentView->size()};
+}
+
+void ZLMainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    layOutColumn();
+}
+
+void ZLMainWindow::toggleFullScreen()
+{
+    setWindowState(windowState() ^ Qt::WindowFullScreen);
+}
+
+void ZLMainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange)
+        return;
+    m_compose->controller().hidePopupWindows();
+    m_leaveFullScreen->setEnabled(isFullScreen());
+    menuBar()->setVisible(!isFullScreen());
+    layOutColumn();
+}
+
+bool ZLMainWindow::event(QEvent *event)
+{
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::UpdateRequest && !m_wasPainted) {
+        m_wasPainted = true;
+        constexpr int patience = 100; // ms for the rows, which come first when there are any
+        makeWebViewSoon(patience);
+    }
+    return handled;
+}
+
+void ZLMainWindow::makeWebViewSoon(int milliseconds)
+{
+    if (m_wasPainted && !m_compose->webView())
+        QTimer::singleShot(milliseconds, this, [this] { m_compose->makeWebView(); });
+}
+
+// Menu
+
+bool ZLMainWindow::hasAttachedSheet() const
+{
+    return m_sheets->attachedSheet() != nullptr;
+}
+
+bool ZLMainWindow::validateMenuItem(const QString &name) const
+{
+    return isRuleMet(m_rules.value(name));
+}
+
+bool ZLMainWindow::isRuleMet(MenuCommand::Rule rule) const
+{
+    const bool hasAccount = m_app.numberOfConnectedAccounts() > 0 && !hasAttachedSheet();
+    switch (rule) {
+    case MenuCommand::NoSheet:
+        return !hasAttachedSheet();
+    case MenuCommand::HasAccount:
+        return hasAccount;
+    case MenuCommand::CanSave:
+        return hasAccount && m_compose->controller().canSaveCurrentPost();
+    case MenuCommand::CanFormat:
+        return m_compose->canFormatSelectedDOMRange();
+    case MenuCommand::Always:
+        break;
+    }
+    return true;
+}
+
+void ZLMainWindow::updateMenus(bool validate)
+{
+    for (auto item = m_actions.cbegin(); item != m_actions.cend(); ++item)
+        item.value()->setEnabled(!validate || validateMenuItem(item.key()));
+    m_actions.value(u"postListMenuItem"_qs)->setChecked(m_isDisplayingToolView);
+    m_actions.value(u"fullScreenMenuItem"_qs)->setChecked(isFullScreen());
+}
+
+void ZLMainWindow::updateButtons()
+{
+    m_sideBarView->setButtonsEnabled(m_app.numberOfConnectedAccounts() > 0);
+    m_postList->view()->refreshButton()->setEnabled(m_app.numberOfConnectedAccounts() > 0);
+}
+
+// Actions
+
+void ZLMainWindow::didClickOnNewPost()
+{
+    const QPointer<ZLMainWindow> self(this);
+    m_compose->controller().canCreateNewPost().then([this, self](bool can) {
+        if (self && can)
+            m_app.createNewPost();
+    });
+}
+
+void ZLMainWindow::didClickOnPostsList()
+{
+    if (m_isDisplayingToolView)
+        hidePostListBar();
+    else
+        showPostListBar();
+}
+
+void ZLMainWindow::didClickOnImportMedia()
+{
+    m_compose->controller().insertMedia();
+}
+
+void ZLMainWindow::didClickPostOnMenuItem()
+{
+    if (!hasAttachedSheet())
+        m_compose->controller().didPressedPublishButton();
+}
+
+void ZLMainWindow::didClickSaveOnMenuItem()
+{
+    m_compose->controller().didPressedSaveButton();
+}
+void ZLMainWindow::didClickDeletePostOnMenuItem()
+{
+    m_compose->controller().didPressedDeleteButton();
+}
+void ZLMainWindow::didClickRefreshPostListOnMenuItem()
+{
+    m_postList->refresh();
+}
+
+void ZLMainWindow::didClickStrikethroughOnMenuItem()
+{
+    m_compose->controller().execCommand(u"Strikethrough"_qs);
+}
+
+void ZLMainWindow::didClickLinkOnMenuItem()
+{
+    if (!hasAttachedSheet())
+        m_compose->controller().addLinkToCurrentSelection();
+}
+
+void ZLMainWindow::didClickOrderedListOnMenuItem()
+{
+    m_compose->controller().execCommand(u"InsertOrderedList"_qs);
+}
+
+void ZLMainWindow::didClickUnorderedListOnMenuItem()
+{
+    m_compose->controller().execCommand(u"InsertUnorderedList"_qs);
+}
+
+void ZLMainWindow::addBold()
+{
+    m_compose->controller().execCommand(u"Bold"_qs);
+}
+void ZLMainWindow::addItalic()
+{
+    m_compose->controller().execCommand(u"Italic"_qs);
+}
+void ZLMainWindow::addUnderline()
+{
+    m_compose->controller().execCommand(u"Underline"_qs);
+}
+
+void ZLMainWindow::undo()
+{
+    edit("undo", QWebEnginePage::Undo);
+}
+void ZLMainWindow::redo()
+{
+    edit("redo", QWebEnginePage::Redo);
+}
+void ZLMainWindow::cut()
+{
+    edit("cut", QWebEnginePage::Cut);
+}
+void ZLMainWindow::copy()
+{
+    edit("copy", QWebEnginePage::Copy);
+}
+void ZLMainWindow::paste()
+{
+    edit("paste", QWebEnginePage::Paste);
+}
+void ZLMainWindow::selectAll()
+{
+    edit("selectAll", QWebEnginePage::SelectAll);
+}
+
+void ZLMainWindow::edit(const char *method, int webAction)
+{
+    QWidget *focused = focusWidget();
+    if (focused && focused->metaObject()->indexOfMethod((QByteArray(method) + "()").constData()) != -1)
+        QMetaObject::invokeMethod(focused, method);
+    else if (m_compose->canFormatSelectedDOMRange())
+        m_compose->webView()->triggerPageAction(QWebEnginePage::WebAction(webAction));
+}
+
+void ZLMainWindow::searchPosts()
+{
+    showPostListBar();
+    QLineEdit *field = m_postList->view()->searchPostsField();
+    field->setFocus(Qt::ShortcutFocusReason);
+    field->selectAll();
+}
+
+void ZLMainWindow::newAccount()
+{
+    m_app.newAccount();
+}
+void ZLMainWindow::getStartedFromMenu()
+{
+    m_prompts->showGetStartedPanel();
+}
+void ZLMainWindow::didClickQuit()
+{
+    close();
+}
+
+void ZLMainWindow::didClickOnContactSupport()
+{
+    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::supportPage)));
+}
+
+void ZLMainWindow::didClickOnBrowserExtensions()
+{
+    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::extensionsPage)));
+}

@@ -1,0 +1,152 @@
+#include "mainwindow/ZLPostListCellView.h"
+
+#include "mainwindow/ZLPostListModel.h"
+#include "widgets/ZLIcons.h"
+#include "widgets/ZLTheme.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTextLayout>
+#include <QToolTip>
+
+namespace {
+
+constexpr int margin = 2 * ZLTheme::spacing; // of the texts, from the row's sides
+constexpr int padding = 12; // above and below the texts
+constexpr int iconSide = 16;
+constexpr int detailLines = 2;
+
+QRect textRect(const QRect &row)
+{
+    return row.adjusted(margin, padding, -margin, -padding);
+}
+
+QRect iconRect(const QRect &row, int titleHeight)
+{
+    const QRect texts = textRect(row);
+    return {texts.right() - iconSide + 1, texts.top() + (titleHeight - iconSide) / 2, iconSide, iconSide};
+}
+
+/// Up to two lines, the last one elided.
+void drawLines(QPainter *painter, const QRect &rect, const QFont &font, const QString &text, const QColor &color)
+{
+    const QFontMetrics metrics(font);
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    painter->setFont(font);
+    painter->setPen(color);
+    for (int number = 0; number < detailLines; ++number) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid())
+            break;
+        line.setLineWidth(rect.width());
+        const QPoint baseline(rect.left(), rect.top() + number * metrics.lineSpacing() + metrics.ascent());
+        const bool last = number == detailLines - 1;
+        const QString shown = last ? metrics.elidedText(text.mid(line.textStart()), Qt::ElideRight, rect.width())
+                                   : text.mid(line.textStart(), line.textLength());
+        painter->drawText(baseline, shown);
+    }
+    layout.endLayout();
+}
+
+void drawBackground(QPainter *painter, const QStyleOptionViewItem &option)
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const bool over = option.state.testFlag(QStyle::State_MouseOver);
+    const QRect line(option.rect.left() + margin, option.rect.bottom(), option.rect.width() - 2 * margin, 1);
+    painter->fillRect(line, ZLTheme::separator(option.palette));
+    if (!selected && !over)
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(selected ? option.palette.color(QPalette::Highlight) : ZLTheme::hover(option.palette));
+    const QRectF box = QRectF(option.rect).adjusted(6, 2, -6, -3);
+    painter->drawRoundedRect(box, ZLTheme::radius, ZLTheme::radius);
+    painter->restore();
+}
+
+} // namespace
+
+void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const QFont titleFont = ZLTheme::font(option.font, 0, QFont::DemiBold);
+    const QFont detailFont = ZLTheme::font(option.font, -1);
+    const QFontMetrics titleMetrics(titleFont);
+    const QRect texts = textRect(option.rect);
+
+    drawBackground(painter, option);
+    painter->setFont(titleFont);
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    const QRect title(texts.topLeft(), QSize(texts.width() - iconSide - ZLTheme::spacing, titleMetrics.height()));
+    const QString text = index.data(Qt::DisplayRole).toString().simplified();
+    painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+        titleMetrics.elidedText(text, Qt::ElideRight, title.width()));
+
+    QColor detailColor = ZLTheme::secondaryText(option.palette);
+    if (selected) {
+        detailColor = option.palette.color(QPalette::HighlightedText);
+        detailColor.setAlphaF(0.85F);
+    }
+    drawLines(painter, texts.adjusted(0, titleMetrics.height() + 4, 0, 0), detailFont,
+        index.data(ZLPostListModel::DetailRole).toString().simplified(), detailColor);
+
+    const QString icon = statusImageForPostStatus(index.data(ZLPostListModel::StatusRole).toInt(), !selected);
+    const QRect box = iconRect(option.rect, titleMetrics.height());
+    painter->drawPixmap(box.topLeft(),
+        ZLIcons::pixmap(icon, iconSide, ZLIcons::tone(icon, option.palette), painter->device()->devicePixelRatioF()));
+}
+
+QSize ZLPostListCellView::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    const QFontMetrics title(ZLTheme::font(option.font, 0, QFont::DemiBold));
+    const QFontMetrics detail(ZLTheme::font(option.font, -1));
+    return {ZLTheme::toolViewWidth, 2 * padding + title.height() + 4 + detailLines * detail.lineSpacing()};
+}
+
+QString ZLPostListCellView::statusImageForPostStatus(int status, bool darkBackground)
+{
+    static const QHash<int, QString> words{
+        {0, u"published"_qs},
+        {1, u"draft"_qs},
+        {2, u"page"_qs},
+        {3, u"active"_qs},
+        {5, u"conflict"_qs},
+        {6, u"conflict"_qs},
+        {7, u"evernote"_qs},
+        {8, u"schedule"_qs},
+    };
+    return u"postlist_%1_icon%2"_qs.arg(
+        words.value(status, u"pendent"_qs), darkBackground ? QString() : u"_selected"_qs);
+}
+
+QString ZLPostListCellView::wordForPostStatus(int status)
+{
+    static const QHash<int, QString> words{
+        {0, tr("Published")},
+        {1, tr("Draft")},
+        {2, tr("Published page")},
+        {3, tr("Not on the blog yet")},
+        {5, tr("Changed here and on the blog")},
+        {6, tr("Kept copy of a conflict")},
+        {7, tr("Evernote note")},
+        {8, tr("Scheduled")},
+    };
+    return words.value(status, tr("Changed since it was sent to the blog"));
+}
+
+bool ZLPostListCellView::helpEvent(
+    QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QRect icon = iconRect(option.rect, QFontMetrics(option.font).height()).adjusted(-6, -6, 6, 6);
+    // The tags make the tool tip take a title for what it is, even one that looks like markup.
+    const QString title = u"<span>%1</span>"_qs.arg(index.data(Qt::DisplayRole).toString().toHtmlEscaped());
+    const QString text =
+        icon.contains(event->pos()) ? wordForPostStatus(index.data(ZLPostListModel::StatusRole).toInt()) : title;
+    QToolTip::showText(event->globalPos(), text, view);
+    return true;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "model/ZLLocalPostRepresentation.h"
+
+#include <QAbstractListModel>
+
+/// The rows of the post list. Texts are made when a row is painted and kept until it changes.
+class ZLPostListModel : public QAbstractListModel {
+    Q_OBJECT
+public:
+    enum Role { DetailRole = Qt::UserRole, StatusRole };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+    void setPosts(const QList<LocalPostPtr> &posts);
+    const QList<LocalPostPtr> &posts() const { return m_posts; }
+    LocalPostPtr post(int row) const; ///< null for a row that is not there
+    int rowOfPost(const LocalPostPtr &post) const; ///< -1 for none
+    int rowOfFile(const QUrl &localFile) const; ///< -1 for none
+    void reloadRow(int row);
+
+private:
+    QString detail(int row) const;
+
+    QList<LocalPostPtr> m_posts;
+    mutable QHash<const ZLLocalPostRepresentation *, QString> m_details;
+};

@@ -1,0 +1,95 @@
+#include "mainwindow/ZLProgram.h"
+
+#include "editor/EditorScheme.h"
+#include "mainwindow/ZLMainWindow.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+
+namespace {
+/// A window that starts minimised is not painted for now; the launch must not wait for that.
+constexpr int longestWaitForPaintMs = 1000;
+} // namespace
+
+void ZLProgram::prepare()
+{
+    EditorScheme::registerScheme();
+    QApplication::setApplicationName(u"zalmo"_qs);
+    QApplication::setApplicationDisplayName(u"Zalmo"_qs);
+    QApplication::setApplicationVersion(QStringLiteral(ZALMO_VERSION));
+    QGuiApplication::setDesktopFileName(u"com.zalmo.Zalmo"_qs);
+}
+
+ZLProgram::ZLProgram()
+    : ZLProgram(Options())
+{
+}
+
+ZLProgram::ZLProgram(const Options &options)
+    : m_files(ZLFileManager::forUser())
+    , m_defaults(m_files.applicationSupportDirectory() + u"/preferences.ini"_qs)
+    , m_keychain(makeSystemKeychain())
+    , m_controller(platform(options))
+    , m_window(std::make_unique<ZLMainWindow>(m_controller))
+{
+    m_controller.setWindows(m_window->windows());
+    m_window->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive)
+            m_controller.documentController().saveAll();
+    });
+}
+
+ZLProgram::~ZLProgram() = default;
+
+ZLPlatform ZLProgram::platform(const Options &options)
+{
+    return {m_files, m_defaults, m_keychain, *makeSystemReachability(this), *makeSystemNotificationCenter(this),
+        m_workspace, m_clock, m_network, options.faviconService};
+}
+
+void ZLProgram::start()
+{
+    m_window->winId(); // makes the handle, which hears of the first exposure
+    m_window->windowHandle()->installEventFilter(this);
+    m_window->show();
+    QTimer::singleShot(longestWaitForPaintMs, this, &ZLProgram::launchOnce);
+}
+
+bool ZLProgram::eventFilter(QObject *watched, QEvent *event)
+{
+    if (!m_isLaunched && event->type() == QEvent::Expose && watched == m_window->windowHandle())
+        QTimer::singleShot(0, this, &ZLProgram::launchOnce); // the window is painted first
+    if (watched == m_window.get() && event->type() == QEvent::Close) {
+        // The window's button, the menu and the end of the session all come along here.
+        event->ignore();
+        quit();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ZLProgram::launchOnce()
+{
+    if (!std::exchange(m_isLaunched, true))
+        launch();
+}
+
+QCoro::Task<void> ZLProgram::launch()
+{
+    const QPointer<ZLProgram> self(this);
+    co_await m_controller.applicationDidFinishLaunching();
+    if (self)
+        m_controller.showMainApplicationWindow();
+}
+
+QCoro::Task<void> ZLProgram::quit()
+{
+    const QPointer<ZLProgram> self(this);
+    const bool mayQuit = co_await m_controller.applicationShouldTerminate();
+    if (self && mayQuit)
+        QCoreApplication::exit();
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/ZLAppDelegate.h"
+#include "mainwindow/DesktopWorkspace.h"
+
+#include <QNetworkAccessManager>
+#include <QObject>
+
+class ZLMainWindow;
+
+/// The whole program but for the application object and its event loop: the platform, the controller and the window,
+/// and what starts and ends them. Made after the application object, on the directories of the user who runs it.
+class ZLProgram : public QObject {
+    Q_OBJECT
+public:
+    struct Options {
+        /// Where icons of blogs are looked up; empty: nowhere.
+        QString faviconService = QString::fromUtf16(ZalmoServices::faviconService);
+    };
+
+    /// What must be said before the application object is made.
+    static void prepare();
+
+    ZLProgram();
+    explicit ZLProgram(const Options &options);
+    ~ZLProgram() override;
+
+    /// Shows the window; the launch follows its first paint.
+    void start();
+    ZLMainWindow &window() { return *m_window; }
+    ZLAppDelegate &controller() { return m_controller; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    ZLPlatform platform(const Options &options);
+    void launchOnce();
+    QCoro::Task<void> launch();
+    /// Saves, asks when that fails, and ends the event loop unless the user wants to stay.
+    QCoro::Task<void> quit();
+
+    ZLFileManager m_files;
+    ZLDefaults m_defaults;
+    ZLKeychain m_keychain;
+    QNetworkAccessManager m_network;
+    DesktopWorkspace m_workspace;
+    ZLClock m_clock;
+    ZLAppDelegate m_controller;
+    std::unique_ptr<ZLMainWindow> m_window;
+    bool m_isLaunched = false;
+};

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "app/ZLAppDelegate.h"
+#include "mainwindow/ZLMainWindow.h"
+#include "mainwindow/ZLPostListViewController.h"
+#include "support/FakeBlog.h"
+#include "support/FakeKeychain.h"
+#include "support/FakeNotificationCenter.h"
+#include "support/FakeReachability.h"
+#include "support/FakeWorkspace.h"
+#include "support/ManualClock.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+/// The compose screen as the post list drives it: a journal of what was asked.
+class FakeCompose : public ZLPostListViewControllerDelegate {
+public:
+    void loadPost(const LocalPostPtr &post) override { journal.append(u"load "_qs + post->title); }
+    void loadLocalPost(const LocalPostPtr &post, int action) override
+    {
+        journal.append(u"load %1 and do %2"_qs.arg(post->title).arg(action));
+    }
+    void doActionForCurrentPost(int action) override { journal.append(u"do %1"_qs.arg(action)); }
+    void makeTitleBecomeFirstResponder() override { journal.append(u"title"_qs); }
+    void cleanEditorForNewPost() override { journal.append(u"clean"_qs); }
+    void cleanUndoStack() override { journal.append(u"clean undo"_qs); }
+    QStringList takeJournal() { return std::exchange(journal, {}); }
+
+    QStringList journal;
+};
+
+/// The real controller and the real window, over a pretended network and a private home.
+class WindowFixture {
+public:
+    WindowFixture();
+    ~WindowFixture();
+
+    void seedAccount(const QString &alias);
+    /// Writes a post file of the blog; the first one written is the newest row.
+    void seedPost(const QString &alias, const ZLWordpressPost &post);
+    void seedPosts(const QStringList &titles); ///< published posts of the blog "Ada"
+
+    void launch();
+    void show(); ///< and waits until the window has the focus
+    LocalPostPtr row(const QString &title) const;
+    QString textOf(const QString &label) const; ///< of the visible label of that name; null when there is none
+
+    template <class Widget>
+    Widget *find(const QString &name) const
+    {
+        for (Widget *widget : window->findChildren<Widget *>(name)) {
+            if (widget->isVisibleTo(window.get()))
+                return widget;
+        }
+        return nullptr;
+    }
+
+    ZLPostListViewController &list() { return window->postListViewController(); }
+
+    QTemporaryDir folder;
+    ZLFileManager files;
+    FakeNetwork network;
+    FakeBlog blog;
+    FakeReachability reachability;
+    FakeNotificationCenter notifications;
+    FakeWorkspace workspace;
+    ManualClock clock;
+    std::shared_ptr<FakeKeychain::Items> secrets = std::make_shared<FakeKeychain::Items>();
+    ZLDefaults defaults;
+    ZLKeychain keychain;
+    std::unique_ptr<ZLAppDelegate> app;
+    std::unique_ptr<ZLMainWindow> window;
+    FakeCompose compose;
+
+private:
+    QDateTime m_nextDate = QDateTime::currentDateTimeUtc();
+};
