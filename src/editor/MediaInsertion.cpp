@@ -28,8 +28,13 @@ QCoro::Task<void> MediaInsertion::insertMedia()
     if (chosen.isEmpty() || generation != m_parts.screen.generation())
         co_return;
     const QUrl copy = copyIntoCacheFolder(chosen.toLocalFile());
-    if (copy.isEmpty())
+    if (copy.isEmpty()) {
+        m_parts.prompts.alert(QStringLiteral("The picture could not be added."),
+            QStringLiteral("\"%1\" could not be copied. Check that the file can be read and that there is room on the "
+                           "disk, then try again.")
+                .arg(chosen.toLocalFile()));
         co_return;
+    }
     ImageInfo image;
     image.thumbUrl = copy;
     if (linksToFullImage(copy))

@@ -53,17 +53,9 @@ QCoro::Task<void> PublishFlow::publishPost()
     const QPointer<PublishFlow> self(this);
     if (!m_parts.state->actionsEnabled || !isReachable())
         co_return;
-    QCoro::Task<bool> preparing = m_parts.screen.becomeReady();
-    const bool ready = co_await preparing;
-    if (!self || !ready)
-        co_return;
-    QCoro::Task<bool> taking = takeTitleAndContent();
-    const bool taken = co_await taking;
-    if (!self || !taken)
-        co_return;
-    if (isEmptyPost())
-        alertForEmptyPost();
-    else
+    QCoro::Task<bool> preparing = preparePost();
+    const bool prepared = co_await preparing;
+    if (self && prepared)
         sendPost();
 }
 

@@ -13,17 +13,9 @@ QCoro::Task<void> SaveFlow::didPressedSaveButton()
     if (!mayBegin() || !isReachable())
         co_return;
     const FlowInFlight inFlight(m_parts.state);
-    QCoro::Task<bool> preparing = m_parts.screen.becomeReady();
-    const bool ready = co_await preparing;
-    if (!self || !ready)
-        co_return;
-    QCoro::Task<bool> taking = takeTitleAndContent();
-    const bool taken = co_await taking;
-    if (!self || !taken)
-        co_return;
-    if (isEmptyPost())
-        alertForEmptyPost();
-    else
+    QCoro::Task<bool> preparing = preparePost();
+    const bool prepared = co_await preparing;
+    if (self && prepared)
         saveDraft();
 }
 

@@ -56,6 +56,24 @@ void UploadFlow::alertForEmptyPost() const
     m_parts.prompts.alert(QStringLiteral("Nothing here. Post title and content are empty."));
 }
 
+QCoro::Task<bool> UploadFlow::preparePost()
+{
+    const QPointer<UploadFlow> self(this);
+    QCoro::Task<bool> preparing = m_parts.screen.becomeReady();
+    const bool ready = co_await preparing;
+    if (!self || !ready)
+        co_return false;
+    QCoro::Task<bool> taking = takeTitleAndContent();
+    const bool taken = co_await taking;
+    if (!self || !taken)
+        co_return false;
+    if (isEmptyPost()) {
+        alertForEmptyPost();
+        co_return false;
+    }
+    co_return true;
+}
+
 void UploadFlow::takeTaxonomiesAndId()
 {
     m_parts.screen.post()->setTaxonomiesFromStringArray(m_parts.view.tokens());

@@ -17,6 +17,8 @@ protected:
     QCoro::Task<bool> takeTitleAndContent();
     bool isEmptyPost() const;
     void alertForEmptyPost() const;
+    /// Brings the post on the screen into a state that can be sent. False: it cannot be, and the writer was told why.
+    QCoro::Task<bool> preparePost();
     /// The tokens, and the id of a post that has none yet.
     void takeTaxonomiesAndId();
     void startUpload(int kind, int heading);

@@ -45,6 +45,7 @@ void MediaTest::leavesThePostAloneWithoutAFile()
     screen.view.media = QUrl::fromLocalFile(screen.host.folder.filePath("gone.png"));
     screen.controller->insertMedia();
     screen.settle();
+    QCOMPARE(screen.prompts.journal, QStringList("alert: The picture could not be added."));
     QVERIFY(screen.page.images.isEmpty());
     QVERIFY(screen.host.rows.isEmpty());
 }
