@@ -7,6 +7,8 @@ function(zalmo_library name)
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     add_library(zalmo_${name} STATIC ${sources})
     set_target_properties(zalmo_${name} PROPERTIES LINKER_LANGUAGE CXX)
+    # Otherwise a new header goes unnoticed by moc until some other one changes.
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/zalmo_${name}_autogen/timestamp)
     target_include_directories(zalmo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(zalmo_${name} PUBLIC ${arg_LINKS})
     target_compile_definitions(zalmo_${name} PRIVATE ${ZALMO_STRICT_TEXT})

@@ -2,6 +2,7 @@
 
 #include "editor/EditorScheme.h"
 #include "mainwindow/ZLMainWindow.h"
+#include "widgets/ZLTheme.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -35,6 +36,8 @@ ZLProgram::ZLProgram(const Options &options)
     , m_controller(platform(options))
     , m_window(std::make_unique<ZLMainWindow>(m_controller))
 {
+    connect(&m_colorScheme, &DesktopColorScheme::didChange, this,
+        [](bool isDark) { ZLTheme::apply(*qApp, isDark ? ZLTheme::Scheme::Dark : ZLTheme::Scheme::Light); });
     m_controller.setWindows(m_window->windows());
     m_window->installEventFilter(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {

@@ -2,6 +2,7 @@
 
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/DesktopWorkspace.h"
+#include "platform/DesktopColorScheme.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>
@@ -45,6 +46,7 @@ private:
     ZLKeychain m_keychain;
     QNetworkAccessManager m_network;
     DesktopWorkspace m_workspace;
+    DesktopColorScheme m_colorScheme;
     ZLClock m_clock;
     ZLAppDelegate m_controller;
     std::unique_ptr<ZLMainWindow> m_window;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDBusVariant>
+#include <QObject>
+
+/// Whether the user's desktop asks for a dark look, from org.freedesktop.portal.Settings. Silent on a desktop without
+/// it, or without an opinion.
+class DesktopColorScheme : public QObject {
+    Q_OBJECT
+public:
+    /// Asks at once; the answer comes by didChange().
+    explicit DesktopColorScheme(QObject *parent = nullptr);
+
+Q_SIGNALS:
+    void didChange(bool isDark);
+
+private Q_SLOTS:
+    void settingDidChange(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    void ask();
+    void tell(const QVariant &value);
+};
