@@ -51,7 +51,7 @@ void MainWindowTest::validatesTheMenu()
 
     // What cannot be chosen does nothing, although its shortcut is alive.
     f.window->findChild<QAction *>(u"newPostItem"_qs)->trigger();
-    QCoreApplication::processEvents();
+    WindowFixture::settle();
     const bool can = !off.contains(u"newPostItem"_qs) && state == u"published"; // a blank post needs no other
     QCOMPARE(f.app->posts().size(), (state == u"none" ? 0 : 1) + (can ? 1 : 0));
 }

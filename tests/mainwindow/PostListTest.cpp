@@ -21,7 +21,6 @@ public:
         list().delegate = &compose;
     }
 
-    void settle() { QCoreApplication::processEvents(); } // the load follows on the next turn
     QListView *table() { return list().view()->tableView(); }
     QString selectedInTable()
     {
@@ -59,7 +58,9 @@ void PostListTest::selects_data()
     row(
         "by keyboard",
         [](ListFixture &f) {
-            f.show(); // rows have no places before
+            f.show();
+            const auto isInPlace = [&f] { return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0; };
+            QTRY_VERIFY(isInPlace());
             QTest::keyClick(f.table(), Qt::Key_Down);
         },
         {u"load C"_qs, u"clean undo"_qs}, u"C"_qs);

@@ -43,6 +43,8 @@ public:
 
     void launch();
     void show(); ///< and waits until the window has the focus
+    /// Runs what waits for the next turn of the event loop; a single processEvents() may serve other sources only.
+    static void settle() { QCoreApplication::sendPostedEvents(); }
     LocalPostPtr row(const QString &title) const;
     QString textOf(const QString &label) const; ///< of the visible label of that name; null when there is none
 
