@@ -1,7 +1,6 @@
 #include "app/PublicationOutcomes.h"
 
 #include "model/LocalFileURL.h"
-#include "text/ContentPasses.h"
 
 #include <QPointer>
 
@@ -34,8 +33,7 @@ QVariantMap publishDimensions(const PostPtr &post, const QString &kind)
 /// What was sent is what the blog stores from now on; what was read when the post was opened is past.
 void rememberAsStored(ZLWordpressPost &sent)
 {
-    if (sent.storedContent != sent.content)
-        sent.storedContent = ContentPasses::replaceEmbedTags(sent.content);
+    sent.storedContent = sent.content;
 }
 
 /// "Successfully Published Page", and its like.

@@ -30,7 +30,7 @@ QString classForShortCodeTag(const QString &tag);
 QString postContentWithVideoURLTags(const QString &content);
 QString postContentWithHeadings(const QString &content);
 
-// the editor page to the blog
+// the preview; a body on its way to the blog has no containers but its own
 QString replaceEmbedTags(const QString &content);
 QString replaceYouTubeTags(const QString &content);
 QString replaceEditorTags(const QString &content);

@@ -1,7 +1,6 @@
 #include "wordpress/PostParameters.h"
 
 #include "platform/ZLLog.h"
-#include "text/ContentPasses.h"
 
 #include <array>
 
@@ -26,14 +25,6 @@ QString typeWord(const ZLWordpressPost &post)
 QString openWord(bool open)
 {
     return open ? QStringLiteral("open") : QStringLiteral("closed");
-}
-
-/// The body in the blog's form. A body that nobody touched goes back as it came, whatever the passes would make of it.
-QString contentForBlog(const ZLWordpressPost &post)
-{
-    if (post.content.isNull() || (!post.storedContent.isNull() && post.content == post.storedContent))
-        return post.content;
-    return ContentPasses::replaceEmbedTags(post.content);
 }
 
 QString slugForBlog(const ZLWordpressPost &post)
@@ -124,7 +115,7 @@ XMLRPCStruct PostParameters::forWPPost(const ZLWordpressPost &post, const Surrou
         || post.status == ZLWordpressPost::Note;
     XMLRPCStruct parameters;
     parameters.setObjectIfNotNil(post.title, QStringLiteral("post_title"));
-    parameters.setObjectIfNotNil(contentForBlog(post), QStringLiteral("post_content"));
+    parameters.setObjectIfNotNil(post.content, QStringLiteral("post_content"));
     parameters.setObjectIfNotNil(post.createdAt, QStringLiteral("post_date_gmt"));
     parameters.insert(QStringLiteral("post_status"), isPublic ? publishWord() : draftWord());
     parameters.insert(QStringLiteral("post_type"), typeWord(post));
@@ -142,7 +133,7 @@ XMLRPCStruct PostParameters::forPost(const ZLWordpressPost &post)
     const bool isPublic = post.status == ZLWordpressPost::New || post.status == ZLWordpressPost::Publish;
     XMLRPCStruct parameters;
     parameters.setObjectIfNotNil(post.title, QStringLiteral("title"));
-    parameters.setObjectIfNotNil(contentForBlog(post), QStringLiteral("description"));
+    parameters.setObjectIfNotNil(post.content, QStringLiteral("description"));
     parameters.setObjectIfNotNil(post.createdAt, QStringLiteral("date_created_gmt"));
     parameters.insert(QStringLiteral("post_status"), isPublic ? publishWord() : draftWord());
     parameters.insert(QStringLiteral("post_type"), typeWord(post));
