@@ -1,5 +1,5 @@
 # The icons: what the code calls them, and which drawing of the icon set stands for each. They are compiled in under
-# :/icons/<name>.svg. src/widgets/icons.txt holds further lines of the same two columns.
+# :/icons/<name>.svg.
 
 set(ZALMO_ICON_SET ${PROJECT_SOURCE_DIR}/node_modules/lucide-static/icons)
 
@@ -46,6 +46,10 @@ set(ZALMO_ICONS
     "editor_button_calendar_press     calendar"
     "editor_button_calendar_published calendar-check"
     "editor_button_calendar_active    calendar-clock"
+    "token_remove                     x"
+    "editor_insert_media_button       image-plus"
+    "editor_notice                    triangle-alert"
+    "editor_token_field               tags"
     # sheets and alerts
     "sheet_blog                       globe"
     "sheet_login                      lock-keyhole"
@@ -71,15 +75,8 @@ function(zalmo_icons out)
     if(NOT EXISTS ${ZALMO_ICON_SET})
         message(FATAL_ERROR "The icon set is not there. Run `npm ci` in ${PROJECT_SOURCE_DIR} first.")
     endif()
-    set(extra ${PROJECT_SOURCE_DIR}/src/widgets/icons.txt)
-    set(rows ${ZALMO_ICONS})
-    if(EXISTS ${extra})
-        file(STRINGS ${extra} more REGEX "^[a-z]")
-        list(APPEND rows ${more})
-        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${extra})
-    endif()
     set(files "    <file alias=\"zalmo.svg\">${PROJECT_SOURCE_DIR}/resources/icons/zalmo.svg</file>\n")
-    foreach(row IN LISTS rows)
+    foreach(row IN LISTS ZALMO_ICONS)
         string(REGEX MATCH "^([^ ]+) +([^ ]+) *$" matched "${row}")
         set(name ${CMAKE_MATCH_1})
         set(drawing ${ZALMO_ICON_SET}/${CMAKE_MATCH_2}.svg)
