@@ -98,6 +98,7 @@ void LocalPosts::deletePostAtLocalURL(const QUrl &url)
         if (isSameFile(document->fileURL(), url))
             document->close();
     }
+    m_environment.documents.forget(url);
     QFile file(pathOfFileURL(url));
     if (!file.remove())
         ZLLog(u"%1: %2"_qs.arg(file.fileName(), file.errorString()));

@@ -183,18 +183,18 @@ QCoro::Task<void> PublicationOutcomes::storeRemoteState(Finished finished)
     // A failure is said by the document itself, which keeps the text.
     (void)document->saveDocument();
     if (!finished.home.isNull())
-        moveDocument(*document, finished);
+        moveDocument(document, finished);
     showOutcome(finished, previousLocalURL);
     document->close();
 }
 
-void PublicationOutcomes::moveDocument(ZLDocument &document, const Finished &finished)
+void PublicationOutcomes::moveDocument(const DocumentPtr &document, const Finished &finished)
 {
     const QUrl newURL = QUrl::fromLocalFile(finished.home + u"/post.zalmo"_qs);
     // The row takes the new address even when the move fails, and then points to no file until the list is rebuilt.
     // Meant was the address where the file really is; it lies untouched where it was.
     finished.row->localFile = newURL;
-    if (const Result<void> moved = document.moveToURL(newURL); !moved)
+    if (const Result<void> moved = m_environment.documents.move(document, newURL); !moved)
         ZLLog(u"error-%1"_qs.arg(moved.error().description));
 }
 

@@ -31,7 +31,7 @@ private:
     bool isInFuture(const PostPtr &post) const;
 
     QCoro::Task<void> storeRemoteState(Finished finished);
-    void moveDocument(ZLDocument &document, const Finished &finished);
+    void moveDocument(const DocumentPtr &document, const Finished &finished);
     void showOutcome(const Finished &finished, const QUrl &previousLocalURL);
 
     AppEnvironment &m_environment;

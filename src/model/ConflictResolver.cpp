@@ -33,11 +33,13 @@ QString conflicted(const QString &title)
     return QStringLiteral("[conflicted] ") + title;
 }
 
-void saveCopy(ZLWordpressPost &post, const QString &path)
+bool saveCopy(ZLWordpressPost &post, const QString &path)
 {
     post.title = conflicted(post.title);
-    if (const Result<void> saved = post.saveAtPath(path); !saved)
+    const Result<void> saved = post.saveAtPath(path);
+    if (!saved)
         logError(QStringLiteral("error saving conflicted-post: %1"), saved.error());
+    return saved.has_value();
 }
 
 /// One answer at work.
@@ -64,10 +66,8 @@ public:
         m_local->fileInfo.status = QStringLiteral("modified");
         m_local->postInfo.updatedAt = now;
         (void)m_local->saveDocument(); // logs, and tries again by itself
-        if (keepsRemoteCopy && m_remote)
-            saveCopy(*storedPost(*m_remote), PostSync::conflictSolvedPath(m_path));
-        // A copy that was to be kept and cannot be read stays where it is.
-        if (!keepsRemoteCopy || m_remote)
+        // A copy that was to be kept and cannot be read or written stays where it is.
+        if (!keepsRemoteCopy || (m_remote && saveCopy(*storedPost(*m_remote), PostSync::conflictSolvedPath(m_path))))
             removeFile(m_conflictPath);
         return {true, true, nullptr, {}, nullptr};
     }
@@ -77,8 +77,12 @@ public:
         if (!m_remote || (keepsLocalCopy && !m_local))
             return {};
         ConflictResolver::Outcome outcome{true, false, m_row, {}, nullptr};
-        if (keepsLocalCopy)
-            outcome.insertedOnTop << localCopy();
+        if (keepsLocalCopy) {
+            const LocalPostPtr copy = localCopy();
+            if (!copy)
+                return {};
+            outcome.insertedOnTop << copy;
+        }
         const PostPtr winner = storedPost(*m_remote);
         // One atomic write stands for removing the old file and saving the new one.
         if (const Result<void> saved = winner->saveAtPath(m_path); !saved) {
@@ -103,10 +107,12 @@ private:
         return document.value_or(nullptr);
     }
 
+    /// Null when it could not be written.
     LocalPostPtr localCopy()
     {
         const PostPtr copy = storedPost(*m_local);
-        saveCopy(*copy, PostSync::conflictSolvedPath(m_path));
+        if (!saveCopy(*copy, PostSync::conflictSolvedPath(m_path)))
+            return nullptr;
         auto row = std::make_shared<ZLLocalPostRepresentation>();
         row->status = ZLLocalPostRepresentation::ConflictSolved;
         row->title = conflicted(m_local->post.title);

@@ -5,8 +5,9 @@
 #include <QDateTime>
 
 /// The four answers to a conflict, as operations on the files beside each other. Which rows change is told as a value,
-/// for the one who keeps the list. Every step that fails is logged, and the next goes on; only where going on would
-/// lose a version (the remote copy cannot be read, though it is to win) nothing is done at all.
+/// for the one who keeps the list. Every step that fails is logged, and the next goes on, but for what would lose a
+/// version: when the remote copy is to win and cannot be read, or the local one is to be kept and cannot be written,
+/// nothing is done at all; a remote copy that was to be kept and could not be stays as it is.
 class ConflictResolver {
 public:
     enum Action { KeepBoth = 0, Choose = 1 };

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
 namespace {
 QString freePath(const QString &path)
@@ -17,11 +18,25 @@ QString freePath(const QString &path)
 
 Result<QString> FilesAside::setAside(const QString &path, const QString &suffix)
 {
-    if (QFileInfo(path).size() == 0)
-        return QString();
     const QString aside = freePath(path + suffix);
     if (const Result<void> moved = move(path, aside); !moved)
         return failure(moved.error());
+    ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
+    return aside;
+}
+
+Result<QString> FilesAside::keepBeside(const QString &path, const QString &suffix)
+{
+    if (QFileInfo(path).size() == 0)
+        return QString();
+    const QString aside = freePath(path + suffix);
+    // A second name also serves a file that must not be read; not every file system has them.
+    std::error_code error;
+    std::filesystem::create_hard_link(path.toStdU16String(), aside.toStdU16String(), error);
+    QFile file(path);
+    if (error && !file.copy(aside))
+        return failure(QStringLiteral("ZLFile"), 1,
+            QStringLiteral("Could not keep the file “%1” as “%2”: %3").arg(path, aside, file.errorString()));
     ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
     return aside;
 }

@@ -8,6 +8,12 @@ bool isNewer(const QDateTime &remote, const QDateTime &local)
 {
     return remote.isValid() && (!local.isValid() || remote > local);
 }
+/// The integer at the beginning, 0 where there is none.
+int integerValue(const QString &version)
+{
+    const auto end = std::find_if_not(version.cbegin(), version.cend(), [](QChar c) { return c.isDigit(); });
+    return version.left(end - version.cbegin()).toInt();
+}
 } // namespace
 
 PostSync::Effect PostSync::decide(
@@ -19,7 +25,7 @@ PostSync::Effect PostSync::decide(
             return Overwrite;
         return isPostPath(path) ? PutConflictBeside : Keep;
     }
-    return hasLocalChanges || file.appVersion.toInt() >= currentVersion ? Keep : Overwrite;
+    return hasLocalChanges || integerValue(file.appVersion) >= currentVersion ? Keep : Overwrite;
 }
 
 bool PostSync::isPostPath(const QString &path)

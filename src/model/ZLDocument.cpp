@@ -25,12 +25,6 @@ QStringList keywordsOf(const QList<ZLTaxonomy> &taxonomies)
         keywords << (taxonomy.type == ZLTaxonomy::Tag ? u'#' + taxonomy.name : taxonomy.name);
     return keywords;
 }
-
-Result<void> setAsideForGood(const QString &path, const QString &suffix)
-{
-    const Result<QString> aside = FilesAside::setAside(path, suffix);
-    return aside ? Result<void>() : failure(aside.error());
-}
 } // namespace
 
 ZLDocument::ZLDocument(const QUrl &fileURL)
@@ -169,13 +163,13 @@ Result<void> ZLDocument::write()
         return {};
     const QString path = pathOfFileURL(m_fileURL);
     const Result<QString> aside =
-        m_damaged ? FilesAside::setAside(path, QStringLiteral(".damaged")) : Result<QString>(QString());
+        m_damaged ? FilesAside::keepBeside(path, QStringLiteral(".damaged")) : Result<QString>(QString());
     if (!aside)
         return failure(aside.error());
     const Result<void> written = ZLAtomicFile::write(path, bytes);
     if (!written) {
         if (!aside->isNull())
-            QFile::rename(*aside, path);
+            QFile::remove(*aside);
         return written;
     }
     m_damaged = false;
@@ -211,7 +205,14 @@ ZLDocument::FileState ZLDocument::currentFileState() const
     return {file.lastModified(), file.metadataChangeTime(), file.size()};
 }
 
-Result<void> ZLDocument::moveToURL(const QUrl &to)
+void ZLDocument::forgetChanges()
+{
+    m_autosave.stop();
+    m_changed = false;
+    m_dataOnDisk = data();
+}
+
+Result<void> ZLDocument::moveToURL(const QUrl &to, ZLDocument *there)
 {
     const QString from = pathOfFileURL(m_fileURL);
     const QString path = pathOfFileURL(to);
@@ -220,39 +221,65 @@ Result<void> ZLDocument::moveToURL(const QUrl &to)
     if (path.isEmpty() || !QDir().mkpath(QFileInfo(path).path()))
         return failure(
             QStringLiteral("ZLFile"), 1, QStringLiteral("Could not make the folder of the file “%1”").arg(path));
-    if (const Result<void> way = makeWay(path); !way)
+    if (const Result<void> way = makeWay(path, there); !way)
         return way;
     if (const Result<void> moved = FilesAside::move(from, path); !moved)
         return moved;
-    m_fileURL = to;
-    post.localFile = to;
-    m_fileState = currentFileState();
+    takePlace(to);
     return {};
+}
+
+void ZLDocument::takePlace(const QUrl &url)
+{
+    m_fileURL = url;
+    post.localFile = url;
+    m_fileState = currentFileState();
 }
 
 // A sync can have fetched a post before its outcome came in, so that its new place is taken. The document, which holds
 // the remote state too, is the newer one of the two.
-Result<void> ZLDocument::makeWay(const QString &path)
+Result<void> ZLDocument::makeWay(const QString &path, ZLDocument *there)
 {
     if (!QFileInfo::exists(path))
         return {};
     ZLLog(QStringLiteral("“%1” was there already and gives way").arg(path));
+    if (there)
+        return there->giveWay();
     const Result<DocumentPtr> other = open(QUrl::fromLocalFile(path));
-    if (!other)
-        return failure(other.error());
-    if ((*other)->isDamaged() && QFileInfo(path).size() > 0)
-        return setAsideForGood(path, QStringLiteral(".damaged"));
-    const bool hasLocalChanges = !(*other)->fileInfo.status.isEmpty();
+    return other ? (*other)->giveWay() : failure(other.error());
+}
+
+Result<void> ZLDocument::giveWay()
+{
+    const QString path = pathOfFileURL(m_fileURL);
+    if (m_damaged && QFileInfo(path).size() > 0)
+        return setAside(QStringLiteral(".damaged"));
+    if (fileInfo.status.isEmpty()) {
+        QFile file(path);
+        if (file.remove())
+            return {};
+        return failure(QStringLiteral("ZLFile"), 1,
+            QStringLiteral("Could not replace the file “%1”: %2").arg(path, file.errorString()));
+    }
     const QString copy = QFileInfo(path).path() + QStringLiteral("/conflict-solved.zalmo");
-    if (hasLocalChanges && QFileInfo::exists(copy))
-        return setAsideForGood(path, QStringLiteral(".kept"));
-    if (hasLocalChanges)
-        return FilesAside::move(path, copy);
-    QFile file(path);
-    if (file.remove())
-        return {};
-    return failure(QStringLiteral("ZLFile"), 1,
-        QStringLiteral("Could not replace the file “%1”: %2").arg(path, file.errorString()));
+    if (QFileInfo::exists(copy))
+        return setAside(QStringLiteral(".kept"));
+    if (const Result<void> moved = FilesAside::move(path, copy); !moved)
+        return moved;
+    takePlace(QUrl::fromLocalFile(copy));
+    // Otherwise its row would stand for the post on the blog, and deleting the copy would delete that.
+    fileInfo.status = QStringLiteral("conflict-solved");
+    (void)saveDocument(); // logs, and tries again by itself
+    return {};
+}
+
+Result<void> ZLDocument::setAside(const QString &suffix)
+{
+    const Result<QString> aside = FilesAside::setAside(pathOfFileURL(m_fileURL), suffix);
+    if (!aside)
+        return failure(aside.error());
+    takePlace(QUrl::fromLocalFile(*aside));
+    return {};
 }
 
 PostPtr ZLDocument::wordpressPost() const

@@ -54,9 +54,12 @@ public:
     Result<void> saveDocument();
     /// Moves the file, keeping the object. The folder of `to` is made. A file that is there already gives way; when it
     /// holds local changes, it is kept beside as "conflict-solved.zalmo" or, where that exists, under a free name.
-    [[nodiscard]] Result<void> moveToURL(const QUrl &to);
+    /// `there` is the open document of that file, if any: it goes along. See ZLDocumentController::move().
+    [[nodiscard]] Result<void> moveToURL(const QUrl &to, ZLDocument *there = nullptr);
     /// Saves what is unsaved. See above.
     void close();
+    /// Counts what is in memory as written, for a file that is about to be deleted.
+    void forgetChanges();
     /// Forgets unsaved changes and reads the file anew.
     Result<void> revertDocument();
     /// The same, when somebody else has written the file since and there is nothing unsaved here.
@@ -79,7 +82,10 @@ private:
     void take(const PostFile &file);
     void scheduleAutosave();
     [[nodiscard]] Result<void> write();
-    [[nodiscard]] static Result<void> makeWay(const QString &path);
+    [[nodiscard]] static Result<void> makeWay(const QString &path, ZLDocument *there);
+    [[nodiscard]] Result<void> giveWay();
+    [[nodiscard]] Result<void> setAside(const QString &suffix);
+    void takePlace(const QUrl &url);
 
     struct RememberedText {
         QString read; ///< what `post` was given

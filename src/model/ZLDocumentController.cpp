@@ -83,6 +83,30 @@ DocumentPtr ZLDocumentController::documentForURL(const QUrl &url) const
     return nullptr;
 }
 
+Result<void> ZLDocumentController::move(const DocumentPtr &document, const QUrl &to)
+{
+    const DocumentPtr there = documentForURL(to);
+    if (!there || there == document)
+        return document->moveToURL(to);
+    if (there->hasUnautosavedChanges())
+        (void)there->saveDocument(); // a failure is said there; its text goes along in memory
+    const Result<void> moved = document->moveToURL(to, there.get());
+    // Without local changes its file was replaced, and it shows the new one.
+    if (moved && isSameFile(there->fileURL(), to))
+        (void)there->revertDocument();
+    return moved;
+}
+
+void ZLDocumentController::forget(const QUrl &url)
+{
+    for (const DocumentPtr &document : documents()) {
+        if (!isSameFile(document->fileURL(), url))
+            continue;
+        document->forgetChanges();
+        m_unsaved.removeAll(document);
+    }
+}
+
 void ZLDocumentController::saveAll()
 {
     for (const DocumentPtr &document : documents()) {

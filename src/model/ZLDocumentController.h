@@ -18,6 +18,11 @@ public:
     QList<DocumentPtr> documents() const;
     /// The open document of this file, if any.
     DocumentPtr documentForURL(const QUrl &url) const;
+    /// Moves the document's file. An open document whose file gives way to it goes with that file, so that no two write
+    /// to one place.
+    [[nodiscard]] Result<void> move(const DocumentPtr &document, const QUrl &to);
+    /// Lets go of what is unsaved of this file, which is about to be deleted and must not come back.
+    void forget(const QUrl &url);
     /// Writes every unsaved document: when a post is left, the window loses focus or the program ends.
     void saveAll();
 

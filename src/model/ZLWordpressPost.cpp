@@ -9,6 +9,8 @@
 #include "platform/ZLLog.h"
 #include "text/ContentPasses.h"
 
+#include <QFileInfo>
+
 namespace {
 QString statusInFile(int status)
 {
@@ -81,7 +83,8 @@ QByteArray ZLWordpressPost::generateXMLDataFileInfo(const ZLFileInfo *fileInfo) 
 
 Result<void> ZLWordpressPost::saveAtPath(const QString &path, const QString &)
 {
-    if (path.isEmpty() || path.startsWith(QLatin1String("(null)")))
+    const QString folder = QFileInfo(path).path();
+    if (path.isEmpty() || folder == QLatin1String(".") || folder == QLatin1String("/"))
         return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("There is no place for the post “%1”").arg(title));
     QByteArray data;
     if (path.endsWith(QLatin1String("conflict.zalmo"))) {
@@ -124,7 +127,7 @@ Result<void> ZLWordpressPost::syncWithPostAtPath(
         break;
     }
     if (document->isDamaged()) {
-        const Result<QString> aside = FilesAside::setAside(path, QStringLiteral(".damaged"));
+        const Result<QString> aside = FilesAside::keepBeside(path, QStringLiteral(".damaged"));
         if (!aside)
             return failure(aside.error());
     }

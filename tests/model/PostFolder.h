@@ -54,3 +54,4 @@ struct FileText {
             + fileInfo + "</file_info></zalmo>";
     }
 };
+Q_DECLARE_METATYPE(FileText)

@@ -13,12 +13,14 @@ private Q_SLOTS:
     void answers();
     void tellsTheRowsOfARemoteChoice_data();
     void tellsTheRowsOfARemoteChoice();
-    void keepsWhatIsUnsavedOnTheScreen();
-    void dropsWhatIsUnsavedWhenTheRemoteWins();
+    void keepsWhatIsUnsavedInACopyOnly_data();
+    void keepsWhatIsUnsavedInACopyOnly();
     void keepsTextsAsStored();
     void doesNothingForASolvedCopy();
     void losesNothingWithoutTheRemoteCopy_data();
     void losesNothingWithoutTheRemoteCopy();
+    void losesNothingWhenTheCopyCannotBeWritten_data();
+    void losesNothingWhenTheCopyCannotBeWritten();
     void tellsTheDatesOfTheCards();
 };
 
@@ -103,23 +105,27 @@ void TestConflictResolver::answers()
 
 void TestConflictResolver::tellsTheRowsOfARemoteChoice_data()
 {
-    QTest::addColumn<QByteArray>("engine");
-    QTest::addColumn<QByteArray>("status");
-    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<FileText>("remote");
     QTest::addColumn<int>("row");
-    QTest::newRow("published") << QByteArray("wordpress") << QByteArray("publish") << QByteArray("post") << 0;
-    QTest::newRow("page") << QByteArray("wordpress") << QByteArray("publish") << QByteArray("page") << 0;
-    QTest::newRow("draft") << QByteArray("wordpress") << QByteArray("draft") << QByteArray("post") << 1;
-    QTest::newRow("note") << QByteArray("evernote") << QByteArray("new") << QByteArray("post") << 7;
+    const auto row = [](const char *name, const char *engine, const char *status, const char *type, int expected) {
+        FileText remote = Conflict().remote;
+        remote.engine = engine;
+        remote.status = status;
+        remote.type = type;
+        QTest::newRow(name) << remote << expected;
+    };
+    row("published", "wordpress", "publish", "post", 0);
+    row("page", "wordpress", "publish", "page", 0);
+    row("draft", "wordpress", "draft", "post", 1);
+    row("note", "evernote", "new", "post", 7);
 }
 
 void TestConflictResolver::tellsTheRowsOfARemoteChoice()
 {
+    QFETCH(FileText, remote);
     QFETCH(int, row);
     Conflict conflict;
-    conflict.remote.engine = *static_cast<QByteArray *>(QTest::qData("engine", qMetaTypeId<QByteArray>()));
-    conflict.remote.status = *static_cast<QByteArray *>(QTest::qData("status", qMetaTypeId<QByteArray>()));
-    conflict.remote.type = *static_cast<QByteArray *>(QTest::qData("type", qMetaTypeId<QByteArray>()));
+    conflict.remote = remote;
     conflict.write();
     const Resolver::Outcome chosen = Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
     QCOMPARE(chosen.removed, conflict.row);
@@ -141,29 +147,27 @@ void TestConflictResolver::tellsTheRowsOfARemoteChoice()
     QVERIFY(kept.loaded != conflict.row);
 }
 
-void TestConflictResolver::keepsWhatIsUnsavedOnTheScreen()
+void TestConflictResolver::keepsWhatIsUnsavedInACopyOnly_data()
 {
-    const Conflict conflict;
-    conflict.write();
-    const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
-    document->post.content = u"just typed"_qs;
-    document->updateChangeCount();
-    Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, document, now);
-    QVERIFY(conflict.folder.read(u"conflict-solved.zalmo"_qs).contains("just typed"));
-    QVERIFY(conflict.folder.read().contains("remote body"));
+    QTest::addColumn<int>("action");
+    QTest::newRow("keep both") << int(Resolver::KeepBoth);
+    QTest::newRow("choose") << int(Resolver::Choose);
 }
 
-void TestConflictResolver::dropsWhatIsUnsavedWhenTheRemoteWins()
+void TestConflictResolver::keepsWhatIsUnsavedInACopyOnly()
 {
+    QFETCH(int, action);
     const Conflict conflict;
     conflict.write();
     const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
     document->post.content = u"just typed"_qs;
     document->updateChangeCount();
-    Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, document, now);
+    Resolver::resolve(Resolver::Action(action), Resolver::Remote, conflict.row, document, now);
     QCOMPARE(document->post.content, u"remote body"_qs);
     document->close();
     QVERIFY(conflict.folder.read().contains("remote body"));
+    const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+    QCOMPARE(copy.contains("just typed"), action == Resolver::KeepBoth);
 }
 
 void TestConflictResolver::keepsTextsAsStored()
@@ -208,6 +212,26 @@ void TestConflictResolver::losesNothingWithoutTheRemoteCopy()
     QVERIFY(conflict.folder.read().contains("local body"));
     QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
     QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
+}
+
+void TestConflictResolver::losesNothingWhenTheCopyCannotBeWritten_data()
+{
+    QTest::addColumn<int>("selection");
+    QTest::newRow("the local one wins") << int(Resolver::Local);
+    QTest::newRow("the remote one wins") << int(Resolver::Remote);
+}
+
+void TestConflictResolver::losesNothingWhenTheCopyCannotBeWritten()
+{
+    QFETCH(int, selection);
+    const Conflict conflict;
+    conflict.write();
+    conflict.folder.write("a folder where the copy should be", u"conflict-solved.zalmo/file"_qs);
+    const Resolver::Outcome outcome =
+        Resolver::resolve(Resolver::KeepBoth, Resolver::Selection(selection), conflict.row, nullptr, now);
+    QCOMPARE(outcome.isDone, selection == Resolver::Local);
+    QVERIFY(conflict.folder.read().contains("local body"));
+    QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
 }
 
 void TestConflictResolver::tellsTheDatesOfTheCards()

@@ -14,7 +14,10 @@ private Q_SLOTS:
     void opensOnALaterTurn();
     void failsForAMissingFile();
     void forgetsWhatNobodyHolds();
+    void keepsWhatCouldNotBeSaved_data();
     void keepsWhatCouldNotBeSaved();
+    void letsNoTwoWriteToOnePlace_data();
+    void letsNoTwoWriteToOnePlace();
     void readsAReplacedFileAnew();
     void savesAll();
     void standsItsOwnEndWhileOpening();
@@ -73,8 +76,16 @@ void TestDocumentController::forgetsWhatNobodyHolds()
     QTRY_VERIFY(controller.documents().isEmpty());
 }
 
+void TestDocumentController::keepsWhatCouldNotBeSaved_data()
+{
+    QTest::addColumn<bool>("isDeleted");
+    QTest::newRow("kept") << false;
+    QTest::newRow("unless its file is to be deleted") << true;
+}
+
 void TestDocumentController::keepsWhatCouldNotBeSaved()
 {
+    QFETCH(bool, isDeleted);
     const PostFolder folder;
     const QUrl url = folder.write(FileText().bytes(), u"p/post.zalmo"_qs);
     ZLDocumentController controller;
@@ -89,10 +100,44 @@ void TestDocumentController::keepsWhatCouldNotBeSaved()
     QCOMPARE(failed.count(), 1);
     failed.clear(); // it holds the document too
     QVERIFY(QDir().rename(folder.path(u"q"_qs), folder.path(u"p"_qs)));
-    QCOMPARE(openedBy(controller, url)->post.title, u"Kept"_qs);
+    if (isDeleted)
+        controller.forget(url);
+    else
+        QCOMPARE(openedBy(controller, url)->post.title, u"Kept"_qs);
     controller.saveAll();
-    QVERIFY(folder.read(u"p/post.zalmo"_qs).contains("Kept"));
     QTRY_VERIFY(controller.documents().isEmpty());
+    QCOMPARE(folder.read(u"p/post.zalmo"_qs).contains("Kept"), !isDeleted);
+}
+
+void TestDocumentController::letsNoTwoWriteToOnePlace_data()
+{
+    QTest::addColumn<bool>("isChanged");
+    QTest::newRow("the other has local changes") << true;
+    QTest::newRow("the other is in step") << false;
+}
+
+void TestDocumentController::letsNoTwoWriteToOnePlace()
+{
+    QFETCH(bool, isChanged);
+    const PostFolder folder;
+    FileText text;
+    text.fileInfo = "<status></status><app_version>3</app_version>";
+    ZLDocumentController controller;
+    const QUrl place = folder.write(text.bytes(), u"p12/post.zalmo"_qs);
+    const DocumentPtr other = openedBy(controller, place);
+    text.title = "Mine";
+    const DocumentPtr mine = openedBy(controller, folder.write(text.bytes(), u"pq7Tz0kLm/post.zalmo"_qs));
+    if (isChanged) {
+        other->post.title = u"Typed"_qs;
+        other->fileInfo.status = u"modified"_qs;
+        other->updateChangeCount();
+    }
+    QVERIFY(controller.move(mine, place));
+    QCOMPARE(other->post.title, isChanged ? u"Typed"_qs : u"Mine"_qs);
+    other->updateChangeCount();
+    controller.saveAll();
+    QCOMPARE(folder.read(u"p12/post.zalmo"_qs), text.bytes());
+    QCOMPARE(folder.read(u"p12/conflict-solved.zalmo"_qs).contains("Typed"), isChanged);
 }
 
 void TestDocumentController::readsAReplacedFileAnew()

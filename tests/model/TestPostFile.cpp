@@ -42,8 +42,6 @@ private Q_SLOTS:
     void workingPostWritesStatus_data();
     void workingPostWritesStatus();
     void writerTakesTheStoredBody();
-    void fileBlockFollowsThePath_data();
-    void fileBlockFollowsThePath();
     void newPostHasEmptyDatesAndDatedFile();
     void savingFailsWithoutAPlace();
     void fileExtensionLeavesBlocksOut();
@@ -118,28 +116,6 @@ void TestPostFile::writerTakesTheStoredBody()
     QVERIFY(post.generateXMLDataFileInfo(nullptr).contains("<content></content>"));
 }
 
-void TestPostFile::fileBlockFollowsThePath_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("block");
-    QTest::newRow("post") << u"post.zalmo"_qs
-                          << QByteArray("<file_info><app_version>3</app_version></file_info></zalmo>");
-    QTest::newRow("conflict") << u"conflict.zalmo"_qs << QByteArray("<file_info><status></status></file_info></zalmo>");
-    QTest::newRow("solved") << u"conflict-solved.zalmo"_qs
-                            << QByteArray("<file_info><status>conflict-solved</status></file_info></zalmo>");
-}
-
-void TestPostFile::fileBlockFollowsThePath()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, block);
-    const PostFolder folder;
-    ZLWordpressPost post = fullPost();
-    QVERIFY(post.saveAtPath(folder.path(name)));
-    QVERIFY(folder.read(name).endsWith("</post_info>" + block));
-    QCOMPARE(QFileInfo(folder.path(name)).lastModified().toUTC(), updatedAt);
-}
-
 void TestPostFile::newPostHasEmptyDatesAndDatedFile()
 {
     const PostFolder folder;
@@ -154,7 +130,7 @@ void TestPostFile::newPostHasEmptyDatesAndDatedFile()
 void TestPostFile::savingFailsWithoutAPlace()
 {
     ZLWordpressPost post = fullPost();
-    QVERIFY(!post.saveAtPath(QString() + u"/post.zalmo"_qs + u"/post.zalmo"_qs));
+    QVERIFY(!post.saveAtPath(QString() + u"/post.zalmo"_qs));
     QVERIFY(!post.saveAtPath(QString()));
     const Result<void> saved = post.saveAtPath(u"/nowhere/at/all/post.zalmo"_qs);
     QVERIFY(!saved);

@@ -40,52 +40,53 @@ enum Effect { Nothing, Overwritten, Conflict };
 void TestPostSync::decides_data()
 {
     QTest::addColumn<int>("seconds");
-    QTest::addColumn<QByteArray>("fileInfo");
+    QTest::addColumn<FileText>("local");
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("effect");
-    const QString post = u"post.zalmo"_qs;
-    const QString solved = u"conflict-solved.zalmo"_qs;
+    const auto row = [](const char *name, int seconds, const QByteArray &fileInfo, Effect effect,
+                         const QString &file = u"post.zalmo"_qs) {
+        FileText local;
+        local.fileInfo = fileInfo;
+        QTest::newRow(name) << seconds << local << file << int(effect);
+    };
     const QByteArray version = "<app_version>3</app_version>";
-    QTest::newRow("newer, modified") << 1 << "<status>modified</status>" + version << post << int(Conflict);
-    QTest::newRow("newer, in conflict") << 1 << "<status>conflict</status>" + version << post << int(Conflict);
-    QTest::newRow("newer, modified, old form") << 1 << QByteArray("<status>modified</status>") << post << int(Conflict);
-    QTest::newRow("newer, modified, other file")
-        << 1 << "<status>modified</status>" + version << solved << int(Nothing);
-    QTest::newRow("newer, in step") << 1 << "<status></status>" + version << post << int(Overwritten);
-    QTest::newRow("newer, new") << 1 << "<status>new</status>" + version << post << int(Overwritten);
-    QTest::newRow("same, in step") << 0 << version << post << int(Nothing);
-    QTest::newRow("same, a later form") << 0 << QByteArray("<app_version>10</app_version>") << post << int(Nothing);
-    QTest::newRow("same, modified") << 0 << "<status>modified</status>" + version << post << int(Nothing);
-    QTest::newRow("older, modified, old form")
-        << -1 << QByteArray("<status>modified</status><app_version>2</app_version>") << post << int(Nothing);
-    QTest::newRow("same, in conflict, no version")
-        << 0 << QByteArray("<status>conflict</status>") << post << int(Nothing);
-    QTest::newRow("same, old form") << 0 << QByteArray("<app_version>2</app_version>") << post << int(Overwritten);
-    QTest::newRow("older, no version") << -1 << QByteArray("<status></status>") << post << int(Overwritten);
+    row("newer, modified", 1, "<status>modified</status>" + version, Conflict);
+    row("newer, in conflict", 1, "<status>conflict</status>" + version, Conflict);
+    row("newer, modified, old form", 1, "<status>modified</status>", Conflict);
+    row("newer, modified, other file", 1, "<status>modified</status>" + version, Nothing, u"conflict-solved.zalmo"_qs);
+    row("newer, in step", 1, "<status></status>" + version, Overwritten);
+    row("newer, new", 1, "<status>new</status>" + version, Overwritten);
+    row("same, in step", 0, version, Nothing);
+    row("same, a later form", 0, "<app_version>10</app_version>", Nothing);
+    row("same, a form between", 0, "<app_version>3.1</app_version>", Nothing);
+    row("same, modified", 0, "<status>modified</status>" + version, Nothing);
+    row("older, modified, old form", -1, "<status>modified</status><app_version>2</app_version>", Nothing);
+    row("same, in conflict, no version", 0, "<status>conflict</status>", Nothing);
+    row("same, old form", 0, "<app_version>2</app_version>", Overwritten);
+    row("older, no version", -1, "<status></status>", Overwritten);
 }
 
 void TestPostSync::decides()
 {
     QFETCH(int, seconds);
+    QFETCH(FileText, local);
     QFETCH(QString, name);
     QFETCH(int, effect);
-    FileText text;
-    text.fileInfo = *static_cast<QByteArray *>(QTest::qData("fileInfo", qMetaTypeId<QByteArray>()));
     const PostFolder folder;
-    folder.write(text.bytes(), name);
+    folder.write(local.bytes(), name);
     ZLWordpressPost remote = remotePost(seconds);
     QVERIFY(remote.syncWithPostAtPath(folder.path(name), u"zalmo"_qs, nullptr));
     QCOMPARE(folder.has(u"conflict.zalmo"_qs), effect == Conflict);
     if (effect == Nothing)
-        QCOMPARE(folder.read(name), text.bytes());
+        QCOMPARE(folder.read(name), local.bytes());
     if (effect == Overwritten) {
         QVERIFY(folder.read(name).contains("<title>Remote</title><content>remote body</content>"));
         QVERIFY(folder.read(name).endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
         QCOMPARE(QFileInfo(folder.path(name)).lastModified().toUTC(), remote.updatedAt);
     }
     if (effect == Conflict) {
-        text.fileInfo = "<status>conflict</status><app_version>3</app_version>";
-        QCOMPARE(folder.read(), text.bytes());
+        local.fileInfo = "<status>conflict</status><app_version>3</app_version>";
+        QCOMPARE(folder.read(), local.bytes());
         QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("<title>Remote</title><content>remote body</content>"));
         QVERIFY(folder.read(u"conflict.zalmo"_qs).endsWith("<file_info><status></status></file_info></zalmo>"));
     }

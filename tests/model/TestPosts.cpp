@@ -1,8 +1,6 @@
 #include "TestClasses.h"
 
 #include "model/PostFileDate.h"
-#include "model/ZLFileInfo.h"
-#include "model/ZLPostInfo.h"
 #include "model/ZLWordpressPost.h"
 
 #include <QTest>
@@ -12,10 +10,6 @@ class TestPosts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void turnsTaxonomiesIntoStringsAndBack();
-    void losesACategoryThatLooksLikeATag();
-    void writesFlagsAsOneOrNothing();
-    void writesTheImageOnlyWhenThereIsOne();
-    void writesAVersionAlways();
     void readsDates_data();
     void readsDates();
     void writesDatesInUniversalTime();
@@ -24,46 +18,13 @@ private Q_SLOTS:
 void TestPosts::turnsTaxonomiesIntoStringsAndBack()
 {
     ZLAbstractPost post;
-    post.taxonomies = {
-        {u"News"_qs, u"4"_qs, ZLTaxonomy::Category}, {u"qt"_qs, {}, ZLTaxonomy::Tag}, {u"odd"_qs, {}, 2}};
-    QCOMPARE(post.taxonomiesArray(), (QStringList{u"News"_qs, u"#qt"_qs}));
+    post.taxonomies = {{u"News"_qs, u"4"_qs, ZLTaxonomy::Category}, {u"qt"_qs, {}, ZLTaxonomy::Tag}, {u"odd"_qs, {}, 2},
+        {u"#a b"_qs, {}, ZLTaxonomy::Category}}; // comes back as a tag
+    QCOMPARE(post.taxonomiesArray(), (QStringList{u"News"_qs, u"#qt"_qs, u"#a b"_qs}));
     post.setTaxonomiesFromStringArray({u"#a b"_qs, u"C#"_qs, u""_qs, u"#"_qs});
     QCOMPARE(post.taxonomies,
         (QList<ZLTaxonomy>{
             {u"a b"_qs, {}, ZLTaxonomy::Tag}, {u"C#"_qs, {}, ZLTaxonomy::Category}, {u""_qs, {}, ZLTaxonomy::Tag}}));
-}
-
-void TestPosts::losesACategoryThatLooksLikeATag()
-{
-    ZLAbstractPost post;
-    post.taxonomies = {{u"#one"_qs, {}, ZLTaxonomy::Category}};
-    const QStringList strings = post.taxonomiesArray();
-    QCOMPARE(strings, QStringList{u"#one"_qs});
-    post.setTaxonomiesFromStringArray(strings);
-    QCOMPARE(post.taxonomies, (QList<ZLTaxonomy>{{u"one"_qs, {}, ZLTaxonomy::Tag}}));
-}
-
-void TestPosts::writesFlagsAsOneOrNothing()
-{
-    ZLPostInfo info;
-    info.allowComments = true;
-    const QVariantMap dictionary = info.dictionary();
-    QCOMPARE(dictionary.value(u"allow_comments"_qs).toString(), u"1"_qs);
-    QCOMPARE(dictionary.value(u"allow_pingback"_qs).toString(), u""_qs);
-}
-
-void TestPosts::writesTheImageOnlyWhenThereIsOne()
-{
-    ZLPostInfo info;
-    QVERIFY(info.dictionary().value(u"featured_image"_qs).toMap().isEmpty());
-    info.featuredImageURL = u"http://b/x.png"_qs;
-    QCOMPARE(info.dictionary().value(u"featured_image"_qs).toMap(), (QVariantMap{{u"URL"_qs, u"http://b/x.png"_qs}}));
-}
-
-void TestPosts::writesAVersionAlways()
-{
-    QCOMPARE(ZLFileInfo().dictionary().value(u"app_version"_qs).toString(), u"3"_qs);
-    QCOMPARE((ZLFileInfo{{}, u"2"_qs}).dictionary().value(u"app_version"_qs).toString(), u"2"_qs);
 }
 
 void TestPosts::readsDates_data()

@@ -30,19 +30,20 @@ static const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
 
 void TestRows::takesItsStatusFromTheFile_data()
 {
-    QTest::addColumn<QByteArray>("fileStatus");
-    QTest::addColumn<QByteArray>("engine");
-    QTest::addColumn<QByteArray>("status");
-    QTest::addColumn<QByteArray>("type");
-    QTest::addColumn<QByteArray>("createdAt");
+    QTest::addColumn<FileText>("file");
     QTest::addColumn<int>("row");
     QTest::addColumn<bool>("published");
     const QByteArray past = "2014-10-21 09:30:00 +0000";
     const QByteArray future = "2021-01-01 00:00:00 +0000";
     const auto row = [](const char *name, const char *fileStatus, const char *engine, const char *status,
                          const char *type, const QByteArray &createdAt, int expected, bool published) {
-        QTest::newRow(name) << QByteArray(fileStatus) << QByteArray(engine) << QByteArray(status) << QByteArray(type)
-                            << createdAt << expected << published;
+        FileText file;
+        file.fileInfo = QByteArray("<status>") + fileStatus + "</status>";
+        file.engine = engine;
+        file.status = status;
+        file.type = type;
+        file.createdAt = createdAt;
+        QTest::newRow(name) << file << expected << published;
     };
     row("modified", "modified", "wordpress", "draft", "post", past, 4, false);
     row("modified, published", "modified", "wordpress", "publish", "post", past, 4, true);
@@ -65,15 +66,9 @@ void TestRows::takesItsStatusFromTheFile_data()
 
 void TestRows::takesItsStatusFromTheFile()
 {
-    QFETCH(QByteArray, fileStatus);
-    FileText text;
-    text.fileInfo = "<status>" + fileStatus + "</status>";
-    text.engine = *static_cast<QByteArray *>(QTest::qData("engine", qMetaTypeId<QByteArray>()));
-    text.status = *static_cast<QByteArray *>(QTest::qData("status", qMetaTypeId<QByteArray>()));
-    text.type = *static_cast<QByteArray *>(QTest::qData("type", qMetaTypeId<QByteArray>()));
-    text.createdAt = *static_cast<QByteArray *>(QTest::qData("createdAt", qMetaTypeId<QByteArray>()));
+    QFETCH(FileText, file);
     const PostFolder folder;
-    const LocalPostPtr row = ZLLocalPostRepresentation::initWithContentsOfFileURL(folder.write(text.bytes()), now);
+    const LocalPostPtr row = ZLLocalPostRepresentation::initWithContentsOfFileURL(folder.write(file.bytes()), now);
     QTEST(row->status, "row");
     QTEST(row->published, "published");
 }

@@ -26,8 +26,10 @@ static const QByteArray longBody = QByteArray("some words ").repeated(100000);
 static pid_t inChild(const std::function<int()> &work)
 {
     const pid_t child = fork();
-    if (child == 0)
+    if (child == 0) {
+        alarm(60); // or it would go on for ever when this process is stopped in between
         _exit(work());
+    }
     return child;
 }
 
