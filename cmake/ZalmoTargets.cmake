@@ -24,8 +24,9 @@ function(zalmo_test name)
     set(environment "LC_ALL=C.UTF-8")
     set(label logic)
     if(arg_DISPLAY)
+        # Nothing answers on that port, so pictures from the web stay there.
         list(APPEND environment "QT_QPA_PLATFORM=offscreen" "QTWEBENGINE_DISABLE_SANDBOX=1"
-            "QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu --no-proxy-server")
+            "QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu --proxy-server=127.0.0.1:9")
         set(label display)
     else()
         set_property(GLOBAL APPEND PROPERTY ZALMO_LOGIC_TESTS ${name})
