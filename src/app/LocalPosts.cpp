@@ -79,7 +79,8 @@ void LocalPosts::createNewPost()
 
 void LocalPosts::removeLocalPostFromList(const LocalPostPtr &row)
 {
-    m_posts.removeAll(row);
+    // A rebuild may have put another row for the file in its place.
+    m_posts.removeIf([&](const LocalPostPtr &other) { return other == row || other->localFile == row->localFile; });
     m_environment.windows.postList->didDeleteLocalPost(row);
 }
 
@@ -106,9 +107,10 @@ void LocalPosts::deletePostAtLocalURL(const QUrl &url)
 
 QList<LocalPostPtr> LocalPosts::getPostsForSearch(const QString &text) const
 {
+    const QString wanted = text.toLower();
     QList<LocalPostPtr> found;
     for (const LocalPostPtr &row : m_posts) {
-        if (row->title.toLower().contains(text.toLower()))
+        if (!row->title.isNull() && row->title.toLower().contains(wanted))
             found.append(row);
     }
     return found;

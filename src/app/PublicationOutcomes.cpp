@@ -26,7 +26,7 @@ QString publishedKind(const PostPtr &post)
 
 QVariantMap publishDimensions(const PostPtr &post, const QString &kind)
 {
-    const QString hasImage = post->featuredImageId.isNull() ? u"false"_qs : u"true"_qs;
+    const QString hasImage = post->featuredImageId.isEmpty() ? u"false"_qs : u"true"_qs;
     return {{u"type"_qs, kind}, {u"engine"_qs, u"wordpress"_qs}, {u"featured-image"_qs, hasImage}};
 }
 
@@ -56,11 +56,6 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
     const LocalPostPtr row = original->localPost;
     if (!row)
         return;
-    if (!isInFolderOf(row, service->blogName)) {
-        // The service was pointed at another blog before it read the post back: what it read is a stranger's.
-        ZLLog(u"the blog's copy belongs to another blog"_qs);
-        return;
-    }
     row->postURL = remote->URL;
     ZLTelemetry &telemetry = m_environment.telemetry;
     const bool isScheduled = isInFuture(remote);

@@ -16,7 +16,7 @@ ServiceFactory::ServiceFactory(AppEnvironment &environment, AccountStore &store,
 ServiceFactory::~ServiceFactory()
 {
     // Before the connections that they stand on.
-    qDeleteAll(findChildren<ZLWordpressService *>(Qt::FindDirectChildrenOnly));
+    qDeleteAll(living());
 }
 
 ServicePtr ServiceFactory::serviceForAccount(const AccountPtr &account)
@@ -39,8 +39,20 @@ ServicePtr ServiceFactory::own(ZLWordpressService *service)
     });
 }
 
+QList<ZLWordpressService *> ServiceFactory::living() const
+{
+    return findChildren<ZLWordpressService *>(Qt::FindDirectChildrenOnly);
+}
+
+void ServiceFactory::cancelUploadOfPost(const PostPtr &post)
+{
+    for (ZLWordpressService *service : living())
+        service->cancelUploadOfPost(post);
+}
+
 void ServiceFactory::retire(const ServicePtr &service)
 {
+    m_retired.removeIf([](const ServicePtr &earlier) { return earlier->isIdle(); });
     if (service && !m_retired.contains(service))
         m_retired.append(service);
 }

@@ -279,6 +279,12 @@ void ZLAppDelegate::deletePostAtLocalURL(const QUrl &url)
     d->posts.deletePostAtLocalURL(url);
 }
 
+void ZLAppDelegate::cancelUploadOfPost(const PostPtr &post)
+{
+    d->services.cancelUploadOfPost(post);
+    Q_EMIT notifications().didFailToUploadPost(post);
+}
+
 // Outcomes of the services
 
 void ZLAppDelegate::didReconnectAccount(ZLWordpressService *service, const AccountPtr &account)
@@ -289,6 +295,7 @@ void ZLAppDelegate::didReconnectAccount(ZLWordpressService *service, const Accou
         return;
     current->username = service->username;
     current->password = service->password;
+    d->currentBlog.syncTerms(); // which waited for the login
 }
 
 void ZLAppDelegate::didGetTaxonomies(ZLWordpressService *, const QList<ZLTaxonomy> &taxonomies)

@@ -91,6 +91,8 @@ public:
     // posts
     void createNewPost();
     void deletePostAtLocalURL(const QUrl &url);
+    /// The user gave up on this upload: says didFailToUploadPost, even if no service knows of it any more.
+    void cancelUploadOfPost(const PostPtr &post);
 
     // ZLWordpressServiceDelegate
     void didReconnectAccount(ZLWordpressService *, const AccountPtr &) override;

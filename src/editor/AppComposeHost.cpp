@@ -92,10 +92,7 @@ EditorBody AppComposeHost::postContentForZalmoEditor(const QString &stored)
 {
     if (ZLWordpressService *service = m_app.wordpressService())
         return service->postContentForZalmoEditor(stored);
-    EditorBody plain;
-    plain.html = stored;
-    plain.pieces = {BodyPiece{.stored = stored, .lead = {}, .core = stored, .tail = {}, .html = stored}};
-    return plain;
+    return ContentConversion::postContentForZalmoEditor(stored, m_app.platform().files);
 }
 
 void AppComposeHost::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
@@ -106,8 +103,7 @@ void AppComposeHost::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
 
 void AppComposeHost::cancelUploadOfPost(const PostPtr &post)
 {
-    if (ZLWordpressService *service = m_app.wordpressService())
-        service->cancelUploadOfPost(post);
+    m_app.cancelUploadOfPost(post);
 }
 
 void AppComposeHost::deletePost(const PostPtr &post)

@@ -45,9 +45,8 @@ void BlogPostSync::syncPosts(
     const QList<PostPtr> &posts, const ZLWordpressXMLRPCRequest &call, std::function<void()> then)
 {
     // The blog may have been renamed since the call was sent, or the service given another blog; the address tells.
-    const bool sameBlog = call.currentRequest->URL() == m_service.blogApiURL();
-    writeSome(
-        {posts, sameBlog ? m_service.blogName : call.additionalInfo.blogName, call.currentRequest, std::move(then)});
+    const QString blogName = call.isForCurrentBlog() ? m_service.blogName : call.additionalInfo.blogName;
+    writeSome({posts, blogName, call.currentRequest, std::move(then)});
 }
 
 void BlogPostSync::writeSome(Batch batch)
@@ -57,7 +56,9 @@ void BlogPostSync::writeSome(Batch batch)
     while (!batch.posts.isEmpty() && turn.elapsed() < turnMilliseconds)
         write(*batch.posts.takeFirst(), batch.blogName);
     if (!batch.posts.isEmpty()) {
+        ++m_waitingBatches;
         QTimer::singleShot(0, &m_service, [this, batch = std::move(batch)] {
+            --m_waitingBatches;
             const auto service = m_service.weak_from_this().lock();
             writeSome(batch);
         });
@@ -72,6 +73,11 @@ void BlogPostSync::write(ZLWordpressPost &post, const QString &blogName)
 {
     if (post.id.isEmpty()) {
         ZLLog(QStringLiteral("error-The blog sent a post without an id"));
+        return;
+    }
+    if (blogName.isEmpty()) {
+        // A blog whose connection failed has no folder, and none could be told from that of all blogs.
+        ZLLog(QStringLiteral("error-The blog of post %1 has no name").arg(post.id));
         return;
     }
     const QString folder = m_environment.files.postPathForBlogURL(blogName, post.id);

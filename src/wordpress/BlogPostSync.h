@@ -18,6 +18,8 @@ public:
     /// Writes the posts in their order and then takes the call out of its round. The posts are written a few at a time,
     /// since each is synced to the disk and the window must go on.
     void syncPosts(const QList<PostPtr> &posts, const ZLWordpressXMLRPCRequest &call, std::function<void()> then = {});
+    /// Whether posts wait for their turn to be written.
+    bool isWriting() const { return m_waitingBatches > 0; }
 
 private:
     struct Batch {
@@ -33,4 +35,5 @@ private:
     const ZLServiceEnvironment &m_environment;
     ServiceCalls &m_calls;
     SyncGroup &m_group;
+    int m_waitingBatches = 0;
 };

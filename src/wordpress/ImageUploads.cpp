@@ -13,6 +13,13 @@
 namespace {
 using Bits = Result<QByteArray>;
 
+constexpr int mostRepliesWithoutAddress = 3; // each leaves a copy of the picture in the blog's library
+
+bool isUpload(const ZLWordpressXMLRPCRequest &call)
+{
+    return call.currentRequestType == ZLWordpressServiceRequestTypeUploadImageFromURL;
+}
+
 /// Runs `encode` on a worker and gives its result on the main thread, unless `context` has ended.
 void onWorker(QObject &context, std::function<Bits()> encode, std::function<void(const Bits &)> then)
 {
@@ -108,16 +115,23 @@ void ImageUploads::uploadImage(const QByteArray &picture)
         });
 }
 
-void ImageUploads::didUpload(const QString &address, const ZLWordpressImage &image)
+bool ImageUploads::didUpload(const QString &address, const ZLWordpressImage &image)
 {
-    if (!image.url.isEmpty()) {
+    m_progress.remove(address);
+    if (image.url.isEmpty()) {
+        if (++m_repliesWithoutAddress[address] >= mostRepliesWithoutAddress) {
+            m_repliesWithoutAddress.remove(address);
+            return false; // and stays marked, as any failed upload does
+        }
+    } else {
+        m_repliesWithoutAddress.remove(address);
         syncedImages.insert(address, image.url);
         syncedImages.insert(image.url, image.url);
         syncedWPImages.insert(address, image);
         syncedWPImages.insert(image.url, image);
     }
     syncingImages.remove(address);
-    m_progress.remove(address);
+    return true;
 }
 
 bool ImageUploads::isUnderWay(const QString &address) const
@@ -131,21 +145,43 @@ bool ImageUploads::isUnderWay(const QString &address) const
 
 void ImageUploads::cancel(const PostPtr &post, const QStringList &addresses)
 {
-    m_encoding.removeIf([&](const Encoding &upload) { return upload.post == post; });
-    m_calls.cancel([&](const ZLWordpressXMLRPCRequest &call) {
-        return call.currentRequestType == ZLWordpressServiceRequestTypeUploadImageFromURL
-            && call.additionalInfo.processingPost == post;
+    QStringList ended = addresses;
+    m_encoding.removeIf([&](const Encoding &upload) {
+        if (upload.post == post)
+            ended.append(upload.address);
+        return upload.post == post;
     });
-    for (const QString &address : addresses) {
+    m_calls.cancel([&](const ZLWordpressXMLRPCRequest &call) {
+        const bool isOfPost = isUpload(call) && call.additionalInfo.processingPost == post;
+        if (isOfPost)
+            ended.append(call.additionalInfo.processingMedia);
+        return isOfPost;
+    });
+    for (const QString &address : std::as_const(ended)) {
         m_progress.remove(address);
+        m_repliesWithoutAddress.remove(address);
         if (!isUnderWay(address))
             syncingImages.remove(address);
     }
 }
 
+QSet<PostPtr> ImageUploads::posts() const
+{
+    QSet<PostPtr> posts;
+    for (const Encoding &upload : m_encoding)
+        posts.insert(upload.post);
+    for (const ServiceCallPtr &call : m_calls.unanswered()) {
+        if (isUpload(*call))
+            posts.insert(call->additionalInfo.processingPost);
+    }
+    return posts;
+}
+
 void ImageUploads::cleanData()
 {
-    syncingImages.clear();
+    // The mark of an upload that still runs stays, or its post would send the picture a second time.
+    syncingImages.removeIf([this](const QString &address) { return !isUnderWay(address); });
+    m_repliesWithoutAddress.clear();
     syncedImages.clear(); // syncedWPImages is kept
     m_progress.clear();
 }

@@ -20,10 +20,14 @@ public:
 
     void syncImage(const QString &address, const PostPtr &post, int kind);
     void uploadImage(const QByteArray &picture);
-    /// Takes a reply in. An upload that answers without an address is tried again by the next run of the gate.
-    void didUpload(const QString &address, const ZLWordpressImage &image);
+    /// Takes a reply in. An upload that answers without an address is tried again by the next run of the gate, but not
+    /// for ever: false when it has failed too often in a row.
+    bool didUpload(const QString &address, const ZLWordpressImage &image);
     /// Ends the uploads of this post and frees its marks, but for pictures that another post is sending.
     void cancel(const PostPtr &post, const QStringList &addresses);
+    /// The posts whose pictures are being read or sent.
+    QSet<PostPtr> posts() const;
+    bool isEncoding() const { return !m_encoding.isEmpty(); }
     void cleanData();
 
     /// How far the uploads of a post have come together.
@@ -46,6 +50,7 @@ private:
     ServiceCalls &m_calls;
     QList<Encoding> m_encoding;
     QHash<QString, float> m_progress;
+    QHash<QString, int> m_repliesWithoutAddress; ///< in a row
     int m_lastTicket = 0;
     QObject m_context; ///< ends what workers have not delivered yet
 };

@@ -40,7 +40,8 @@ QString LocalPictures::file(const QString &address, const ZLFileManager &files)
 
 bool LocalPictures::isInCacheFolder(const QString &address, const ZLFileManager &files)
 {
-    return QDir::cleanPath(path(address)).startsWith(files.cacheFolder() + QLatin1Char('/'));
+    const QString cache = files.cacheFolder();
+    return !cache.isNull() && QDir::cleanPath(path(address)).startsWith(cache + QLatin1Char('/'));
 }
 
 QString LocalPictures::address(const QString &folder, const QString &name)

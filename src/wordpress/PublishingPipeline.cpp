@@ -81,7 +81,7 @@ QStringList PublishingPipeline::localPictures(const ZLWordpressPost &post) const
         if (post.content.contains(full))
             noted.append(full);
     }
-    const QString featured = post.featuredImageURL.toString();
+    const QString featured = post.featuredImageURL.toString(QUrl::FullyEncoded); // as bodies name it
     if (post.featuredImageId.isEmpty() && featured.startsWith(filePrefix()))
         noted.append(featured);
     return noted;
@@ -103,6 +103,8 @@ void PublishingPipeline::syncImagesFromPost(const PostPtr &post, int kind)
         return;
     if (post->content.contains(filePrefix()))
         post->content = ContentPasses::replaceOccurrences(post->content, localAddressesOnTheBlog(post->content));
+    // A picture that the body has lost meanwhile may still be on its way, and its reply would send the content again.
+    m_uploads.cancel(post, noted);
     sendContent(post, kind);
 }
 
@@ -126,12 +128,14 @@ void PublishingPipeline::sendContent(const PostPtr &post, int kind)
         publishDraftPost(post);
 }
 
-void PublishingPipeline::didUploadImageFromURL(
+bool PublishingPipeline::didUploadImageFromURL(
     const QString &address, const ZLWordpressImage &image, const PostPtr &post, int kind)
 {
-    m_uploads.didUpload(address, image);
+    if (!m_uploads.didUpload(address, image))
+        return false;
     if (post)
         syncImagesFromPost(post, kind);
+    return true;
 }
 
 void PublishingPipeline::publishPost(const PostPtr &post, bool termsByName)
@@ -172,7 +176,8 @@ bool PublishingPipeline::resentWithTermsByName(const ZLWordpressXMLRPCRequest &c
 {
     // The blog gives the same code for a refused login; then the second try fails as well, and that is told.
     const CallInfo &info = call.additionalInfo;
-    if (error.code != 403 || !isContentCall(call.currentRequestType) || !info.hasTermIds || !info.processingPost)
+    const bool mayHelp = error.code == 403 && isContentCall(call.currentRequestType) && info.hasTermIds;
+    if (!mayHelp || !info.processingPost || !call.isForCurrentBlog())
         return false;
     ZLLog(QStringLiteral("sending the post again with its terms by name"));
     if (call.currentRequestType == ZLWordpressServiceRequestTypePublishPost)
@@ -200,8 +205,25 @@ void PublishingPipeline::cancelUploadOfPost(const PostPtr &post)
     m_calls.cancel([&](const ZLWordpressXMLRPCRequest &call) {
         return isOnUploadRoad(call.currentRequestType) && call.additionalInfo.processingPost == post;
     });
-    if (m_service.delegate)
+}
+
+void PublishingPipeline::leaveBlog()
+{
+    QSet<PostPtr> posts = m_uploads.posts();
+    for (const ServiceCallPtr &call : m_calls.unanswered()) {
+        if (call->currentRequestType == ZLWordpressServiceRequestTypeNewCategoryForPost)
+            posts.insert(call->additionalInfo.processingPost);
+    }
+    for (const PostPtr &post : std::as_const(posts)) {
+        cancelUploadOfPost(post);
+        if (!m_service.delegate)
+            continue;
+        const QString text = QStringLiteral("“%1” was not sent, because another blog was chosen before its pictures "
+                                            "were there.");
         m_service.delegate->didFailToUploadPost(&m_service, post);
+        m_service.delegate->didFailToPerformRequest(&m_service, ZLWordpressServiceRequestTypeUploadImageFromURL,
+            {QStringLiteral("ZLUpload"), 1, text.arg(post->title)});
+    }
 }
 
 void PublishingPipeline::didSendBodyData(const ZLWordpressXMLRPCRequest &call, float progress)

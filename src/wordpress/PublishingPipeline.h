@@ -12,7 +12,8 @@ public:
 
     /// The gate: uploads what is missing, or goes on to the content. Each upload's reply runs it again.
     void syncImagesFromPost(const PostPtr &post, int kind);
-    void didUploadImageFromURL(const QString &address, const ZLWordpressImage &image, const PostPtr &post, int kind);
+    /// False when the blog has too often in a row not said where the picture is.
+    bool didUploadImageFromURL(const QString &address, const ZLWordpressImage &image, const PostPtr &post, int kind);
     void publishPost(const PostPtr &post, bool termsByName = false);
     void updatePost(const PostPtr &post, bool termsByName = false);
     void publishDraftPost(const PostPtr &post, bool termsByName = false);
@@ -23,6 +24,9 @@ public:
     /// every term by name, and answers whether it did.
     bool resentWithTermsByName(const ZLWordpressXMLRPCRequest &call, const ZLError &error);
     void cancelUploadOfPost(const PostPtr &post);
+    /// Ends what has not come to the content call yet, and tells: the service goes to another blog, where the rest of
+    /// these posts does not belong.
+    void leaveBlog();
     void didSendBodyData(const ZLWordpressXMLRPCRequest &call, float progress);
 
     void publishPostForPreview(const PostPtr &post);

@@ -127,20 +127,33 @@ void ReplyDispatch::syncPosts(const Call &call, const XMLRPCValue &object)
 void ReplyDispatch::publishPost(const Call &call, const XMLRPCValue &object)
 {
     const PostPtr post = call.additionalInfo.processingPost;
-    if (object.boolean())
+    if (!object.boolean())
+        delegate().didFailToUploadPost(&m_service, post);
+    else if (call.isForCurrentBlog())
         m_to.publishing.getPost(object.string(), post);
     else
-        delegate().didFailToUploadPost(&m_service, post);
+        didFailToReadBack(call); // its number means another post on the blog that the service stands for now
+}
+
+/// Nothing is there to put in place of the writer's post, which therefore stays as it is.
+void ReplyDispatch::didFailToReadBack(const Call &call)
+{
+    const ZLError error{QStringLiteral("ZLUpload"), 2,
+        QStringLiteral("The post is on the blog, but the blog's copy of it could not be read.")};
+    ZLLog(error.description);
+    const QPointer<ZLWordpressService> service(&m_service);
+    delegate().didFailToUploadPost(&m_service, call.additionalInfo.processingPost);
+    if (service)
+        delegate().didFailToPerformRequest(&m_service, call.currentRequestType, error);
 }
 
 void ReplyDispatch::getPost(const Call &call, const XMLRPCValue &object)
 {
     const PostPtr original = call.additionalInfo.processingPost;
     const PostPtr remote = PostFieldMaps::postFromWPGetPostResponse(object);
-    if (remote->id.isEmpty()) {
-        // Nothing came back to put in place of the writer's post, which therefore stays as it is.
-        ZLLog(QStringLiteral("the blog's copy of the post could not be read"));
-        delegate().didFailToUploadPost(&m_service, original);
+    // A copy that comes after the service has gone to another blog would be filed under that one.
+    if (remote->id.isEmpty() || !call.isForCurrentBlog()) {
+        didFailToReadBack(call);
         return;
     }
     ZLNotifications &notifications = m_notifications;
@@ -202,7 +215,9 @@ void ReplyDispatch::uploadImageFromURL(const Call &call, const XMLRPCValue &obje
         return;
     }
     const ZLWordpressImage image{object[u"url"].string(), object[u"id"].string()};
-    m_to.publishing.didUploadImageFromURL(info.processingMedia, image, info.processingPost, info.processingType);
+    const QString text = QStringLiteral("The blog took the picture %1, but does not say where it is.");
+    if (!m_to.publishing.didUploadImageFromURL(info.processingMedia, image, info.processingPost, info.processingType))
+        tellFailure(call, {QStringLiteral("ZLUpload"), 3, text.arg(info.processingMedia)});
 }
 
 void ReplyDispatch::newCategory(const Call &call, const XMLRPCValue &)

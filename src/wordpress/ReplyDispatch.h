@@ -31,6 +31,7 @@ private:
 
     void didReceiveFault(const Call &call, const XMLRPCResponse &response);
     void tellFailure(const Call &call, const ZLError &error);
+    void didFailToReadBack(const Call &call);
     ZLWordpressServiceDelegate &delegate() const;
 
     void getPosts(const Call &call, const XMLRPCValue &object);

@@ -47,6 +47,7 @@ RequestPtr ServiceCalls::postFirstRequest(const QString &method, const QString &
 
 void ServiceCalls::spawn(const RequestPtr &request, int type, const CallInfo &info)
 {
+    m_calls.removeIf([](const auto &call) { return call.expired() || call.lock()->isAnswered(); });
     CallInfo carried = info;
     carried.account = m_service.account;
     carried.blogName = m_service.blogName;
@@ -58,9 +59,11 @@ void ServiceCalls::spawn(const RequestPtr &request, int type, const CallInfo &in
 QList<ServiceCallPtr> ServiceCalls::unanswered() const
 {
     QList<ServiceCallPtr> calls;
-    m_calls.removeIf([](const auto &call) { return call.expired() || call.lock()->isAnswered(); });
-    for (const auto &call : std::as_const(m_calls))
-        calls.append(call.lock());
+    for (const auto &held : m_calls) {
+        const ServiceCallPtr call = held.lock();
+        if (call && !call->isAnswered())
+            calls.append(call);
+    }
     return calls;
 }
 

@@ -22,16 +22,16 @@ public:
     void spawn(const RequestPtr &request, int type, const CallInfo &info = {});
 
     using Predicate = std::function<bool(const ZLWordpressXMLRPCRequest &)>;
+    QList<ServiceCallPtr> unanswered() const;
     bool isUnanswered(const Predicate &matches) const;
     /// Ends these calls; nothing that arrives for them is looked at.
     void cancel(const Predicate &matches);
 
 private:
     XMLRPCArray authenticatedParameters(const QString &first, XMLRPCArray rest) const;
-    QList<ServiceCallPtr> unanswered() const;
 
     ZLWordpressService &m_service;
     XMLRPCConnectionManager &m_connections;
     ReplyReceiver *m_receiver = nullptr;
-    mutable QList<std::weak_ptr<ZLWordpressXMLRPCRequest>> m_calls;
+    QList<std::weak_ptr<ZLWordpressXMLRPCRequest>> m_calls;
 };

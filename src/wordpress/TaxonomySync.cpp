@@ -87,8 +87,7 @@ void TaxonomySync::syncTags(const XMLRPCValue &tags, const ZLWordpressXMLRPCRequ
 
 void TaxonomySync::syncTerms(const XMLRPCValue &terms, const ZLWordpressXMLRPCRequest &call, const Kind &kind)
 {
-    const bool sameBlog = call.currentRequest->URL() == m_service.blogApiURL();
-    const AccountPtr account = sameBlog ? m_service.account : call.additionalInfo.account;
+    const AccountPtr account = call.isForCurrentBlog() ? m_service.account : call.additionalInfo.account;
     if (!account) {
         logNoAccount(); // and the call stays in its round
         return;

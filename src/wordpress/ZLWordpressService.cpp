@@ -47,10 +47,8 @@ ZLWordpressService::ZLWordpressService(
 {
     this->account = account;
     username = account->name;
-    password = environment.keychain.passwordForService(keychainService(), keychainAccount(account->name, account->url));
     blogName = account->alias();
-    if (password.isNull())
-        ZLLog(QStringLiteral("No password for acc: %1").arg(account->name));
+    readPassword(account);
 }
 
 ZLWordpressService::~ZLWordpressService() = default;
@@ -62,7 +60,17 @@ QUrl ZLWordpressService::blogApiURL() const
 
 void ZLWordpressService::changeApiURL(const QUrl &url)
 {
+    if (url != d->blogApiURL)
+        d->publishing.leaveBlog();
     d->blogApiURL = url;
+}
+
+void ZLWordpressService::readPassword(const AccountPtr &account)
+{
+    password =
+        d->environment.keychain.passwordForService(keychainService(), keychainAccount(account->name, account->url));
+    if (password.isNull())
+        ZLLog(QStringLiteral("No password for acc: %1").arg(account->name));
 }
 
 void ZLWordpressService::cleanData()
@@ -163,7 +171,7 @@ void ZLWordpressService::newCategory(const QString &name)
     d->publishing.newCategory(name);
 }
 
-void ZLWordpressService::newCategory(const QString &name, const PostPtr &post, int kind)
+void ZLWordpressService::syncCategory(const QString &name, const PostPtr &post, int kind)
 {
     d->publishing.syncCategory(name, post, kind);
 }
@@ -226,6 +234,11 @@ void ZLWordpressService::stopSync()
 bool ZLWordpressService::isSyncing() const
 {
     return !d->group.isEmpty();
+}
+
+bool ZLWordpressService::isIdle() const
+{
+    return d->calls.unanswered().isEmpty() && !d->uploads.isEncoding() && !d->posts.isWriting();
 }
 
 EditorBody ZLWordpressService::postContentForZalmoEditor(const QString &stored)

@@ -46,7 +46,11 @@ public:
     bool isGeneratingPreview = false;
 
     QUrl blogApiURL() const;
+    /// Later calls go there. Posts whose pictures are still on their way to the earlier blog are not sent at all, which
+    /// is told.
     void changeApiURL(const QUrl &url);
+    /// Takes the password of this account from the keychain.
+    void readPassword(const AccountPtr &account);
     void cleanData();
     /// The keychain's account string for a user name and a blog's address: "%@::%@".
     static QString keychainAccount(const QString &name, const QString &url);
@@ -71,13 +75,14 @@ public:
     void getPost(const QString &id);
     void getPost(const QString &id, const PostPtr &original);
     void newCategory(const QString &name);
-    void newCategory(const QString &name, const PostPtr &post, int kind);
+    /// Makes a category and then publishes the post.
+    void syncCategory(const QString &name, const PostPtr &post, int kind);
     /// Sends a picture, given in any common form, as JPEG.
     void uploadImage(const QByteArray &picture);
     void publishPostForPreview(const PostPtr &post);
     void deletePostForPreview(const PostPtr &post);
     /// The user gave up on this upload: ends the wait and frees its pictures, so that the next try sends them again.
-    /// Answers that arrive later are dropped. Tells didFailToUploadPost().
+    /// Answers that arrive later are dropped.
     void cancelUploadOfPost(const PostPtr &post);
     /// A local file that stands for a picture which is on the blog already.
     void addImageSrcForSyncedImages(const QString &source, const QString &file);
@@ -91,6 +96,8 @@ public:
     /// The user gave up on the round: empties `syncRequests` and tells didSyncBlogWithName().
     void stopSync();
     bool isSyncing() const;
+    /// Nothing is asked, read or written any more.
+    bool isIdle() const;
 
     /// A stored body in the editor's form, piece by piece; cached local copies stand in for pictures on the blog.
     EditorBody postContentForZalmoEditor(const QString &stored);

@@ -26,6 +26,11 @@ void ZLWordpressXMLRPCRequest::cancel()
     closeConnection();
 }
 
+bool ZLWordpressXMLRPCRequest::isForCurrentBlog() const
+{
+    return m_service && currentRequest->URL() == m_service->blogApiURL();
+}
+
 void ZLWordpressXMLRPCRequest::closeConnection()
 {
     if (m_connections)

@@ -47,6 +47,8 @@ public:
     void spawnConnectionXMLRPCRequest(XMLRPCConnectionManager &connections);
     void cancel();
     bool isAnswered() const { return m_answered; }
+    /// Whether the service still stands for the blog that the call went to; it may have been pointed at another one.
+    bool isForCurrentBlog() const;
 
     void didReceiveResponse(const RequestPtr &request, const ResponsePtr &response) override;
     void didFailWithError(const RequestPtr &request, const ZLError &error) override;

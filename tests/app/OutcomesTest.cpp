@@ -2,6 +2,8 @@
 #include "Tests.h"
 
 #include <QCoroTask>
+#include <QSignalSpy>
+#include <QThreadPool>
 
 namespace {
 
@@ -30,6 +32,26 @@ struct ConnectedBlog : AppFixture {
             titles.append(notification.title);
         return titles.join(u'|');
     }
+};
+
+/// Two blogs without posts; the first is current.
+struct SecondBlog : ConnectedBlog {
+    SecondBlog()
+    {
+        network.addHost(other.host(), other);
+        seedAccount(u"Other"_qs, other.url());
+        start();
+    }
+    /// Sends a post, and holds back the answer to one of its calls.
+    void sendLate(const PostPtr &post, const QString &late, int kind = ZLWordpressService::NewPost)
+    {
+        post->status = ZLWordpressPost::Publish;
+        if (!late.isEmpty())
+            blog.answerLate(late);
+        app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
+        QTRY_COMPARE(network.heldCount(), late.isEmpty() ? 0 : 1);
+    }
+    FakeBlog other{u"other.test"_qs};
 };
 
 bool has(const QByteArray &file, const QString &text)
@@ -190,16 +212,9 @@ void OutcomesTest::staysSilentWhenNotAllowed()
 
 void OutcomesTest::comesHomeToItsOwnBlog()
 {
-    ConnectedBlog fixture;
-    FakeBlog other(u"other.test"_qs);
-    fixture.network.addHost(other.host(), other);
-    fixture.seedAccount(u"Other"_qs, other.url());
-    fixture.start();
+    SecondBlog fixture;
     const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    fixture.blog.answerLate(u"wp.newPost"_qs);
-    fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
+    fixture.sendLate(post, u"wp.newPost"_qs);
     fixture.app().selectorDidChange(2);
     fixture.network.release();
     QTRY_COMPARE(fixture.list.updated.size(), 1);
@@ -208,30 +223,75 @@ void OutcomesTest::comesHomeToItsOwnBlog()
     QCOMPARE(fixture.app().posts().size(), 0); // the rows are those of the current blog
 }
 
-void OutcomesTest::takesNoPostOfAnotherBlog()
+void OutcomesTest::sendsNothingToAnotherBlog_data()
 {
-    ConnectedBlog fixture;
-    FakeBlog other(u"other.test"_qs);
-    fixture.network.addHost(other.host(), other);
-    fixture.seedAccount(u"Other"_qs, other.url());
-    fixture.start();
-    const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>mine</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    fixture.blog.answerLate(u"wp.newPost"_qs);
-    fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
-    // The service goes to a blog that has a post of the same number, and reads that one back.
-    while (!other.posts.contains(fixture.blog.posts.firstKey()))
-        other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs);
+    QTest::addColumn<QString>("late"); // the call whose answer comes after the change; none: a picture is being read
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("said");
+    const QString notSent = u"error: “On its way” was not sent, because another blog was chosen before its pictures "
+                            "were there."_qs;
+    const QString notRead = u"error: The post is on the blog, but the blog's copy of it could not be read."_qs;
+    const QString picture = u"metaWeblog.newMediaObject"_qs;
+    QTest::newRow("picture read") << QString() << 0 << notSent;
+    QTest::newRow("picture, new") << picture << 0 << notSent;
+    QTest::newRow("picture, update") << picture << 1 << notSent;
+    QTest::newRow("content") << u"wp.newPost"_qs << 0 << notRead;
+    QTest::newRow("read-back") << u"wp.getPost"_qs << 0 << notRead;
+}
+
+void OutcomesTest::sendsNothingToAnotherBlog()
+{
+    QFETCH(QString, late);
+    QFETCH(int, kind);
+    QFETCH(QString, said);
+    SecondBlog fixture;
+    QDir().mkpath(fixture.files.cacheFolder());
+    QFile picture(fixture.files.cacheFolder() + u"/a.gif"_qs);
+    QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write("GIF89a") > 0);
+    picture.close();
+    const PostPtr post =
+        fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture.fileName()));
+    // A post of the same number is on the other blog.
+    post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
+    QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
+    fixture.sendLate(post, late, kind);
+    fixture.other.calls.clear();
     fixture.app().selectAccount(fixture.app().accounts().at(1));
     fixture.network.release();
-    QTRY_COMPARE(other.count(u"wp.getPost"_qs), 1);
+    QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs), QStringList{said});
+    QCOMPARE(failed.size(), 1);
+    QThreadPool::globalInstance()->waitForDone();
     fixture.app().refreshCurrentBlog();
     QTRY_VERIFY(!fixture.list.isSyncing);
+    QCOMPARE(fixture.other.methods(), (QStringList{u"wp.getPosts"_qs, u"wp.getPosts"_qs}));
     QVERIFY(fixture.list.updated.isEmpty());
-    const QStringList files = fixture.postFiles(u"Blog"_qs);
-    QCOMPARE(files.size(), 1);
-    QVERIFY(!has(fixture.read(u"Blog"_qs, files.first()), u"theirs"_qs));
+    QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
+}
+
+void OutcomesTest::takesANewPostAlongToAnotherBlog()
+{
+    SecondBlog fixture;
+    const PostPtr post = fixture.writePost(u"Kept on the screen"_qs, u"<p>x</p>"_qs);
+    fixture.app().selectorDidChange(2);
+    fixture.send(post, ZLWordpressService::NewPost);
+    QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
+    QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.other.posts.firstKey())});
+    QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{post->localPost});
+}
+
+void OutcomesTest::cancelReachesTheServiceOfTheEarlierBlog()
+{
+    SecondBlog fixture;
+    const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
+    fixture.sendLate(post, u"wp.newPost"_qs);
+    fixture.app().selectorDidChange(2);
+    QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
+    fixture.app().cancelUploadOfPost(post);
+    QCOMPARE(failed.size(), 1);
+    fixture.network.release();
+    fixture.app().refreshCurrentBlog();
+    QTRY_VERIFY(!fixture.list.isSyncing);
+    QCOMPARE(fixture.blog.count(u"wp.getPost"_qs), 0);
 }
 
 void OutcomesTest::losesNothingWhenTheMoveFails()
@@ -302,6 +362,7 @@ void OutcomesTest::deletes()
     const DocumentPtr open =
         QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(row->localFile)).value();
     fixture.app().wordpressService()->deletePost(post);
+    fixture.app().reloadPostsList(); // other rows stand for the files now
     QTRY_COMPARE(fixture.list.deleted, QList<LocalPostPtr>{row});
     QCOMPARE(fixture.app().posts().size(), 0);
     QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());

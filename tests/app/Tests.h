@@ -82,7 +82,10 @@ private Q_SLOTS:
     void updates();
     void staysSilentWhenNotAllowed();
     void comesHomeToItsOwnBlog();
-    void takesNoPostOfAnotherBlog();
+    void sendsNothingToAnotherBlog_data();
+    void sendsNothingToAnotherBlog();
+    void takesANewPostAlongToAnotherBlog();
+    void cancelReachesTheServiceOfTheEarlierBlog();
     void losesNothingWhenTheMoveFails();
     void listIsRebuiltMeanwhile();
     void createsNewPosts();

@@ -184,7 +184,8 @@ void PublishingTest::keepsThePostWhenTheReadBackIsUnusable()
     ServiceFixture f;
     f.blog.answerWithBytes(u"wp.getPost"_s, reply);
     f.service->syncCategoriesAndPublishPost(f.post(u"T"_s, u"c"_s), ZLWordpressService::NewPost);
-    QTRY_COMPARE(f.journal(), (QStringList{u"note: content T"_s, u"upload failed: T"_s}));
+    QTRY_COMPARE(
+        f.journal(), (QStringList{u"note: content T"_s, u"upload failed: T"_s, u"request 1 failed: ZLUpload 2"_s}));
 }
 
 void PublishingTest::sendsTermsByNameWhenTheBlogRefusesAnId_data()
@@ -300,7 +301,7 @@ void PublishingTest::makesAndRemovesAPreview()
 void PublishingTest::makesACategoryAndThenPublishes()
 {
     ServiceFixture f;
-    f.service->newCategory(u"Tea"_s, f.post(u"T"_s, u"c"_s), ZLWordpressService::NewPost);
+    f.service->syncCategory(u"Tea"_s, f.post(u"T"_s, u"c"_s), ZLWordpressService::NewPost);
     QTRY_VERIFY(f.journal().contains(u"note: published T"_s));
     QCOMPARE(f.blog.methods(), (QStringList{u"wp.newCategory"_s, u"wp.newPost"_s, u"wp.getPost"_s}));
 }
@@ -321,11 +322,9 @@ void PublishingTest::dropsAnswersOfACancelledUpload()
     f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
     QTRY_COMPARE(f.environment.network.heldCount(), 1);
     f.service->cancelUploadOfPost(post);
-    const QStringList expected{u"note: content T"_s, u"upload failed: T"_s};
-    QCOMPARE(f.journal(), expected);
     f.environment.network.release();
     f.settle();
-    QCOMPARE(f.journal(), expected);
+    QCOMPARE(f.journal(), QStringList{u"note: content T"_s});
 }
 
 std::unique_ptr<QObject> makePublishingTest()
