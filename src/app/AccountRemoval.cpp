@@ -46,7 +46,6 @@ void AccountRemoval::beWithoutBlog()
 {
     m_selector.removeBlogSelector();
     m_state.selectedAccount.reset();
-    m_state.selectedIndex = CurrentBlogState::noIndex;
     m_state.blogName = QString();
     m_connection.newAccount();
     m_posts.clear();

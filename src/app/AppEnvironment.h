@@ -19,8 +19,6 @@
 #include "platform/ZLWorkspace.h"
 #include "wordpress/ZLWordpressService.h"
 
-#include <limits>
-
 /// What every collaborator of the controller may use.
 struct AppEnvironment {
     explicit AppEnvironment(const ZLPlatform &platform)
@@ -39,11 +37,8 @@ struct AppEnvironment {
 /// The current blog, as its collaborators know it. `selectedAccount` and `blogName` name an account from the first
 /// connected blog on; `wordpressService` exists from then on as well.
 struct CurrentBlogState {
-    static constexpr quint64 noIndex = std::numeric_limits<quint64>::max();
-
     QList<AccountPtr> accounts; ///< in the order of the store
     AccountPtr selectedAccount;
-    quint64 selectedIndex = noIndex;
     QString blogURL; ///< of the current blog, or of the one being connected
     QString blogName; ///< the alias, which names the blog's folder
     ServicePtr wordpressService;

@@ -26,7 +26,6 @@ void CurrentBlog::selectorDidChange(int selectorIndex)
         return;
     leavePostOfEarlierBlog();
     take(account);
-    m_state.selectedIndex = quint64(selectorIndex - 1);
     if (m_state.wordpressService)
         m_state.wordpressService->cleanData();
     replaceService(m_services.serviceForAccount(account));
@@ -34,7 +33,8 @@ void CurrentBlog::selectorDidChange(int selectorIndex)
     m_selector.showCurrentBlog();
     emptyAndReload();
     setSelectedAccount(account);
-    askForLoginIfNeeded();
+    if (askForLoginIfNeeded())
+        ZLLog(u"No Password or !login_automatically"_qs);
 }
 
 void CurrentBlog::syncTerms()
@@ -50,7 +50,6 @@ void CurrentBlog::selectAccount(const AccountPtr &account)
         return;
     take(account);
     m_selector.selectItemOfAccount(account);
-    m_state.selectedIndex = quint64(m_state.accounts.indexOf(account));
     // The service stays the same object and keeps its earlier account: what it learns of terms still goes there until
     // the user picks a blog in the selector. Meant was a service for the account that is now selected.
     pointServiceAtCurrentAccount();
@@ -68,8 +67,7 @@ void CurrentBlog::pointServiceAtCurrentAccount()
     service->cleanData();
     service->changeApiURL(QUrl(u"%1/xmlrpc.php"_qs.arg(account->url)));
     service->username = account->name;
-    service->password = m_environment.platform.keychain.passwordForService(
-        ZLWordpressService::keychainService(), ZLWordpressService::keychainAccount(account->name, account->url));
+    service->readPassword(account);
     service->blogName = m_state.blogName;
 }
 
@@ -102,14 +100,14 @@ void CurrentBlog::replaceService(const ServicePtr &service)
     m_state.wordpressService = service;
 }
 
-void CurrentBlog::askForLoginIfNeeded()
+bool CurrentBlog::askForLoginIfNeeded()
 {
     const AccountPreferences *preferences = m_state.preferences();
     const bool logsInByItself = preferences && preferences->login_automatically.value_or(false);
     if (!m_state.wordpressService->password.isEmpty() && logsInByItself)
-        return;
-    ZLLog(u"No Password or !login_automatically"_qs);
+        return false;
     m_login.openLoginForService(m_state.wordpressService.get());
+    return true;
 }
 
 void CurrentBlog::leavePostOfEarlierBlog()

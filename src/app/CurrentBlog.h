@@ -23,8 +23,9 @@ public:
     void syncTerms();
     /// Points the current service at the current account.
     void pointServiceAtCurrentAccount();
-    /// Asks for the login of the current service when it has no password or shall not log in by itself.
-    void askForLoginIfNeeded();
+    /// Asks for the login of the current service when it has no password or shall not log in by itself. Answers whether
+    /// it asks.
+    bool askForLoginIfNeeded();
     /// An edit of a post that the blog knows is not carried to another blog; a new post stays in the editor.
     void leavePostOfEarlierBlog();
 

@@ -46,8 +46,6 @@ void takeSelectedAccount(Collaborators &c)
     if (!recorded)
         c.currentBlog.setSelectedAccount(c.state.selectedAccount);
     c.environment.windows.compose->updatePreferencesForNewPost();
-    // Whichever account was selected: the index is not kept in step at launch, and neither is the selector's mark.
-    c.state.selectedIndex = 0;
 }
 
 QStringList keychainItems(const QList<AccountPtr> &accounts)
@@ -58,11 +56,32 @@ QStringList keychainItems(const QList<AccountPtr> &accounts)
     return items;
 }
 
+/// The keychain may wait for the user. Until it is open there is no password, but posts are opened with the service's
+/// help, and what the user asks of the blog gets an answer.
+ServicePtr serviceWithoutPassword(Collaborators &c)
+{
+    const AccountPtr account = c.state.selectedAccount;
+    const ServicePtr service = c.services.serviceForURL(QUrl(account->url + u"/xmlrpc.php"_qs));
+    service->account = account;
+    service->username = account->name;
+    service->blogName = account->alias();
+    return service;
+}
+
+/// The user may have gone to another blog meanwhile, or have logged in.
+void takePassword(Collaborators &c, const ServicePtr &service)
+{
+    if (service->account == c.state.selectedAccount && service->password.isNull())
+        service->readPassword(service->account);
+    if (c.state.isCurrent(service.get()))
+        c.currentBlog.syncTerms();
+}
+
 void showSelector(Collaborators &c)
 {
     c.selector.showCurrentBlog();
     c.selector.refreshSelectorItemsWithAccounts();
-    c.selector.selectItem(1);
+    c.selector.selectItem(1); // whichever account was selected: the mark is not kept in step at launch
     c.selector.showBlogSelector();
 }
 
@@ -120,15 +139,13 @@ QCoro::Task<void> launch(QPointer<QObject> controller, Collaborators &collaborat
     if (!c.state.accounts.isEmpty()) {
         takeSelectedAccount(c);
         c.posts.loadLocalPosts();
+        const ServicePtr service = serviceWithoutPassword(c);
+        c.state.wordpressService = service;
         const QStringList items = keychainItems(c.state.accounts);
         co_await platform.keychain.load(ZLWordpressService::keychainService(), items);
         if (!controller)
             co_return;
-        // The user may have connected another blog meanwhile.
-        if (!c.state.wordpressService) {
-            c.state.wordpressService = c.services.serviceForAccount(c.state.selectedAccount);
-            c.currentBlog.syncTerms();
-        }
+        takePassword(c, service);
         showSelector(c);
         completePreferences(c);
     }

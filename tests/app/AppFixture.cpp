@@ -51,6 +51,7 @@ void AppFixture::launch()
     defaults = std::make_unique<ZLDefaults>(folder.filePath(u"preferences.ini"_qs));
     auto backend = std::make_unique<FakeKeychain>(secrets);
     backend->isUnavailable = !hasSecretService;
+    backend->isLocked = isKeychainLocked;
     keychain = std::make_unique<ZLKeychain>(std::move(backend));
     m_app = std::make_unique<ZLAppDelegate>(ZLPlatform{
         files, *defaults, *keychain, reachability, notifications, workspace, clock, network, u"http://icons.test"_qs});

@@ -68,6 +68,7 @@ public:
     FakeIcons icons;
     std::shared_ptr<FakeKeychain::Items> secrets = std::make_shared<FakeKeychain::Items>();
     bool hasSecretService = true;
+    bool isKeychainLocked = false;
     FakeReachability reachability;
     FakeNotificationCenter notifications;
     FakeWorkspace workspace;

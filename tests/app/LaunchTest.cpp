@@ -36,6 +36,26 @@ void LaunchTest::takesTheSelectedAccount()
     QCOMPARE(fixture.app().wordpressService()->password, u"secret"_qs);
 }
 
+void LaunchTest::opensPostsWhileTheKeychainIsLocked()
+{
+    AppFixture fixture;
+    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+    fixture.isKeychainLocked = true;
+    ZLWordpressService *service = nullptr;
+    QTimer::singleShot(0, [&] {
+        service = fixture.app().wordpressService();
+        QVERIFY(service && service->password.isNull());
+        QCOMPARE(service->postContentForZalmoEditor(u"<p>one</p><p>two</p>"_qs).pieces.size(), 2);
+    });
+    fixture.launch();
+    QVERIFY(service);
+    QCOMPARE(fixture.app().wordpressService(), service);
+    QCOMPARE(service->password, u"secret"_qs);
+    QVERIFY(!fixture.prompts.isLoginShown);
+    QTRY_VERIFY(!service->isSyncing()); // the terms have come
+    QVERIFY(fixture.blog.count(u"wp.getTerms"_qs) > 0);
+}
+
 void LaunchTest::decidesOnTheLogin_data()
 {
     QTest::addColumn<bool>("hasPassword");

@@ -7,6 +7,7 @@ class LaunchTest : public QObject {
 private Q_SLOTS:
     void withoutAccountsAsksForABlogOnlyWhenTheWindowComesUp();
     void takesTheSelectedAccount();
+    void opensPostsWhileTheKeychainIsLocked();
     void decidesOnTheLogin_data();
     void decidesOnTheLogin();
     void completesMissingPreferences();

@@ -1,5 +1,7 @@
 #include "support/FakeKeychain.h"
 
+#include <QCoroTimer>
+
 namespace {
 ZLError unavailable()
 {
@@ -14,6 +16,8 @@ FakeKeychain::FakeKeychain(std::shared_ptr<Items> items)
 
 QCoro::Task<Result<QString>> FakeKeychain::read(QString service, QString account)
 {
+    if (isLocked)
+        co_await QCoro::sleepFor(std::chrono::milliseconds(20));
     if (isUnavailable)
         co_return failure(unavailable());
     co_return m_items->value({service, account});

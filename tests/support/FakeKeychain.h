@@ -9,6 +9,7 @@ public:
     explicit FakeKeychain(std::shared_ptr<Items> items = std::make_shared<Items>());
 
     bool isUnavailable = false; ///< as on a desktop without a secret service
+    bool isLocked = false; ///< reading waits, as for a user who is asked to unlock it
 
     QCoro::Task<Result<QString>> read(QString service, QString account) override;
     QCoro::Task<Result<void>> write(QString service, QString account, QString password) override;
