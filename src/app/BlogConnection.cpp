@@ -63,23 +63,23 @@ void BlogConnection::didEntryUsernameAndPassword(const QString &username, const 
     // Closing makes the sheet forget its service. So a sheet that was opened for a known blog, but left with Return in
     // its password field, starts a new connection as well; meant was its reconnect.
     m_login.close();
-    m_username = username;
-    m_password = password;
-    if (username.isEmpty() || password.isEmpty())
-        showLoginErrorSheet();
-    else
-        connectToBlogURL(m_state.blogURL, username, password);
+    tryLogin(username, password);
 }
 
 void BlogConnection::didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password)
 {
     m_environment.windows.prompts->closeLoginErrorSheet();
+    tryLogin(username, password);
+}
+
+void BlogConnection::tryLogin(const QString &username, const QString &password)
+{
     m_username = username;
     m_password = password;
     if (username.isEmpty() || password.isEmpty())
         showLoginErrorSheet();
     else
-        connectToBlogURL(m_state.blogURL, username, password);
+        connectWithLogin();
 }
 
 void BlogConnection::didPressedCancelButtonFromWrongSheet()
@@ -94,7 +94,7 @@ void BlogConnection::showLoginErrorSheet()
     m_environment.windows.prompts->showLoginErrorSheet(m_username, m_password, m_state.blogURL);
 }
 
-void BlogConnection::connectToBlogURL(const QString &url, const QString &username, const QString &password)
+void BlogConnection::connectWithLogin()
 {
     if (m_connecting)
         m_connecting->delegate = nullptr; // a newer try takes its place
@@ -102,11 +102,11 @@ void BlogConnection::connectToBlogURL(const QString &url, const QString &usernam
         m_connected = m_state.wordpressService;
     // When this fails the new service stays the current one, although the selected account is still the earlier blog.
     // Meant was to return to the earlier service, as giving up does.
-    m_connecting = m_services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(url)));
-    m_connecting->username = username;
-    m_connecting->password = password;
+    m_connecting = m_services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(m_state.blogURL)));
+    m_connecting->username = m_username;
+    m_connecting->password = m_password;
     m_currentBlog.replaceService(m_connecting);
-    m_environment.windows.prompts->showConnecting(url);
+    m_environment.windows.prompts->showConnecting(m_state.blogURL);
     m_connecting->getOptions();
 }
 
@@ -145,6 +145,7 @@ void BlogConnection::didGetBlogOptions(ZLWordpressService *service, const XMLRPC
 {
     if (!isConnectingWith(service))
         return;
+    const ServicePtr answering = m_connecting;
     didStopWaiting();
     if (!options.isStruct()) {
         showApiError();
@@ -162,10 +163,9 @@ void BlogConnection::didGetBlogOptions(ZLWordpressService *service, const XMLRPC
     const AccountPtr account = insertAccount(*context, options);
     storePassword(account);
     m_favicons.getFavIconForAccount(account);
-    m_state.selectedAccount = account;
-    m_state.blogName = account->alias();
+    m_currentBlog.take(account);
     if (m_store.saveOrLog())
-        welcome(account);
+        welcome(account, answering);
 }
 
 AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options)
@@ -196,6 +196,8 @@ AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const 
     const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title").string());
     if (!title.isEmpty() && ZLFileManager::isSafeAlias(title))
         account->blog_name = title;
+    else if (!title.isEmpty())
+        ZLLog(u"refused a blog title that cannot name a folder: %1"_qs.arg(title));
     return account;
 }
 
@@ -208,7 +210,7 @@ void BlogConnection::storePassword(const AccountPtr &account)
         ZLLog(u"error storing password - %1"_qs.arg(stored.error().description));
 }
 
-void BlogConnection::welcome(const AccountPtr &account)
+void BlogConnection::welcome(const AccountPtr &account, const ServicePtr &service)
 {
     const bool isFirst = m_state.accounts.isEmpty();
     m_state.accounts = m_store.accounts();
@@ -218,8 +220,11 @@ void BlogConnection::welcome(const AccountPtr &account)
     m_selector.selectItemOfAccount(account);
     m_selector.showCurrentBlog();
 
-    m_state.wordpressService->blogName = m_state.blogName;
-    m_state.wordpressService->account = account;
+    service->blogName = m_state.blogName;
+    service->account = account;
+    // The user may have gone to another blog while this one was asked.
+    if (!m_state.isCurrent(service.get()))
+        m_currentBlog.replaceService(service);
     m_posts.loadLocalPosts(); // only the current blog has rows
     getBlogData();
     m_firstRun.didConnectToBlogWithName(m_state.blogName);

@@ -35,11 +35,12 @@ public:
     void showNoWordpressError();
 
 private:
-    void connectToBlogURL(const QString &url, const QString &username, const QString &password);
+    void tryLogin(const QString &username, const QString &password);
+    void connectWithLogin();
     void returnToSelectedAccount();
     AccountPtr insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options);
     void storePassword(const AccountPtr &account);
-    void welcome(const AccountPtr &account);
+    void welcome(const AccountPtr &account, const ServicePtr &service);
     QCoro::Task<void> offerHelp(QString message, QUrl article);
 
     AppEnvironment &m_environment;

@@ -191,6 +191,27 @@ void ConnectionTest::givingUpReturnsToTheEarlierBlog()
     QCOMPARE(fixture.app().accounts().size(), 1);
 }
 
+void ConnectionTest::goesToTheBlogThatAnswers()
+{
+    AppFixture fixture;
+    FakeBlog slow(u"slow.test"_qs);
+    fixture.network.addHost(slow.host(), slow);
+    fixture.seedAccount(u"First"_qs, fixture.blog.url());
+    fixture.seedAccount(u"Second"_qs, fixture.blog.url());
+    fixture.launch();
+    slow.answerLate(u"wp.getOptions"_qs);
+    fixture.app().connectToBlogURL(slow.url());
+    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+    QTRY_COMPARE(fixture.network.heldCount(), 1);
+    fixture.app().selectorDidChange(2); // meanwhile
+    fixture.network.release();
+    QTRY_COMPARE(fixture.app().getBlogName(), slow.title);
+    QCOMPARE(fixture.app().blogURL(), QUrl(slow.url()));
+    const ZLWordpressService *service = fixture.app().wordpressService();
+    QCOMPARE(service->blogApiURL(), QUrl(slow.url() + u"/xmlrpc.php"_qs));
+    QCOMPARE(service->account, fixture.app().selectedAccount());
+}
+
 void ConnectionTest::removesAnAccount_data()
 {
     QTest::addColumn<int>("current");

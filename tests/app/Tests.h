@@ -30,6 +30,7 @@ private Q_SLOTS:
     void returnsToTheErrorSheetUntilTheLoginHolds();
     void replyThatIsNoDictionary();
     void givingUpReturnsToTheEarlierBlog();
+    void goesToTheBlogThatAnswers();
     void removesAnAccount_data();
     void removesAnAccount();
     void removesTheLastAccount();
