@@ -1,7 +1,6 @@
 # Addresses of services and pages outside the program. They are the deployer's to set.
 
 set(ZALMO_FAVICON_SERVICE "https://icons.duckduckgo.com/ip3" CACHE STRING "Favicon look-up: its address, then /, then the blog's address")
-set(ZALMO_REACHABILITY_HOST "wordpress.org" CACHE STRING "Public host that tells online from offline")
 set(ZALMO_SUPPORT_PAGE "https://example.com/zalmo/support" CACHE STRING "Contact support")
 set(ZALMO_EXTENSIONS_PAGE "https://example.com/zalmo/extensions" CACHE STRING "Browser extensions")
 set(ZALMO_API_ERROR_ARTICLE "https://example.com/zalmo/support/xml-rpc" CACHE STRING "Help on XML-RPC errors")

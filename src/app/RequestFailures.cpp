@@ -72,7 +72,8 @@ void RequestFailures::didFailToPerformRequest(ZLWordpressService *service, int t
     Prompts &prompts = *m_environment.windows.prompts;
     switch (answerToFailure(type, error.code, m_login.isVisible())) {
     case FailureAnswer::Nothing:
-        ZLLog(u"[wordpressConnectSheet isVisible]"_qs);
+        if (error.code == badLogin)
+            ZLLog(u"[wordpressConnectSheet isVisible]"_qs);
         break;
     case FailureAnswer::NoWordpressThenIntro:
         m_connection.showNoWordpressError();

@@ -20,11 +20,15 @@ void SyncRounds::testInternetConnection()
     ZLLog(u"testInternetConnection"_qs);
     Reachability &reachability = m_environment.platform.reachability;
     connect(&reachability, &Reachability::becameReachable, this, [this] {
+        ZLLog(u"reachable"_qs);
         ZLLog(u"Yayyy, we have the interwebs!"_qs);
         if (m_shouldSyncBlogsOnInternetReturn)
             syncAllBlogs();
     });
-    connect(&reachability, &Reachability::becameUnreachable, this, [] { ZLLog(u"Someone broke the internet :("_qs); });
+    connect(&reachability, &Reachability::becameUnreachable, this, [] {
+        ZLLog(u"not reachable"_qs);
+        ZLLog(u"Someone broke the internet :("_qs);
+    });
     reachability.startNotifier();
 }
 

@@ -84,6 +84,7 @@ void FailuresTest::logsInAgain()
 {
     AppFixture fixture;
     fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
+    fixture.blog.addTerm(u"post_tag"_qs, u"green"_qs);
     fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), u"outdated"_qs);
     fixture.launch();
     QTRY_VERIFY(fixture.prompts.isLoginShown);
@@ -91,6 +92,7 @@ void FailuresTest::logsInAgain()
     fixture.app().didReconnectFromLoginSheet(u"ada"_qs, u"secret"_qs);
     QVERIFY(!fixture.prompts.isLoginShown);
     QTRY_VERIFY(fixture.rowTitled(u"Hello"_qs));
+    QTRY_COMPARE(fixture.app().getTaxonomiesForSearch(u"#g"_qs), QStringList{u"#green"_qs});
     // The current service has learned what the one of the round was told, and so has the keychain.
     QCOMPARE(fixture.app().wordpressService()->password, u"secret"_qs);
     QCOMPARE(fixture.secrets->value({ZLWordpressService::keychainService(),
