@@ -1,7 +1,7 @@
 // bench_catalogue full|unchanged|one-changed DIR
 // Rows of the blog in DIR/accounts/blog, rebuilt from its files: all of them, with none of them changed since the last
 // time, or with one.
-#include "app/ZLPostCatalogue.h"
+#include "model/ZLPostCatalogue.h"
 
 #include "bench.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppEnvironment.h"
-#include "app/ZLPostCatalogue.h"
+#include "model/ZLPostCatalogue.h"
 
 /// The list of the current blog's posts, newest first. It is never merged: it is always rebuilt from the files, and
 /// whoever changes files asks for a rebuild.

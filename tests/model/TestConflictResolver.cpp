@@ -1,28 +1,9 @@
 #include "PostFolder.h"
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/ConflictResolver.h"
 
 #include <QTest>
-
-/// What each answer does to the files, the rows and the document on the screen.
-class TestConflictResolver : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void answers_data();
-    void answers();
-    void tellsTheRowsOfARemoteChoice_data();
-    void tellsTheRowsOfARemoteChoice();
-    void keepsWhatIsUnsavedInACopyOnly_data();
-    void keepsWhatIsUnsavedInACopyOnly();
-    void keepsTextsAsStored();
-    void doesNothingForASolvedCopy();
-    void losesNothingWithoutTheRemoteCopy_data();
-    void losesNothingWithoutTheRemoteCopy();
-    void losesNothingWhenTheCopyCannotBeWritten_data();
-    void losesNothingWhenTheCopyCannotBeWritten();
-    void tellsTheDatesOfTheCards();
-};
 
 namespace {
 const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
@@ -60,189 +41,192 @@ QByteArray textsOf(const QByteArray &file)
 }
 } // namespace
 
-void TestConflictResolver::answers_data()
-{
-    QTest::addColumn<int>("action");
-    QTest::addColumn<int>("selection");
-    QTest::addColumn<QByteArray>("post");
-    QTest::addColumn<QByteArray>("copy");
-    const QByteArray local = "<title>Local</title><content>local body</content>";
-    const QByteArray remote = "<title>Remote</title><content>remote body</content>";
-    QTest::newRow("choose local") << int(Resolver::Choose) << int(Resolver::Local) << local << QByteArray();
-    QTest::newRow("keep both, local") << int(Resolver::KeepBoth) << int(Resolver::Local) << local
-                                      << "<title>[conflicted] " + remote.mid(7);
-    QTest::newRow("choose remote") << int(Resolver::Choose) << int(Resolver::Remote) << remote << QByteArray();
-    QTest::newRow("keep both, remote") << int(Resolver::KeepBoth) << int(Resolver::Remote) << remote
-                                       << "<title>[conflicted] " + local.mid(7);
-}
-
-void TestConflictResolver::answers()
-{
-    QFETCH(int, action);
-    QFETCH(int, selection);
-    QFETCH(QByteArray, copy);
-    const Conflict conflict;
-    conflict.write();
-    const Resolver::Outcome outcome =
-        Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), conflict.row, nullptr, now);
-    QVERIFY(outcome.isDone);
-    QCOMPARE(outcome.reloadsPosts, selection == Resolver::Local);
-    const QByteArray post = conflict.folder.read();
-    QTEST(textsOf(post), "post");
-    if (selection == Resolver::Local) {
-        QVERIFY(post.contains("<updated_at>2020-01-01 12:00:00 +0000</updated_at>"));
-        QVERIFY(post.endsWith("<file_info><status>modified</status><app_version>3</app_version></file_info></zalmo>"));
-    } else {
-        QVERIFY(post.contains("<updated_at>2015-01-01 10:00:00 +0000</updated_at>"));
-        QVERIFY(post.endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
+/// What each answer does to the files, the rows and the document on the screen.
+class TestConflictResolver : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void answers_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::addColumn<int>("selection");
+        QTest::addColumn<QByteArray>("post");
+        QTest::addColumn<QByteArray>("copy");
+        const QByteArray local = "<title>Local</title><content>local body</content>";
+        const QByteArray remote = "<title>Remote</title><content>remote body</content>";
+        QTest::newRow("choose local") << int(Resolver::Choose) << int(Resolver::Local) << local << QByteArray();
+        QTest::newRow("keep both, local")
+            << int(Resolver::KeepBoth) << int(Resolver::Local) << local << "<title>[conflicted] " + remote.mid(7);
+        QTest::newRow("choose remote") << int(Resolver::Choose) << int(Resolver::Remote) << remote << QByteArray();
+        QTest::newRow("keep both, remote")
+            << int(Resolver::KeepBoth) << int(Resolver::Remote) << remote << "<title>[conflicted] " + local.mid(7);
     }
-    const QByteArray solved = conflict.folder.read(u"conflict-solved.zalmo"_qs);
-    QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
-    if (!copy.isEmpty())
-        QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
-    QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
-}
+    void answers()
+    {
+        QFETCH(int, action);
+        QFETCH(int, selection);
+        QFETCH(QByteArray, copy);
+        const Conflict conflict;
+        conflict.write();
+        const Resolver::Outcome outcome =
+            Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), conflict.row, nullptr, now);
+        QVERIFY(outcome.isDone);
+        QCOMPARE(outcome.reloadsPosts, selection == Resolver::Local);
+        const QByteArray post = conflict.folder.read();
+        QTEST(textsOf(post), "post");
+        if (selection == Resolver::Local) {
+            QVERIFY(post.contains("<updated_at>2020-01-01 12:00:00 +0000</updated_at>"));
+            QVERIFY(
+                post.endsWith("<file_info><status>modified</status><app_version>3</app_version></file_info></zalmo>"));
+        } else {
+            QVERIFY(post.contains("<updated_at>2015-01-01 10:00:00 +0000</updated_at>"));
+            QVERIFY(post.endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
+        }
+        const QByteArray solved = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+        QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
+        if (!copy.isEmpty())
+            QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
+        QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
+    }
 
-void TestConflictResolver::tellsTheRowsOfARemoteChoice_data()
-{
-    QTest::addColumn<FileText>("remote");
-    QTest::addColumn<int>("row");
-    const auto row = [](const char *name, const char *engine, const char *status, const char *type, int expected) {
-        FileText remote = Conflict().remote;
-        remote.engine = engine;
-        remote.status = status;
-        remote.type = type;
-        QTest::newRow(name) << remote << expected;
-    };
-    row("published", "wordpress", "publish", "post", 0);
-    row("page", "wordpress", "publish", "page", 0);
-    row("draft", "wordpress", "draft", "post", 1);
-    row("note", "evernote", "new", "post", 7);
-}
+    void tellsTheRowsOfARemoteChoice_data()
+    {
+        QTest::addColumn<FileText>("remote");
+        QTest::addColumn<int>("row");
+        const auto row = [](const char *name, const char *engine, const char *status, const char *type, int expected) {
+            FileText remote = Conflict().remote;
+            remote.engine = engine;
+            remote.status = status;
+            remote.type = type;
+            QTest::newRow(name) << remote << expected;
+        };
+        row("published", "wordpress", "publish", "post", 0);
+        row("page", "wordpress", "publish", "page", 0);
+        row("draft", "wordpress", "draft", "post", 1);
+        row("note", "evernote", "new", "post", 7);
+    }
+    void tellsTheRowsOfARemoteChoice()
+    {
+        QFETCH(FileText, remote);
+        QFETCH(int, row);
+        Conflict conflict;
+        conflict.remote = remote;
+        conflict.write();
+        const Resolver::Outcome chosen =
+            Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+        QCOMPARE(chosen.removed, conflict.row);
+        QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
+        QCOMPARE(chosen.loaded, conflict.row);
+        QCOMPARE(conflict.row->status, row);
+        QCOMPARE(conflict.row->title, u"Remote"_qs);
 
-void TestConflictResolver::tellsTheRowsOfARemoteChoice()
-{
-    QFETCH(FileText, remote);
-    QFETCH(int, row);
-    Conflict conflict;
-    conflict.remote = remote;
-    conflict.write();
-    const Resolver::Outcome chosen = Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
-    QCOMPARE(chosen.removed, conflict.row);
-    QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
-    QCOMPARE(chosen.loaded, conflict.row);
-    QCOMPARE(conflict.row->status, row);
-    QCOMPARE(conflict.row->title, u"Remote"_qs);
+        conflict.write();
+        const Resolver::Outcome kept =
+            Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, nullptr, now);
+        QCOMPARE(kept.removed, conflict.row);
+        QCOMPARE(kept.insertedOnTop.size(), 2);
+        QCOMPARE(kept.insertedOnTop.first()->status, 6);
+        QCOMPARE(kept.insertedOnTop.first()->title, u"[conflicted] Local"_qs);
+        QCOMPARE(kept.insertedOnTop.first()->localFile, conflict.folder.url(u"conflict-solved.zalmo"_qs));
+        QCOMPARE(kept.loaded, kept.insertedOnTop.last());
+        QCOMPARE(kept.loaded->status, row);
+        QCOMPARE(kept.loaded->localFile, conflict.folder.url());
+        QVERIFY(kept.loaded != conflict.row);
+    }
 
-    conflict.write();
-    const Resolver::Outcome kept = Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, nullptr, now);
-    QCOMPARE(kept.removed, conflict.row);
-    QCOMPARE(kept.insertedOnTop.size(), 2);
-    QCOMPARE(kept.insertedOnTop.first()->status, 6);
-    QCOMPARE(kept.insertedOnTop.first()->title, u"[conflicted] Local"_qs);
-    QCOMPARE(kept.insertedOnTop.first()->localFile, conflict.folder.url(u"conflict-solved.zalmo"_qs));
-    QCOMPARE(kept.loaded, kept.insertedOnTop.last());
-    QCOMPARE(kept.loaded->status, row);
-    QCOMPARE(kept.loaded->localFile, conflict.folder.url());
-    QVERIFY(kept.loaded != conflict.row);
-}
+    void keepsWhatIsUnsavedInACopyOnly_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::newRow("keep both") << int(Resolver::KeepBoth);
+        QTest::newRow("choose") << int(Resolver::Choose);
+    }
+    void keepsWhatIsUnsavedInACopyOnly()
+    {
+        QFETCH(int, action);
+        const Conflict conflict;
+        conflict.write();
+        const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
+        document->post.content = u"just typed"_qs;
+        document->updateChangeCount();
+        Resolver::resolve(Resolver::Action(action), Resolver::Remote, conflict.row, document, now);
+        QCOMPARE(document->post.content, u"remote body"_qs);
+        document->close();
+        QVERIFY(conflict.folder.read().contains("remote body"));
+        const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+        QCOMPARE(copy.contains("just typed"), action == Resolver::KeepBoth);
+    }
 
-void TestConflictResolver::keepsWhatIsUnsavedInACopyOnly_data()
-{
-    QTest::addColumn<int>("action");
-    QTest::newRow("keep both") << int(Resolver::KeepBoth);
-    QTest::newRow("choose") << int(Resolver::Choose);
-}
+    void keepsTextsAsStored()
+    {
+        Conflict conflict;
+        conflict.remote.title = "3 &amp;lt; 5";
+        conflict.remote.content =
+            "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n&lt;!-- /wp:paragraph --&gt;\n";
+        conflict.write();
+        Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+        QCOMPARE(textsOf(conflict.folder.read()), textsOf(conflict.remote.bytes()));
+        QCOMPARE(conflict.row->title, u"3 < 5"_qs);
+    }
 
-void TestConflictResolver::keepsWhatIsUnsavedInACopyOnly()
-{
-    QFETCH(int, action);
-    const Conflict conflict;
-    conflict.write();
-    const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
-    document->post.content = u"just typed"_qs;
-    document->updateChangeCount();
-    Resolver::resolve(Resolver::Action(action), Resolver::Remote, conflict.row, document, now);
-    QCOMPARE(document->post.content, u"remote body"_qs);
-    document->close();
-    QVERIFY(conflict.folder.read().contains("remote body"));
-    const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
-    QCOMPARE(copy.contains("just typed"), action == Resolver::KeepBoth);
-}
+    void doesNothingForASolvedCopy()
+    {
+        const Conflict conflict;
+        conflict.write();
+        conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
+        QVERIFY(!Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now).isDone);
+        QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
+    }
 
-void TestConflictResolver::keepsTextsAsStored()
-{
-    Conflict conflict;
-    conflict.remote.title = "3 &amp;lt; 5";
-    conflict.remote.content =
-        "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n&lt;!-- /wp:paragraph --&gt;\n";
-    conflict.write();
-    Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
-    QCOMPARE(textsOf(conflict.folder.read()), textsOf(conflict.remote.bytes()));
-    QCOMPARE(conflict.row->title, u"3 < 5"_qs);
-}
+    void losesNothingWithoutTheRemoteCopy_data()
+    {
+        QTest::addColumn<bool>("isThere");
+        QTest::newRow("missing") << false;
+        QTest::newRow("damaged") << true;
+    }
+    void losesNothingWithoutTheRemoteCopy()
+    {
+        QFETCH(bool, isThere);
+        const Conflict conflict;
+        conflict.folder.write(conflict.local.bytes());
+        if (isThere)
+            conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
+        for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
+            QVERIFY(!Resolver::resolve(action, Resolver::Remote, conflict.row, nullptr, now).isDone);
+        QCOMPARE(conflict.folder.read(), conflict.local.bytes());
+        QVERIFY(Resolver::resolve(Resolver::KeepBoth, Resolver::Local, conflict.row, nullptr, now).isDone);
+        QVERIFY(conflict.folder.read().contains("local body"));
+        QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
+        QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
+    }
 
-void TestConflictResolver::doesNothingForASolvedCopy()
-{
-    const Conflict conflict;
-    conflict.write();
-    conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
-    QVERIFY(!Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now).isDone);
-    QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
-}
+    void losesNothingWhenTheCopyCannotBeWritten_data()
+    {
+        QTest::addColumn<int>("selection");
+        QTest::newRow("the local one wins") << int(Resolver::Local);
+        QTest::newRow("the remote one wins") << int(Resolver::Remote);
+    }
+    void losesNothingWhenTheCopyCannotBeWritten()
+    {
+        QFETCH(int, selection);
+        const Conflict conflict;
+        conflict.write();
+        conflict.folder.write("a folder where the copy should be", u"conflict-solved.zalmo/file"_qs);
+        const Resolver::Outcome outcome =
+            Resolver::resolve(Resolver::KeepBoth, Resolver::Selection(selection), conflict.row, nullptr, now);
+        QCOMPARE(outcome.isDone, selection == Resolver::Local);
+        QVERIFY(conflict.folder.read().contains("local body"));
+        QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
+    }
 
-void TestConflictResolver::losesNothingWithoutTheRemoteCopy_data()
-{
-    QTest::addColumn<bool>("isThere");
-    QTest::newRow("missing") << false;
-    QTest::newRow("damaged") << true;
-}
-
-void TestConflictResolver::losesNothingWithoutTheRemoteCopy()
-{
-    QFETCH(bool, isThere);
-    const Conflict conflict;
-    conflict.folder.write(conflict.local.bytes());
-    if (isThere)
-        conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
-    for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
-        QVERIFY(!Resolver::resolve(action, Resolver::Remote, conflict.row, nullptr, now).isDone);
-    QCOMPARE(conflict.folder.read(), conflict.local.bytes());
-    QVERIFY(Resolver::resolve(Resolver::KeepBoth, Resolver::Local, conflict.row, nullptr, now).isDone);
-    QVERIFY(conflict.folder.read().contains("local body"));
-    QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
-    QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
-}
-
-void TestConflictResolver::losesNothingWhenTheCopyCannotBeWritten_data()
-{
-    QTest::addColumn<int>("selection");
-    QTest::newRow("the local one wins") << int(Resolver::Local);
-    QTest::newRow("the remote one wins") << int(Resolver::Remote);
-}
-
-void TestConflictResolver::losesNothingWhenTheCopyCannotBeWritten()
-{
-    QFETCH(int, selection);
-    const Conflict conflict;
-    conflict.write();
-    conflict.folder.write("a folder where the copy should be", u"conflict-solved.zalmo/file"_qs);
-    const Resolver::Outcome outcome =
-        Resolver::resolve(Resolver::KeepBoth, Resolver::Selection(selection), conflict.row, nullptr, now);
-    QCOMPARE(outcome.isDone, selection == Resolver::Local);
-    QVERIFY(conflict.folder.read().contains("local body"));
-    QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
-}
-
-void TestConflictResolver::tellsTheDatesOfTheCards()
-{
-    const Conflict conflict;
-    conflict.write();
-    QCOMPARE(Resolver::remoteDate(conflict.row), QDateTime(QDate(2015, 1, 1), QTime(10, 0), Qt::UTC));
-    QVERIFY(qAbs(Resolver::localDate(conflict.row).secsTo(QDateTime::currentDateTimeUtc())) < 60);
-    QVERIFY(QFile::remove(conflict.folder.path(u"conflict.zalmo"_qs)));
-    QVERIFY(!Resolver::remoteDate(conflict.row).isValid());
-}
+    void tellsTheDatesOfTheCards()
+    {
+        const Conflict conflict;
+        conflict.write();
+        QCOMPARE(Resolver::remoteDate(conflict.row), QDateTime(QDate(2015, 1, 1), QTime(10, 0), Qt::UTC));
+        QVERIFY(qAbs(Resolver::localDate(conflict.row).secsTo(QDateTime::currentDateTimeUtc())) < 60);
+        QVERIFY(QFile::remove(conflict.folder.path(u"conflict.zalmo"_qs)));
+        QVERIFY(!Resolver::remoteDate(conflict.row).isValid());
+    }
+};
 
 static const RegisteredTest<TestConflictResolver> registered;
 #include "TestConflictResolver.moc"

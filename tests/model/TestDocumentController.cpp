@@ -1,27 +1,10 @@
 #include "PostFolder.h"
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/ZLDocumentController.h"
 
 #include <QSignalSpy>
 #include <QTest>
-
-/// Who shares a document, and for how long.
-class TestDocumentController : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void givesOneObjectToAll();
-    void opensOnALaterTurn();
-    void failsForAMissingFile();
-    void forgetsWhatNobodyHolds();
-    void keepsWhatCouldNotBeSaved_data();
-    void keepsWhatCouldNotBeSaved();
-    void letsNoTwoWriteToOnePlace_data();
-    void letsNoTwoWriteToOnePlace();
-    void readsAReplacedFileAnew();
-    void savesAll();
-    void standsItsOwnEndWhileOpening();
-};
 
 static DocumentPtr openedBy(ZLDocumentController &controller, const QUrl &url)
 {
@@ -29,159 +12,162 @@ static DocumentPtr openedBy(ZLDocumentController &controller, const QUrl &url)
     return document.value_or(nullptr);
 }
 
-void TestDocumentController::givesOneObjectToAll()
-{
-    const PostFolder folder;
-    const QUrl url = folder.write(FileText().bytes());
-    ZLDocumentController controller;
-    const DocumentPtr first = openedBy(controller, url);
-    QVERIFY(first);
-    QCOMPARE(openedBy(controller, url), first);
-    QCOMPARE(openedBy(controller, QUrl(u"file://localhost"_qs + folder.path())), first);
-    QCOMPARE(controller.documents(), QList<DocumentPtr>{first});
-
-    // An outcome is done with it, the screen still holds it: edits and later outcomes meet in it as before.
-    first->close();
-    QCOMPARE(openedBy(controller, url), first);
-    QVERIFY(first->moveToURL(folder.url(u"p12/post.zalmo"_qs)));
-    QCOMPARE(controller.documentForURL(folder.url(u"p12/post.zalmo"_qs)), first);
-    QVERIFY(!controller.documentForURL(url));
-}
-
-void TestDocumentController::opensOnALaterTurn()
-{
-    const PostFolder folder;
-    ZLDocumentController controller;
-    auto opening = controller.openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
-    QVERIFY(!opening.isReady());
-    QTRY_VERIFY(opening.isReady());
-}
-
-void TestDocumentController::failsForAMissingFile()
-{
-    const PostFolder folder;
-    ZLDocumentController controller;
-    QVERIFY(!QCoro::waitFor(controller.openDocumentWithContentsOfURL(folder.url())));
-    QVERIFY(controller.documents().isEmpty());
-}
-
-void TestDocumentController::forgetsWhatNobodyHolds()
-{
-    const PostFolder folder;
-    ZLDocumentController controller;
-    DocumentPtr document = openedBy(controller, folder.write(FileText().bytes()));
-    document->updateChangeCount();
-    QVERIFY(document->saveDocument());
-    document.reset();
-    QTRY_VERIFY(controller.documents().isEmpty());
-}
-
-void TestDocumentController::keepsWhatCouldNotBeSaved_data()
-{
-    QTest::addColumn<bool>("isDeleted");
-    QTest::newRow("kept") << false;
-    QTest::newRow("unless its file is to be deleted") << true;
-}
-
-void TestDocumentController::keepsWhatCouldNotBeSaved()
-{
-    QFETCH(bool, isDeleted);
-    const PostFolder folder;
-    const QUrl url = folder.write(FileText().bytes(), u"p/post.zalmo"_qs);
-    ZLDocumentController controller;
-    QSignalSpy failed(&controller, &ZLDocumentController::didFailToSave);
+/// Who shares a document, and for how long.
+class TestDocumentController : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void givesOneObjectToAll()
     {
-        const DocumentPtr document = openedBy(controller, url);
-        QVERIFY(QDir().rename(folder.path(u"p"_qs), folder.path(u"q"_qs)));
-        document->post.title = u"Kept"_qs;
+        const PostFolder folder;
+        const QUrl url = folder.write(FileText().bytes());
+        ZLDocumentController controller;
+        const DocumentPtr first = openedBy(controller, url);
+        QVERIFY(first);
+        QCOMPARE(openedBy(controller, url), first);
+        QCOMPARE(openedBy(controller, QUrl(u"file://localhost"_qs + folder.path())), first);
+        QCOMPARE(controller.documents(), QList<DocumentPtr>{first});
+
+        // An outcome is done with it, the screen still holds it: edits and later outcomes meet in it as before.
+        first->close();
+        QCOMPARE(openedBy(controller, url), first);
+        QVERIFY(first->moveToURL(folder.url(u"p12/post.zalmo"_qs)));
+        QCOMPARE(controller.documentForURL(folder.url(u"p12/post.zalmo"_qs)), first);
+        QVERIFY(!controller.documentForURL(url));
+    }
+
+    void opensOnALaterTurn()
+    {
+        const PostFolder folder;
+        ZLDocumentController controller;
+        auto opening = controller.openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
+        QVERIFY(!opening.isReady());
+        QTRY_VERIFY(opening.isReady());
+    }
+
+    void failsForAMissingFile()
+    {
+        const PostFolder folder;
+        ZLDocumentController controller;
+        QVERIFY(!QCoro::waitFor(controller.openDocumentWithContentsOfURL(folder.url())));
+        QVERIFY(controller.documents().isEmpty());
+    }
+
+    void forgetsWhatNobodyHolds()
+    {
+        const PostFolder folder;
+        ZLDocumentController controller;
+        DocumentPtr document = openedBy(controller, folder.write(FileText().bytes()));
         document->updateChangeCount();
-        document->close();
+        QVERIFY(document->saveDocument());
+        document.reset();
+        QTRY_VERIFY(controller.documents().isEmpty());
     }
-    QCOMPARE(failed.count(), 1);
-    failed.clear(); // it holds the document too
-    QVERIFY(QDir().rename(folder.path(u"q"_qs), folder.path(u"p"_qs)));
-    if (isDeleted)
-        controller.forget(url);
-    else
-        QCOMPARE(openedBy(controller, url)->post.title, u"Kept"_qs);
-    controller.saveAll();
-    QTRY_VERIFY(controller.documents().isEmpty());
-    QCOMPARE(folder.read(u"p/post.zalmo"_qs).contains("Kept"), !isDeleted);
-}
 
-void TestDocumentController::letsNoTwoWriteToOnePlace_data()
-{
-    QTest::addColumn<bool>("isChanged");
-    QTest::newRow("the other has local changes") << true;
-    QTest::newRow("the other is in step") << false;
-}
+    void keepsWhatCouldNotBeSaved_data()
+    {
+        QTest::addColumn<bool>("isDeleted");
+        QTest::newRow("kept") << false;
+        QTest::newRow("unless its file is to be deleted") << true;
+    }
+    void keepsWhatCouldNotBeSaved()
+    {
+        QFETCH(bool, isDeleted);
+        const PostFolder folder;
+        const QUrl url = folder.write(FileText().bytes(), u"p/post.zalmo"_qs);
+        ZLDocumentController controller;
+        QSignalSpy failed(&controller, &ZLDocumentController::didFailToSave);
+        {
+            const DocumentPtr document = openedBy(controller, url);
+            QVERIFY(QDir().rename(folder.path(u"p"_qs), folder.path(u"q"_qs)));
+            document->post.title = u"Kept"_qs;
+            document->updateChangeCount();
+            document->close();
+        }
+        QCOMPARE(failed.count(), 1);
+        failed.clear(); // it holds the document too
+        QVERIFY(QDir().rename(folder.path(u"q"_qs), folder.path(u"p"_qs)));
+        if (isDeleted)
+            controller.forget(url);
+        else
+            QCOMPARE(openedBy(controller, url)->post.title, u"Kept"_qs);
+        controller.saveAll();
+        QTRY_VERIFY(controller.documents().isEmpty());
+        QCOMPARE(folder.read(u"p/post.zalmo"_qs).contains("Kept"), !isDeleted);
+    }
 
-void TestDocumentController::letsNoTwoWriteToOnePlace()
-{
-    QFETCH(bool, isChanged);
-    const PostFolder folder;
-    FileText text;
-    text.fileInfo = "<status></status><app_version>3</app_version>";
-    ZLDocumentController controller;
-    const QUrl place = folder.write(text.bytes(), u"p12/post.zalmo"_qs);
-    const DocumentPtr other = openedBy(controller, place);
-    text.title = "Mine";
-    const DocumentPtr mine = openedBy(controller, folder.write(text.bytes(), u"pq7Tz0kLm/post.zalmo"_qs));
-    if (isChanged) {
-        other->post.title = u"Typed"_qs;
-        other->fileInfo.status = u"modified"_qs;
+    void letsNoTwoWriteToOnePlace_data()
+    {
+        QTest::addColumn<bool>("isChanged");
+        QTest::newRow("the other has local changes") << true;
+        QTest::newRow("the other is in step") << false;
+    }
+    void letsNoTwoWriteToOnePlace()
+    {
+        QFETCH(bool, isChanged);
+        const PostFolder folder;
+        FileText text;
+        text.fileInfo = "<status></status><app_version>3</app_version>";
+        ZLDocumentController controller;
+        const QUrl place = folder.write(text.bytes(), u"p12/post.zalmo"_qs);
+        const DocumentPtr other = openedBy(controller, place);
+        text.title = "Mine";
+        const DocumentPtr mine = openedBy(controller, folder.write(text.bytes(), u"pq7Tz0kLm/post.zalmo"_qs));
+        if (isChanged) {
+            other->post.title = u"Typed"_qs;
+            other->fileInfo.status = u"modified"_qs;
+            other->updateChangeCount();
+        }
+        QVERIFY(controller.move(mine, place));
+        QCOMPARE(other->post.title, isChanged ? u"Typed"_qs : u"Mine"_qs);
         other->updateChangeCount();
+        controller.saveAll();
+        QCOMPARE(folder.read(u"p12/post.zalmo"_qs), text.bytes());
+        QCOMPARE(folder.read(u"p12/conflict-solved.zalmo"_qs).contains("Typed"), isChanged);
     }
-    QVERIFY(controller.move(mine, place));
-    QCOMPARE(other->post.title, isChanged ? u"Typed"_qs : u"Mine"_qs);
-    other->updateChangeCount();
-    controller.saveAll();
-    QCOMPARE(folder.read(u"p12/post.zalmo"_qs), text.bytes());
-    QCOMPARE(folder.read(u"p12/conflict-solved.zalmo"_qs).contains("Typed"), isChanged);
-}
 
-void TestDocumentController::readsAReplacedFileAnew()
-{
-    const PostFolder folder;
-    FileText text;
-    const QUrl url = folder.write(text.bytes());
-    ZLDocumentController controller;
-    const DocumentPtr document = openedBy(controller, url);
-    text.title = "Another";
-    folder.write(text.bytes());
-    QCOMPARE(openedBy(controller, url), document);
-    QCOMPARE(document->post.title, u"Another"_qs);
+    void readsAReplacedFileAnew()
+    {
+        const PostFolder folder;
+        FileText text;
+        const QUrl url = folder.write(text.bytes());
+        ZLDocumentController controller;
+        const DocumentPtr document = openedBy(controller, url);
+        text.title = "Another";
+        folder.write(text.bytes());
+        QCOMPARE(openedBy(controller, url), document);
+        QCOMPARE(document->post.title, u"Another"_qs);
 
-    document->post.title = u"Unsaved"_qs;
-    document->updateChangeCount();
-    text.title = "A third one";
-    folder.write(text.bytes());
-    QCOMPARE(openedBy(controller, url)->post.title, u"Unsaved"_qs);
-}
-
-void TestDocumentController::savesAll()
-{
-    const PostFolder folder;
-    ZLDocumentController controller;
-    QList<DocumentPtr> documents;
-    for (const QString &name : {u"a.zalmo"_qs, u"b.zalmo"_qs}) {
-        documents << openedBy(controller, folder.write(FileText().bytes(), name));
-        documents.last()->post.title = u"Changed"_qs;
-        documents.last()->updateChangeCount();
+        document->post.title = u"Unsaved"_qs;
+        document->updateChangeCount();
+        text.title = "A third one";
+        folder.write(text.bytes());
+        QCOMPARE(openedBy(controller, url)->post.title, u"Unsaved"_qs);
     }
-    controller.saveAll();
-    QVERIFY(folder.read(u"a.zalmo"_qs).contains("Changed"));
-    QVERIFY(folder.read(u"b.zalmo"_qs).contains("Changed"));
-}
 
-void TestDocumentController::standsItsOwnEndWhileOpening()
-{
-    const PostFolder folder;
-    auto controller = std::make_unique<ZLDocumentController>();
-    auto opening = controller->openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
-    controller.reset();
-    QVERIFY(!QCoro::waitFor(opening));
-}
+    void savesAll()
+    {
+        const PostFolder folder;
+        ZLDocumentController controller;
+        QList<DocumentPtr> documents;
+        for (const QString &name : {u"a.zalmo"_qs, u"b.zalmo"_qs}) {
+            documents << openedBy(controller, folder.write(FileText().bytes(), name));
+            documents.last()->post.title = u"Changed"_qs;
+            documents.last()->updateChangeCount();
+        }
+        controller.saveAll();
+        QVERIFY(folder.read(u"a.zalmo"_qs).contains("Changed"));
+        QVERIFY(folder.read(u"b.zalmo"_qs).contains("Changed"));
+    }
+
+    void standsItsOwnEndWhileOpening()
+    {
+        const PostFolder folder;
+        auto controller = std::make_unique<ZLDocumentController>();
+        auto opening = controller->openDocumentWithContentsOfURL(folder.write(FileText().bytes()));
+        controller.reset();
+        QVERIFY(!QCoro::waitFor(opening));
+    }
+};
 
 static const RegisteredTest<TestDocumentController> registered;
 #include "TestDocumentController.moc"

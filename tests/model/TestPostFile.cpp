@@ -1,5 +1,5 @@
 #include "PostFolder.h"
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/PostFile.h"
 #include "model/ZLDocument.h"
@@ -37,259 +37,238 @@ ZLWordpressPost fullPost()
 class TestPostFile : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void workingPostWritesEveryElement();
-    void workingPostWritesEmptyElements();
-    void workingPostWritesStatus_data();
-    void workingPostWritesStatus();
-    void writerTakesTheStoredBody();
-    void newPostHasEmptyDatesAndDatedFile();
-    void savingFailsWithoutAPlace();
-    void fileExtensionLeavesBlocksOut();
-    void documentWritesWhatItRead();
-    void documentWritesForeignTaxonomiesAsCategories();
-    void readsTexts_data();
-    void readsTexts();
-    void readsKeywords_data();
-    void readsKeywords();
-    void readsInfo();
-    void readsFlags_data();
-    void readsFlags();
-};
-
-void TestPostFile::workingPostWritesEveryElement()
-{
-    QCOMPARE(fullPost().generateXMLDataFileInfo(nullptr),
-        QByteArray(
-            "<zalmo><post><title>Cats &amp; &quot;dogs&quot;</title>"
-            "<content>&lt;p class=&apos;a&apos;&gt;It&apos;s 3 &amp;lt; 5&lt;/p&gt;\nend</content>"
-            "<keywords><keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post>"
-            "<post_info><engine>wordpress</engine><id>12</id><status>publish</status><type>page</type>"
-            "<created_at>2014-10-21 09:30:00 +0000</created_at><updated_at>2014-10-22 23:05:07 +0000</updated_at>"
-            "<author_id>7</author_id><URL>http://blog.example/?p=12&amp;x=1</URL>"
-            "<allow_comments>0</allow_comments><allow_pingback>1</allow_pingback><slug>cats-&amp;-dogs</slug>"
-            "<featured_image><media_id>44</media_id><URL>http://blog.example/a.png?w=1&amp;h=2</URL>"
-            "</featured_image></post_info><file_info><app_version>3</app_version></file_info></zalmo>"));
-}
-
-void TestPostFile::workingPostWritesEmptyElements()
-{
-    const ZLFileInfo fileInfo{u"modified"_qs, {}};
-    QCOMPARE(ZLWordpressPost().generateXMLDataFileInfo(&fileInfo),
-        QByteArray("<zalmo><post><title></title><content></content><keywords></keywords></post>"
-                   "<post_info><engine>wordpress</engine><id></id><status>new</status><type>post</type>"
-                   "<created_at></created_at><updated_at></updated_at><author_id></author_id><URL></URL>"
-                   "<allow_comments>1</allow_comments><allow_pingback>1</allow_pingback><slug></slug>"
-                   "<featured_image></featured_image></post_info>"
-                   "<file_info><status>modified</status></file_info></zalmo>"));
-}
-
-void TestPostFile::workingPostWritesStatus_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("engine");
-    QTest::addColumn<QByteArray>("written");
-    QTest::newRow("stub") << -1 << QByteArray("wordpress") << QByteArray();
-    QTest::newRow("new") << 0 << QByteArray("wordpress") << QByteArray("new");
-    QTest::newRow("draft") << 1 << QByteArray("wordpress") << QByteArray("draft");
-    QTest::newRow("published") << 2 << QByteArray("wordpress") << QByteArray("publish");
-    QTest::newRow("note") << 3 << QByteArray("evernote") << QByteArray("new");
-}
-
-void TestPostFile::workingPostWritesStatus()
-{
-    QFETCH(int, status);
-    QFETCH(QByteArray, engine);
-    QFETCH(QByteArray, written);
-    ZLWordpressPost post;
-    post.status = status;
-    QVERIFY(post.generateXMLDataFileInfo(nullptr).contains(
-        "<engine>" + engine + "</engine><id></id><status>" + written + "</status>"));
-}
-
-void TestPostFile::writerTakesTheStoredBody()
-{
-    ZLWordpressPost post;
-    post.content = u"<p>as the editor has it</p>"_qs;
-    post.storedContent = u"as the blog has it"_qs;
-    QVERIFY(post.generateXMLDataFileInfo(nullptr).contains("<content>as the blog has it</content>"));
-    post.storedContent = u""_qs;
-    QVERIFY(post.generateXMLDataFileInfo(nullptr).contains("<content></content>"));
-}
-
-void TestPostFile::newPostHasEmptyDatesAndDatedFile()
-{
-    const PostFolder folder;
-    ZLWordpressPost post;
-    const QDateTime before = QDateTime::currentDateTimeUtc();
-    QVERIFY(post.saveAtPath(folder.path()));
-    QVERIFY(folder.read().contains("<created_at></created_at><updated_at></updated_at>"));
-    QVERIFY(post.createdAt >= before && post.updatedAt >= before);
-    QVERIFY(qAbs(QFileInfo(folder.path()).lastModified().msecsTo(post.updatedAt)) < 1000);
-}
-
-void TestPostFile::savingFailsWithoutAPlace()
-{
-    ZLWordpressPost post = fullPost();
-    QVERIFY(!post.saveAtPath(QString() + u"/post.zalmo"_qs));
-    QVERIFY(!post.saveAtPath(QString()));
-    const Result<void> saved = post.saveAtPath(u"/nowhere/at/all/post.zalmo"_qs);
-    QVERIFY(!saved);
-    QVERIFY(saved.error().description.contains(u"/nowhere/at/all/post.zalmo"_qs));
-}
-
-void TestPostFile::fileExtensionLeavesBlocksOut()
-{
-    QCOMPARE(ZLFileExtension::generateXMLDataForPost(nullptr, nullptr, nullptr),
-        QByteArray("<zalmo><file_info><app_version>3</app_version></file_info></zalmo>"));
-    const QVariantMap post{{u"title"_qs, u"T"_qs}, {u"keywords"_qs, u"no list"_qs}};
-    const QVariantMap file;
-    QCOMPARE(ZLFileExtension::generateXMLDataForPost(&post, nullptr, &file),
-        QByteArray("<zalmo><post><title>T</title><content></content><keywords></keywords></post>"
-                   "<file_info><status></status></file_info></zalmo>"));
-}
-
-void TestPostFile::documentWritesWhatItRead()
-{
-    const PostFolder folder;
-    const QByteArray read =
-        "<zalmo><post><title> Cats &amp;amp; dogs</title><content>a &amp;lt; b\r\n &lt;br&gt;\n</content><keywords>"
-        "<keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post><post_info><engine>wordpress</engine>"
-        "<id>12</id><status>publish</status><type>odd</type><created_at>2014-10-21 09:30:00 +0000</created_at>"
-        "<updated_at>2014-10-22 23:05:07 +0000</updated_at><author_id>7</author_id>"
-        "<URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments></allow_comments>"
-        "<allow_pingback>1</allow_pingback><slug>a-&amp;-b</slug><featured_image><media_id>44</media_id>"
-        "<URL>http://blog.example/a.png?w=1&amp;h=2</URL></featured_image></post_info>"
-        "<file_info><status></status><app_version>3</app_version></file_info></zalmo>";
-    const Result<DocumentPtr> document = ZLDocument::open(folder.write(read));
-    QVERIFY(document);
-    QCOMPARE((*document)->data(), read);
-
-    // A false flag loses its "0", a missing version becomes 3: that is how documents write.
-    QByteArray other = read;
-    other.replace("<allow_comments></allow_comments>", "<allow_comments>0</allow_comments>");
-    other.replace("<status></status><app_version>3</app_version>", "<status></status>");
-    QCOMPARE((*ZLDocument::open(folder.write(other, u"conflict.zalmo"_qs)))->data(), read);
-}
-
-void TestPostFile::documentWritesForeignTaxonomiesAsCategories()
-{
-    const PostFolder folder;
-    const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
-    document->post.taxonomies = {{u"x"_qs, {}, 2}, {u"t"_qs, {}, ZLTaxonomy::Tag}};
-    QVERIFY(document->data().contains("<keywords><keyword>x</keyword><keyword>#t</keyword></keywords>"));
-}
-
-void TestPostFile::readsTexts_data()
-{
-    QTest::addColumn<QByteArray>("written");
-    QTest::addColumn<QString>("read");
-    QTest::addColumn<QString>("stored");
-    const auto row = [](const char *name, const QByteArray &written, const QString &read, const QString &stored) {
-        QTest::newRow(name) << written << read << stored;
-    };
-    row("plain", "a", u"a"_qs, u"a"_qs);
-    row("escaped once", "&lt;p&gt;&quot;&apos;&lt;/p&gt;", u"<p>\"'</p>"_qs, u"<p>\"'</p>"_qs);
-    row("bare ampersand", "a &amp; b", u"a & b"_qs, u"a & b"_qs);
-    row("a literal entity is decoded twice", "3 &amp;lt; 5", u"3 < 5"_qs, u"3 &lt; 5"_qs);
-    row("white space at the ends", " \n a \t", u"a"_qs, u" \n a \t"_qs);
-    row("line ends", "a\r\nb\rc", u"a\nb\nc"_qs, u"a\r\nb\rc"_qs);
-    row("control characters", "a\x0B\x01 b", u"a   b"_qs, u"a\u000B\u0001 b"_qs);
-    row("numbers", "&#65;&#x1F600;", u"A\U0001F600"_qs, u"A\U0001F600"_qs);
-    row("UTF-8", "\xC3\xBC\xF0\x9F\x98\x80", u"ü\U0001F600"_qs, u"ü\U0001F600"_qs);
-    row("CDATA", "x<![CDATA[<&amp;>]]>y", u"x<&>y"_qs, u"x<&amp;>y"_qs);
-    row("a comment in between", "x<!-- c -->y", u"xy"_qs, u"xy"_qs);
-    row("nothing", "", QString(), u""_qs);
-    row("blanks", "  ", QString(), u"  "_qs);
-}
-
-void TestPostFile::readsTexts()
-{
-    QFETCH(QByteArray, written);
-    QFETCH(QString, read);
-    QFETCH(QString, stored);
-    for (const bool isTitle : {true, false}) {
-        FileText text;
-        (isTitle ? text.title : text.content) = written;
-        const PostFile file = PostFile::fromData(text.bytes());
-        QVERIFY(file.isWhole);
-        QCOMPARE(isTitle ? file.title : file.content, read);
-        QCOMPARE((isTitle ? file.title : file.content).isNull(), read.isNull());
-        QCOMPARE(isTitle ? file.storedTitle : file.storedContent, stored);
-        QCOMPARE(isTitle ? file.content : file.title, isTitle ? u"Body"_qs : u"Title"_qs);
+    void workingPostWritesEveryElement()
+    {
+        QCOMPARE(fullPost().generateXMLDataFileInfo(nullptr),
+            QByteArray(
+                "<zalmo><post><title>Cats &amp; &quot;dogs&quot;</title>"
+                "<content>&lt;p class=&apos;a&apos;&gt;It&apos;s 3 &amp;lt; 5&lt;/p&gt;\nend</content>"
+                "<keywords><keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post>"
+                "<post_info><engine>wordpress</engine><id>12</id><status>publish</status><type>page</type>"
+                "<created_at>2014-10-21 09:30:00 +0000</created_at><updated_at>2014-10-22 23:05:07 +0000</updated_at>"
+                "<author_id>7</author_id><URL>http://blog.example/?p=12&amp;x=1</URL>"
+                "<allow_comments>0</allow_comments><allow_pingback>1</allow_pingback><slug>cats-&amp;-dogs</slug>"
+                "<featured_image><media_id>44</media_id><URL>http://blog.example/a.png?w=1&amp;h=2</URL>"
+                "</featured_image></post_info><file_info><app_version>3</app_version></file_info></zalmo>"));
     }
-}
 
-void TestPostFile::readsKeywords_data()
-{
-    QTest::addColumn<QByteArray>("keywords");
-    QTest::addColumn<QStringList>("read");
-    QTest::newRow("none") << QByteArray() << QStringList();
-    QTest::newRow("one") << QByteArray("<keyword>a</keyword>") << QStringList{u"a"_qs};
-    QTest::newRow("one, decoded once") << QByteArray("<keyword>#R&amp;amp;D</keyword>") << QStringList{u"#R&amp;D"_qs};
-    QTest::newRow("two, decoded twice") << QByteArray("<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>")
-                                        << QStringList{u"R&D"_qs, u"#t"_qs};
-    QTest::newRow("one and an empty one")
-        << QByteArray("<keyword>a</keyword><keyword></keyword>") << QStringList{u"a"_qs};
-}
+    void workingPostWritesEmptyElements()
+    {
+        const ZLFileInfo fileInfo{u"modified"_qs, {}};
+        QCOMPARE(ZLWordpressPost().generateXMLDataFileInfo(&fileInfo),
+            QByteArray("<zalmo><post><title></title><content></content><keywords></keywords></post>"
+                       "<post_info><engine>wordpress</engine><id></id><status>new</status><type>post</type>"
+                       "<created_at></created_at><updated_at></updated_at><author_id></author_id><URL></URL>"
+                       "<allow_comments>1</allow_comments><allow_pingback>1</allow_pingback><slug></slug>"
+                       "<featured_image></featured_image></post_info>"
+                       "<file_info><status>modified</status></file_info></zalmo>"));
+    }
 
-void TestPostFile::readsKeywords()
-{
-    QFETCH(QByteArray, keywords);
-    FileText text;
-    text.keywords = keywords;
-    ZLAbstractPost post;
-    post.taxonomies = PostFile::fromData(text.bytes()).taxonomies;
-    QTEST(post.taxonomiesArray(), "read");
-}
+    void workingPostWritesStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("engine");
+        QTest::addColumn<QByteArray>("written");
+        QTest::newRow("stub") << -1 << QByteArray("wordpress") << QByteArray();
+        QTest::newRow("new") << 0 << QByteArray("wordpress") << QByteArray("new");
+        QTest::newRow("draft") << 1 << QByteArray("wordpress") << QByteArray("draft");
+        QTest::newRow("published") << 2 << QByteArray("wordpress") << QByteArray("publish");
+        QTest::newRow("note") << 3 << QByteArray("evernote") << QByteArray("new");
+    }
+    void workingPostWritesStatus()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, engine);
+        QFETCH(QByteArray, written);
+        ZLWordpressPost post;
+        post.status = status;
+        QVERIFY(post.generateXMLDataFileInfo(nullptr).contains(
+            "<engine>" + engine + "</engine><id></id><status>" + written + "</status>"));
+    }
 
-void TestPostFile::readsInfo()
-{
-    const PostFolder folder;
-    ZLWordpressPost written = fullPost();
-    QVERIFY(written.saveAtPath(folder.path()));
-    const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
-    QCOMPARE(read->title, written.title);
-    QCOMPARE(read->storedContent, written.content);
-    QCOMPARE(read->id, written.id);
-    QCOMPARE(read->authorId, written.authorId);
-    QCOMPARE(read->createdAt, written.createdAt);
-    QCOMPARE(read->updatedAt, written.updatedAt);
-    QCOMPARE(read->URL, written.URL);
-    QCOMPARE(read->status, written.status);
-    QCOMPARE(read->type, written.type);
-    QCOMPARE(read->allowComments, written.allowComments);
-    QCOMPARE(read->allowPingback, written.allowPingback);
-    QCOMPARE(read->slug, written.slug);
-    QCOMPARE(read->featuredImageId, written.featuredImageId);
-    QCOMPARE(read->featuredImageURL, written.featuredImageURL);
-    QCOMPARE(read->taxonomiesArray(), written.taxonomiesArray());
-    QVERIFY(!read->localPost);
+    void writerTakesTheStoredBody()
+    {
+        ZLWordpressPost post;
+        post.content = u"<p>as the editor has it</p>"_qs;
+        post.storedContent = u"as the blog has it"_qs;
+        QVERIFY(post.generateXMLDataFileInfo(nullptr).contains("<content>as the blog has it</content>"));
+        post.storedContent = u""_qs;
+        QVERIFY(post.generateXMLDataFileInfo(nullptr).contains("<content></content>"));
+    }
 
-    written.status = ZLWordpressPost::Note;
-    QVERIFY(written.saveAtPath(folder.path()));
-    QCOMPARE((*ZLDocument::open(folder.url()))->wordpressPost()->status, int(ZLWordpressPost::Note));
-}
+    void newPostHasEmptyDatesAndDatedFile()
+    {
+        const PostFolder folder;
+        ZLWordpressPost post;
+        const QDateTime before = QDateTime::currentDateTimeUtc();
+        QVERIFY(post.saveAtPath(folder.path()));
+        QVERIFY(folder.read().contains("<created_at></created_at><updated_at></updated_at>"));
+        QVERIFY(post.createdAt >= before && post.updatedAt >= before);
+        QVERIFY(qAbs(QFileInfo(folder.path()).lastModified().msecsTo(post.updatedAt)) < 1000);
+    }
 
-void TestPostFile::readsFlags_data()
-{
-    QTest::addColumn<QByteArray>("written");
-    QTest::addColumn<bool>("read");
-    QTest::newRow("1") << QByteArray("1") << true;
-    QTest::newRow("0") << QByteArray("0") << false;
-    QTest::newRow("empty") << QByteArray("") << false;
-    QTest::newRow("yes") << QByteArray("YES") << true;
-    QTest::newRow("true") << QByteArray("true") << true;
-    QTest::newRow("no") << QByteArray("no") << false;
-    QTest::newRow("007") << QByteArray("007") << true;
-}
+    void savingFailsWithoutAPlace()
+    {
+        ZLWordpressPost post = fullPost();
+        QVERIFY(!post.saveAtPath(QString() + u"/post.zalmo"_qs));
+        QVERIFY(!post.saveAtPath(QString()));
+        const Result<void> saved = post.saveAtPath(u"/nowhere/at/all/post.zalmo"_qs);
+        QVERIFY(!saved);
+        QVERIFY(saved.error().description.contains(u"/nowhere/at/all/post.zalmo"_qs));
+    }
 
-void TestPostFile::readsFlags()
-{
-    QFETCH(QByteArray, written);
-    QByteArray text = FileText().bytes();
-    text.replace("<allow_pingback></allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
-    QTEST(PostFile::fromData(text).allowPingback, "read");
-}
+    void fileExtensionLeavesBlocksOut()
+    {
+        QCOMPARE(ZLFileExtension::generateXMLDataForPost(nullptr, nullptr, nullptr),
+            QByteArray("<zalmo><file_info><app_version>3</app_version></file_info></zalmo>"));
+        const QVariantMap post{{u"title"_qs, u"T"_qs}, {u"keywords"_qs, u"no list"_qs}};
+        const QVariantMap file;
+        QCOMPARE(ZLFileExtension::generateXMLDataForPost(&post, nullptr, &file),
+            QByteArray("<zalmo><post><title>T</title><content></content><keywords></keywords></post>"
+                       "<file_info><status></status></file_info></zalmo>"));
+    }
+
+    void documentWritesWhatItRead()
+    {
+        const PostFolder folder;
+        const QByteArray read =
+            "<zalmo><post><title> Cats &amp;amp; dogs</title><content>a &amp;lt; b\r\n &lt;br&gt;\n</content><keywords>"
+            "<keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post><post_info><engine>wordpress</engine>"
+            "<id>12</id><status>publish</status><type>odd</type><created_at>2014-10-21 09:30:00 +0000</created_at>"
+            "<updated_at>2014-10-22 23:05:07 +0000</updated_at><author_id>7</author_id>"
+            "<URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments></allow_comments>"
+            "<allow_pingback>1</allow_pingback><slug>a-&amp;-b</slug><featured_image><media_id>44</media_id>"
+            "<URL>http://blog.example/a.png?w=1&amp;h=2</URL></featured_image></post_info>"
+            "<file_info><status></status><app_version>3</app_version></file_info></zalmo>";
+        const Result<DocumentPtr> document = ZLDocument::open(folder.write(read));
+        QVERIFY(document);
+        QCOMPARE((*document)->data(), read);
+
+        // A false flag loses its "0", a missing version becomes 3: that is how documents write.
+        QByteArray other = read;
+        other.replace("<allow_comments></allow_comments>", "<allow_comments>0</allow_comments>");
+        other.replace("<status></status><app_version>3</app_version>", "<status></status>");
+        QCOMPARE((*ZLDocument::open(folder.write(other, u"conflict.zalmo"_qs)))->data(), read);
+    }
+
+    void documentWritesForeignTaxonomiesAsCategories()
+    {
+        const PostFolder folder;
+        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
+        document->post.taxonomies = {{u"x"_qs, {}, 2}, {u"t"_qs, {}, ZLTaxonomy::Tag}};
+        QVERIFY(document->data().contains("<keywords><keyword>x</keyword><keyword>#t</keyword></keywords>"));
+    }
+
+    void readsTexts_data()
+    {
+        QTest::addColumn<QByteArray>("written");
+        QTest::addColumn<QString>("read");
+        QTest::addColumn<QString>("stored");
+        const auto row = [](const char *name, const QByteArray &written, const QString &read, const QString &stored) {
+            QTest::newRow(name) << written << read << stored;
+        };
+        row("plain", "a", u"a"_qs, u"a"_qs);
+        row("escaped once", "&lt;p&gt;&quot;&apos;&lt;/p&gt;", u"<p>\"'</p>"_qs, u"<p>\"'</p>"_qs);
+        row("bare ampersand", "a &amp; b", u"a & b"_qs, u"a & b"_qs);
+        row("a literal entity is decoded twice", "3 &amp;lt; 5", u"3 < 5"_qs, u"3 &lt; 5"_qs);
+        row("white space at the ends", " \n a \t", u"a"_qs, u" \n a \t"_qs);
+        row("line ends", "a\r\nb\rc", u"a\nb\nc"_qs, u"a\r\nb\rc"_qs);
+        row("control characters", "a\x0B\x01 b", u"a   b"_qs, u"a\u000B\u0001 b"_qs);
+        row("numbers", "&#65;&#x1F600;", u"A\U0001F600"_qs, u"A\U0001F600"_qs);
+        row("UTF-8", "\xC3\xBC\xF0\x9F\x98\x80", u"ü\U0001F600"_qs, u"ü\U0001F600"_qs);
+        row("CDATA", "x<![CDATA[<&amp;>]]>y", u"x<&>y"_qs, u"x<&amp;>y"_qs);
+        row("a comment in between", "x<!-- c -->y", u"xy"_qs, u"xy"_qs);
+        row("nothing", "", QString(), u""_qs);
+        row("blanks", "  ", QString(), u"  "_qs);
+    }
+    void readsTexts()
+    {
+        QFETCH(QByteArray, written);
+        QFETCH(QString, read);
+        QFETCH(QString, stored);
+        for (const bool isTitle : {true, false}) {
+            FileText text;
+            (isTitle ? text.title : text.content) = written;
+            const PostFile file = PostFile::fromData(text.bytes());
+            QVERIFY(file.isWhole);
+            QCOMPARE(isTitle ? file.title : file.content, read);
+            QCOMPARE((isTitle ? file.title : file.content).isNull(), read.isNull());
+            QCOMPARE(isTitle ? file.storedTitle : file.storedContent, stored);
+            QCOMPARE(isTitle ? file.content : file.title, isTitle ? u"Body"_qs : u"Title"_qs);
+        }
+    }
+
+    void readsKeywords_data()
+    {
+        QTest::addColumn<QByteArray>("keywords");
+        QTest::addColumn<QStringList>("read");
+        QTest::newRow("none") << QByteArray() << QStringList();
+        QTest::newRow("one") << QByteArray("<keyword>a</keyword>") << QStringList{u"a"_qs};
+        QTest::newRow("one, decoded once")
+            << QByteArray("<keyword>#R&amp;amp;D</keyword>") << QStringList{u"#R&amp;D"_qs};
+        QTest::newRow("two, decoded twice")
+            << QByteArray("<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>") << QStringList{u"R&D"_qs, u"#t"_qs};
+        QTest::newRow("one and an empty one")
+            << QByteArray("<keyword>a</keyword><keyword></keyword>") << QStringList{u"a"_qs};
+    }
+    void readsKeywords()
+    {
+        QFETCH(QByteArray, keywords);
+        FileText text;
+        text.keywords = keywords;
+        ZLAbstractPost post;
+        post.taxonomies = PostFile::fromData(text.bytes()).taxonomies;
+        QTEST(post.taxonomiesArray(), "read");
+    }
+
+    void readsInfo()
+    {
+        const PostFolder folder;
+        ZLWordpressPost written = fullPost();
+        QVERIFY(written.saveAtPath(folder.path()));
+        const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
+        QCOMPARE(read->title, written.title);
+        QCOMPARE(read->storedContent, written.content);
+        QCOMPARE(read->id, written.id);
+        QCOMPARE(read->authorId, written.authorId);
+        QCOMPARE(read->createdAt, written.createdAt);
+        QCOMPARE(read->updatedAt, written.updatedAt);
+        QCOMPARE(read->URL, written.URL);
+        QCOMPARE(read->status, written.status);
+        QCOMPARE(read->type, written.type);
+        QCOMPARE(read->allowComments, written.allowComments);
+        QCOMPARE(read->allowPingback, written.allowPingback);
+        QCOMPARE(read->slug, written.slug);
+        QCOMPARE(read->featuredImageId, written.featuredImageId);
+        QCOMPARE(read->featuredImageURL, written.featuredImageURL);
+        QCOMPARE(read->taxonomiesArray(), written.taxonomiesArray());
+        QVERIFY(!read->localPost);
+
+        written.status = ZLWordpressPost::Note;
+        QVERIFY(written.saveAtPath(folder.path()));
+        QCOMPARE((*ZLDocument::open(folder.url()))->wordpressPost()->status, int(ZLWordpressPost::Note));
+    }
+
+    void readsFlags_data()
+    {
+        QTest::addColumn<QByteArray>("written");
+        QTest::addColumn<bool>("read");
+        QTest::newRow("1") << QByteArray("1") << true;
+        QTest::newRow("0") << QByteArray("0") << false;
+        QTest::newRow("empty") << QByteArray("") << false;
+        QTest::newRow("yes") << QByteArray("YES") << true;
+        QTest::newRow("true") << QByteArray("true") << true;
+        QTest::newRow("no") << QByteArray("no") << false;
+        QTest::newRow("007") << QByteArray("007") << true;
+    }
+    void readsFlags()
+    {
+        QFETCH(QByteArray, written);
+        QByteArray text = FileText().bytes();
+        text.replace("<allow_pingback></allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
+        QTEST(PostFile::fromData(text).allowPingback, "read");
+    }
+};
 
 static const RegisteredTest<TestPostFile> registered;
 #include "TestPostFile.moc"

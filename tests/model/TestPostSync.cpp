@@ -1,23 +1,10 @@
 #include "PostFolder.h"
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/ZLDocument.h"
 
 #include <QFileInfo>
 #include <QTest>
-
-/// A remote post meets the file of the same post.
-class TestPostSync : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void decides_data();
-    void decides();
-    void replacesTheWaitingCopyOnly();
-    void takesTheDocumentOnTheScreen();
-    void readsTheScreensDocumentAnew();
-    void keepsADamagedFileAside();
-    void failsWithoutAFile();
-};
 
 namespace {
 const QDateTime localDate(QDate(2014, 10, 22), QTime(9, 30), Qt::UTC);
@@ -37,115 +24,120 @@ ZLWordpressPost remotePost(int seconds)
 enum Effect { Nothing, Overwritten, Conflict };
 } // namespace
 
-void TestPostSync::decides_data()
-{
-    QTest::addColumn<int>("seconds");
-    QTest::addColumn<FileText>("local");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("effect");
-    const auto row = [](const char *name, int seconds, const QByteArray &fileInfo, Effect effect,
-                         const QString &file = u"post.zalmo"_qs) {
-        FileText local;
-        local.fileInfo = fileInfo;
-        QTest::newRow(name) << seconds << local << file << int(effect);
-    };
-    const QByteArray version = "<app_version>3</app_version>";
-    row("newer, modified", 1, "<status>modified</status>" + version, Conflict);
-    row("newer, in conflict", 1, "<status>conflict</status>" + version, Conflict);
-    row("newer, modified, old form", 1, "<status>modified</status>", Conflict);
-    row("newer, modified, other file", 1, "<status>modified</status>" + version, Nothing, u"conflict-solved.zalmo"_qs);
-    row("newer, in step", 1, "<status></status>" + version, Overwritten);
-    row("newer, new", 1, "<status>new</status>" + version, Overwritten);
-    row("same, in step", 0, version, Nothing);
-    row("same, a later form", 0, "<app_version>10</app_version>", Nothing);
-    row("same, a form between", 0, "<app_version>3.1</app_version>", Nothing);
-    row("same, modified", 0, "<status>modified</status>" + version, Nothing);
-    row("older, modified, old form", -1, "<status>modified</status><app_version>2</app_version>", Nothing);
-    row("same, in conflict, no version", 0, "<status>conflict</status>", Nothing);
-    row("same, old form", 0, "<app_version>2</app_version>", Overwritten);
-    row("older, no version", -1, "<status></status>", Overwritten);
-}
-
-void TestPostSync::decides()
-{
-    QFETCH(int, seconds);
-    QFETCH(FileText, local);
-    QFETCH(QString, name);
-    QFETCH(int, effect);
-    const PostFolder folder;
-    folder.write(local.bytes(), name);
-    ZLWordpressPost remote = remotePost(seconds);
-    QVERIFY(remote.syncWithPostAtPath(folder.path(name), u"zalmo"_qs, nullptr));
-    QCOMPARE(folder.has(u"conflict.zalmo"_qs), effect == Conflict);
-    if (effect == Nothing)
-        QCOMPARE(folder.read(name), local.bytes());
-    if (effect == Overwritten) {
-        QVERIFY(folder.read(name).contains("<title>Remote</title><content>remote body</content>"));
-        QVERIFY(folder.read(name).endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
-        QCOMPARE(QFileInfo(folder.path(name)).lastModified().toUTC(), remote.updatedAt);
+/// A remote post meets the file of the same post.
+class TestPostSync : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void decides_data()
+    {
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<FileText>("local");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("effect");
+        const auto row = [](const char *name, int seconds, const QByteArray &fileInfo, Effect effect,
+                             const QString &file = u"post.zalmo"_qs) {
+            FileText local;
+            local.fileInfo = fileInfo;
+            QTest::newRow(name) << seconds << local << file << int(effect);
+        };
+        const QByteArray version = "<app_version>3</app_version>";
+        row("newer, modified", 1, "<status>modified</status>" + version, Conflict);
+        row("newer, in conflict", 1, "<status>conflict</status>" + version, Conflict);
+        row("newer, modified, old form", 1, "<status>modified</status>", Conflict);
+        row("newer, modified, other file", 1, "<status>modified</status>" + version, Nothing,
+            u"conflict-solved.zalmo"_qs);
+        row("newer, in step", 1, "<status></status>" + version, Overwritten);
+        row("newer, new", 1, "<status>new</status>" + version, Overwritten);
+        row("same, in step", 0, version, Nothing);
+        row("same, a later form", 0, "<app_version>10</app_version>", Nothing);
+        row("same, a form between", 0, "<app_version>3.1</app_version>", Nothing);
+        row("same, modified", 0, "<status>modified</status>" + version, Nothing);
+        row("older, modified, old form", -1, "<status>modified</status><app_version>2</app_version>", Nothing);
+        row("same, in conflict, no version", 0, "<status>conflict</status>", Nothing);
+        row("same, old form", 0, "<app_version>2</app_version>", Overwritten);
+        row("older, no version", -1, "<status></status>", Overwritten);
     }
-    if (effect == Conflict) {
-        local.fileInfo = "<status>conflict</status><app_version>3</app_version>";
-        QCOMPARE(folder.read(), local.bytes());
-        QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("<title>Remote</title><content>remote body</content>"));
-        QVERIFY(folder.read(u"conflict.zalmo"_qs).endsWith("<file_info><status></status></file_info></zalmo>"));
+    void decides()
+    {
+        QFETCH(int, seconds);
+        QFETCH(FileText, local);
+        QFETCH(QString, name);
+        QFETCH(int, effect);
+        const PostFolder folder;
+        folder.write(local.bytes(), name);
+        ZLWordpressPost remote = remotePost(seconds);
+        QVERIFY(remote.syncWithPostAtPath(folder.path(name), u"zalmo"_qs, nullptr));
+        QCOMPARE(folder.has(u"conflict.zalmo"_qs), effect == Conflict);
+        if (effect == Nothing)
+            QCOMPARE(folder.read(name), local.bytes());
+        if (effect == Overwritten) {
+            QVERIFY(folder.read(name).contains("<title>Remote</title><content>remote body</content>"));
+            QVERIFY(folder.read(name).endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
+            QCOMPARE(QFileInfo(folder.path(name)).lastModified().toUTC(), remote.updatedAt);
+        }
+        if (effect == Conflict) {
+            local.fileInfo = "<status>conflict</status><app_version>3</app_version>";
+            QCOMPARE(folder.read(), local.bytes());
+            QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("<title>Remote</title><content>remote body</content>"));
+            QVERIFY(folder.read(u"conflict.zalmo"_qs).endsWith("<file_info><status></status></file_info></zalmo>"));
+        }
     }
-}
 
-void TestPostSync::replacesTheWaitingCopyOnly()
-{
-    FileText text;
-    text.fileInfo = "<status>conflict</status><app_version>3</app_version>";
-    const PostFolder folder;
-    folder.write(text.bytes());
-    folder.write("an earlier copy", u"conflict.zalmo"_qs);
-    QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
-    QCOMPARE(folder.read(), text.bytes());
-    QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("remote body"));
-}
+    void replacesTheWaitingCopyOnly()
+    {
+        FileText text;
+        text.fileInfo = "<status>conflict</status><app_version>3</app_version>";
+        const PostFolder folder;
+        folder.write(text.bytes());
+        folder.write("an earlier copy", u"conflict.zalmo"_qs);
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QCOMPARE(folder.read(), text.bytes());
+        QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("remote body"));
+    }
 
-void TestPostSync::takesTheDocumentOnTheScreen()
-{
-    const PostFolder folder;
-    const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
-    document->post.content = u"typed a moment ago"_qs;
-    document->fileInfo.status = u"modified"_qs;
-    document->updateChangeCount();
-    QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
-    QCOMPARE(document->fileInfo.status, u"conflict"_qs);
-    QVERIFY(!document->hasUnautosavedChanges());
-    QVERIFY(folder.read().contains("typed a moment ago"));
-    QVERIFY(folder.read().contains("<status>conflict</status>"));
-    QVERIFY(folder.has(u"conflict.zalmo"_qs));
-}
+    void takesTheDocumentOnTheScreen()
+    {
+        const PostFolder folder;
+        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
+        document->post.content = u"typed a moment ago"_qs;
+        document->fileInfo.status = u"modified"_qs;
+        document->updateChangeCount();
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
+        QCOMPARE(document->fileInfo.status, u"conflict"_qs);
+        QVERIFY(!document->hasUnautosavedChanges());
+        QVERIFY(folder.read().contains("typed a moment ago"));
+        QVERIFY(folder.read().contains("<status>conflict</status>"));
+        QVERIFY(folder.has(u"conflict.zalmo"_qs));
+    }
 
-void TestPostSync::readsTheScreensDocumentAnew()
-{
-    const PostFolder folder;
-    const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
-    QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
-    QCOMPARE(document->post.title, u"Remote"_qs);
-    // What it held before must not come back with the next save.
-    QVERIFY(document->saveDocument());
-    QVERIFY(folder.read().contains("remote body"));
-}
+    void readsTheScreensDocumentAnew()
+    {
+        const PostFolder folder;
+        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
+        QCOMPARE(document->post.title, u"Remote"_qs);
+        // What it held before must not come back with the next save.
+        QVERIFY(document->saveDocument());
+        QVERIFY(folder.read().contains("remote body"));
+    }
 
-void TestPostSync::keepsADamagedFileAside()
-{
-    const PostFolder folder;
-    const QByteArray cut = FileText().bytes().left(60);
-    folder.write(cut);
-    QVERIFY(remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
-    QVERIFY(folder.read().contains("remote body"));
-    QCOMPARE(folder.read(u"post.zalmo.damaged"_qs), cut);
-}
+    void keepsADamagedFileAside()
+    {
+        const PostFolder folder;
+        const QByteArray cut = FileText().bytes().left(60);
+        folder.write(cut);
+        QVERIFY(remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QVERIFY(folder.read().contains("remote body"));
+        QCOMPARE(folder.read(u"post.zalmo.damaged"_qs), cut);
+    }
 
-void TestPostSync::failsWithoutAFile()
-{
-    const PostFolder folder;
-    QVERIFY(!remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
-    QVERIFY(!folder.has(u"post.zalmo"_qs));
-}
+    void failsWithoutAFile()
+    {
+        const PostFolder folder;
+        QVERIFY(!remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QVERIFY(!folder.has(u"post.zalmo"_qs));
+    }
+};
 
 static const RegisteredTest<TestPostSync> registered;
 #include "TestPostSync.moc"

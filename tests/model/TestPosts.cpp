@@ -1,4 +1,4 @@
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/PostFileDate.h"
 #include "model/ZLWordpressPost.h"
@@ -9,52 +9,46 @@
 class TestPosts : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void turnsTaxonomiesIntoStringsAndBack();
-    void readsDates_data();
-    void readsDates();
-    void writesDatesInUniversalTime();
+    void turnsTaxonomiesIntoStringsAndBack()
+    {
+        ZLAbstractPost post;
+        post.taxonomies = {{u"News"_qs, u"4"_qs, ZLTaxonomy::Category}, {u"qt"_qs, {}, ZLTaxonomy::Tag},
+            {u"odd"_qs, {}, 2}, {u"#a b"_qs, {}, ZLTaxonomy::Category}}; // comes back as a tag
+        QCOMPARE(post.taxonomiesArray(), (QStringList{u"News"_qs, u"#qt"_qs, u"#a b"_qs}));
+        post.setTaxonomiesFromStringArray({u"#a b"_qs, u"C#"_qs, u""_qs, u"#"_qs});
+        QCOMPARE(post.taxonomies,
+            (QList<ZLTaxonomy>{{u"a b"_qs, {}, ZLTaxonomy::Tag}, {u"C#"_qs, {}, ZLTaxonomy::Category},
+                {u""_qs, {}, ZLTaxonomy::Tag}}));
+    }
+
+    void readsDates_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QDateTime>("date");
+        const QDateTime known(QDate(2014, 10, 21), QTime(9, 30), Qt::UTC);
+        QTest::newRow("universal time") << u"2014-10-21 09:30:00 +0000"_qs << known;
+        QTest::newRow("east") << u"2014-10-21 11:30:00 +0200"_qs << known;
+        QTest::newRow("west") << u"2014-10-21 00:00:00 -0930"_qs << known;
+        QTest::newRow("empty") << QString() << QDateTime();
+        QTest::newRow("no zone") << u"2014-10-21 09:30:00"_qs << QDateTime();
+        QTest::newRow("no such day") << u"2014-02-30 09:30:00 +0000"_qs << QDateTime();
+        QTest::newRow("no such hour") << u"2014-10-21 25:30:00 +0000"_qs << QDateTime();
+        QTest::newRow("other form") << u"2014-10-21T09:30:00 +0000"_qs << QDateTime();
+        QTest::newRow("foreign digits") << u"٢٠١٤-10-21 09:30:00 +0000"_qs << QDateTime();
+    }
+    void readsDates()
+    {
+        QFETCH(QString, text);
+        QTEST(PostFileDate::dateWithString(text), "date");
+    }
+
+    void writesDatesInUniversalTime()
+    {
+        const QDateTime east(QDate(2014, 10, 21), QTime(11, 30), Qt::OffsetFromUTC, 7200);
+        QCOMPARE(PostFileDate::description(east), u"2014-10-21 09:30:00 +0000"_qs);
+        QCOMPARE(PostFileDate::description({}), QString());
+    }
 };
-
-void TestPosts::turnsTaxonomiesIntoStringsAndBack()
-{
-    ZLAbstractPost post;
-    post.taxonomies = {{u"News"_qs, u"4"_qs, ZLTaxonomy::Category}, {u"qt"_qs, {}, ZLTaxonomy::Tag}, {u"odd"_qs, {}, 2},
-        {u"#a b"_qs, {}, ZLTaxonomy::Category}}; // comes back as a tag
-    QCOMPARE(post.taxonomiesArray(), (QStringList{u"News"_qs, u"#qt"_qs, u"#a b"_qs}));
-    post.setTaxonomiesFromStringArray({u"#a b"_qs, u"C#"_qs, u""_qs, u"#"_qs});
-    QCOMPARE(post.taxonomies,
-        (QList<ZLTaxonomy>{
-            {u"a b"_qs, {}, ZLTaxonomy::Tag}, {u"C#"_qs, {}, ZLTaxonomy::Category}, {u""_qs, {}, ZLTaxonomy::Tag}}));
-}
-
-void TestPosts::readsDates_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QDateTime>("date");
-    const QDateTime known(QDate(2014, 10, 21), QTime(9, 30), Qt::UTC);
-    QTest::newRow("universal time") << u"2014-10-21 09:30:00 +0000"_qs << known;
-    QTest::newRow("east") << u"2014-10-21 11:30:00 +0200"_qs << known;
-    QTest::newRow("west") << u"2014-10-21 00:00:00 -0930"_qs << known;
-    QTest::newRow("empty") << QString() << QDateTime();
-    QTest::newRow("no zone") << u"2014-10-21 09:30:00"_qs << QDateTime();
-    QTest::newRow("no such day") << u"2014-02-30 09:30:00 +0000"_qs << QDateTime();
-    QTest::newRow("no such hour") << u"2014-10-21 25:30:00 +0000"_qs << QDateTime();
-    QTest::newRow("other form") << u"2014-10-21T09:30:00 +0000"_qs << QDateTime();
-    QTest::newRow("foreign digits") << u"٢٠١٤-10-21 09:30:00 +0000"_qs << QDateTime();
-}
-
-void TestPosts::readsDates()
-{
-    QFETCH(QString, text);
-    QTEST(PostFileDate::dateWithString(text), "date");
-}
-
-void TestPosts::writesDatesInUniversalTime()
-{
-    const QDateTime east(QDate(2014, 10, 21), QTime(11, 30), Qt::OffsetFromUTC, 7200);
-    QCOMPARE(PostFileDate::description(east), u"2014-10-21 09:30:00 +0000"_qs);
-    QCOMPARE(PostFileDate::description({}), QString());
-}
 
 static const RegisteredTest<TestPosts> registered;
 #include "TestPosts.moc"

@@ -1,4 +1,4 @@
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
 #include "model/XMLDictionary.h"
 #include "model/XMLDictionaryParser.h"

@@ -1,6 +1,6 @@
 #include "text/ContentPasses.h"
-
-#include <QTest>
+#include "TextRows.h"
+#include "support/TestClasses.h"
 
 using namespace ContentPasses;
 
@@ -20,11 +20,7 @@ class ContentPassesTest : public QObject {
 private Q_SLOTS:
     void toEditor_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char16_t *stored, const char16_t *expected) {
-            QTest::newRow(name) << QString::fromUtf16(stored) << QString::fromUtf16(expected);
-        };
+        addTextColumns();
         row("empty", u"", u"");
         row("blank line", u"one\n\ntwo", u"<p>one<br /><br /></p><p>two<br /><br /></p>");
         row("single line end", u"a\nb", u"<p>a<br>b<br /><br /></p>");
@@ -44,18 +40,14 @@ private Q_SLOTS:
 
     void toEditor()
     {
-        QFETCH(QString, stored);
+        QFETCH(QString, text);
         QFETCH(QString, expected);
-        QCOMPARE(contentForEditor(stored), expected);
+        QCOMPARE(contentForEditor(text), expected);
     }
 
     void imageClasses_data()
     {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char16_t *content, const char16_t *expected) {
-            QTest::newRow(name) << QString::fromUtf16(content) << QString::fromUtf16(expected);
-        };
+        addTextColumns();
         row("class moves behind", u"<img src='a' class='b c' alt='d'/>", u"<img src='a'  class=\"b c\" alt='d' />");
         row("centred", u"<img class=\"aligncenter\" src=\"a\" />",
             u"<img  align=\"middle\" class=\"aligncenter full\" src=\"a\"  />");
@@ -72,18 +64,14 @@ private Q_SLOTS:
 
     void imageClasses()
     {
-        QFETCH(QString, content);
+        QFETCH(QString, text);
         QFETCH(QString, expected);
-        QCOMPARE(contentReplacingImageClasses(content), expected);
+        QCOMPARE(contentReplacingImageClasses(text), expected);
     }
 
     void toPage_data()
     {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char16_t *content, const char16_t *expected) {
-            QTest::newRow(name) << QString::fromUtf16(content) << QString::fromUtf16(expected);
-        };
+        addTextColumns();
         row("shortcode", u"a [vimeo 12] b", u"a <div draggable='true' class='vimeo'>[vimeo 12]</div> b");
         row("shortcode in other case", u"[YouTube=x]", u"<div draggable='true' class='embed'>[YouTube=x]</div>");
         row("shortcode across lines", u"[youtube\n]", u"[youtube\n]");
@@ -118,21 +106,16 @@ private Q_SLOTS:
 
     void toPage()
     {
-        QFETCH(QString, content);
+        QFETCH(QString, text);
         QFETCH(QString, expected);
-        const QString page =
-            postContentWithHeadings(postContentWithVideoURLTags(postContentWithShortCodeTags(content)));
+        const QString page = postContentWithHeadings(postContentWithVideoURLTags(postContentWithShortCodeTags(text)));
         QCOMPARE(page, expected);
         QCOMPARE(postContentWithHeadings(page), page); // a second time changes nothing
     }
 
     void toBlog_data()
     {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char16_t *content, const char16_t *expected) {
-            QTest::newRow(name) << QString::fromUtf16(content) << QString::fromUtf16(expected);
-        };
+        addTextColumns();
         row("container", u"a<div draggable='true' class='youtube'>[youtube=x]</div>b", u"a[youtube=x]b");
         row("embed with tags", u"<div class=\"embed\"><iframe src='x'></iframe></div>", u"<iframe src='x'></iframe>");
         row("other container", u"<div class='other'>a</div>", u"<div class='other'>a</div>");
@@ -143,9 +126,9 @@ private Q_SLOTS:
 
     void toBlog()
     {
-        QFETCH(QString, content);
+        QFETCH(QString, text);
         QFETCH(QString, expected);
-        QCOMPARE(replaceEditorTags(content), expected);
+        QCOMPARE(replaceEditorTags(text), expected);
     }
 
     void addresses()
@@ -192,24 +175,20 @@ private Q_SLOTS:
 
     void extract_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("expected");
+        addTextColumns();
         const QString words = QStringLiteral("0123456789").repeated(29);
-        QTest::newRow("tags go") << QStringLiteral("<p>a<b>b</b></p>\nc&nbsp;d") << QStringLiteral("ab c d");
-        QTest::newRow("tag in the window")
-            << words + QStringLiteral("<b>1234567<br>")
-            << words + QStringLiteral("1234567<br>").replace(QStringLiteral("<br>"), QStringLiteral(" "));
-        QTest::newRow("tag behind the window")
-            << words + QStringLiteral("12345678<b>") << words + QStringLiteral("12345678<b>");
-        QTest::newRow("window slides") << QStringLiteral("<i>").repeated(1000) + words << words;
-        QTest::newRow("no tag") << QStringLiteral("a<>b") << QStringLiteral("a<>b");
+        row("tags go", u"<p>a<b>b</b></p>\nc&nbsp;d", u"ab c d");
+        row("tag in the window", words + QStringLiteral("<b>1234567<br>"), words + QStringLiteral("1234567 "));
+        row("tag behind the window", words + QStringLiteral("12345678<b>"), words + QStringLiteral("12345678<b>"));
+        row("window slides", repeated(u"<i>", 1000) + words, words);
+        row("no tag", u"a<>b", u"a<>b");
     }
 
     void extract()
     {
-        QFETCH(QString, html);
+        QFETCH(QString, text);
         QFETCH(QString, expected);
-        QCOMPARE(removeHTMLFromString(html), expected);
+        QCOMPARE(removeHTMLFromString(text), expected);
     }
 
     /// Bodies on which the patterns themselves would look at the rest of the text from thousands of places. Here only
@@ -259,13 +238,12 @@ private Q_SLOTS:
         for (int i = 0; i < 5000; ++i)
             tangled += QStringLiteral("<img class='a%1' <img class='b%1'/>\n").arg(i);
         QCOMPARE(contentReplacingImageClasses(tangled).count(QStringLiteral(" />")), 5000);
+        QString ofAllLengths = QStringLiteral("<h2><h3>a</h3> <h3>a</h3>");
+        for (int i = 0; i < 1500; ++i)
+            ofAllLengths += QStringLiteral("<h3>%1</h3>\n").arg(QString(), i, u'x');
+        QCOMPARE(postContentWithHeadings(ofAllLengths).count(QStringLiteral("</div>")), 1503);
     }
 };
 
-int runContentPassesTest(int argc, char **argv)
-{
-    ContentPassesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<ContentPassesTest> registered;
 #include "ContentPassesTest.moc"

@@ -1,22 +1,9 @@
 #include "text/HTMLEntities.h"
+#include "TextRows.h"
+#include "support/TestClasses.h"
 #include "text/HTMLEntityTable.h"
 
-#include <QTest>
-
 using namespace HTMLEntities;
-
-namespace {
-void addTextColumns()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-}
-
-void row(const char *name, const char16_t *text, const char16_t *expected)
-{
-    QTest::newRow(name) << QStringView(text).toString() << QStringView(expected).toString();
-}
-} // namespace
 
 class HTMLEntitiesTest : public QObject {
     Q_OBJECT
@@ -127,10 +114,5 @@ private Q_SLOTS:
     }
 };
 
-int runHTMLEntitiesTest(int argc, char **argv)
-{
-    HTMLEntitiesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<HTMLEntitiesTest> registered;
 #include "HTMLEntitiesTest.moc"

@@ -1,4 +1,5 @@
 #include "text/QueryComponents.h"
+#include "support/TestClasses.h"
 #include "text/HashValue.h"
 #include "text/RandomString.h"
 
@@ -67,10 +68,5 @@ private Q_SLOTS:
     }
 };
 
-int runQueryComponentsTest(int argc, char **argv)
-{
-    QueryComponentsTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<QueryComponentsTest> registered;
 #include "QueryComponentsTest.moc"

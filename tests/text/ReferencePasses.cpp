@@ -48,6 +48,33 @@ QStringList captured(const QRegularExpression &expression, const QString &conten
     return result;
 }
 
+// the steps of the paragraph builder
+
+QString addExtraLineBeforeBlocks(QString content)
+{
+    static const QRegularExpression expression = pattern(QStringLiteral("(<%1[^>]*>)").arg(blocks));
+    return content.replace(expression, QStringLiteral("\n\\1"));
+}
+
+QString addExtraLinesAfterBlocks(QString content)
+{
+    static const QRegularExpression expression = pattern(QStringLiteral("(</%1>)").arg(blocks));
+    return content.replace(expression, QStringLiteral("\\1\n\n"));
+}
+
+QString trimWhitespaceBetweenLineBreaks(QString content)
+{
+    static const QRegularExpression expression = pattern(QStringLiteral(R"re(\n\s*?\n)re"));
+    return content.replace(expression, QStringLiteral("\n\n"));
+}
+
+bool shouldAddParagraphForContent(const QString &chunk)
+{
+    static const QRegularExpression block = pattern(QStringLiteral(R"re(^\s*?</?%1[^>]*>)re").arg(blocks));
+    static const QRegularExpression image = pattern(QStringLiteral(R"re(^\s*?(<a[\S\s]*?>)?\s*?<img)re"));
+    return !chunk.isEmpty() && !block.match(chunk).hasMatch() && !image.match(chunk).hasMatch();
+}
+
 QString inOrder(const ReferencePasses::Replacements &replacements, QString content)
 {
     for (const auto &one : replacements)
@@ -155,35 +182,10 @@ bool isResultOf(const Replacements &replacements, const QString &content, const 
     return false;
 }
 
-QString addExtraLineBeforeBlocks(QString content)
-{
-    static const QRegularExpression expression = pattern(QStringLiteral("(<%1[^>]*>)").arg(blocks));
-    return content.replace(expression, QStringLiteral("\n\\1"));
-}
-
-QString addExtraLinesAfterBlocks(QString content)
-{
-    static const QRegularExpression expression = pattern(QStringLiteral("(</%1>)").arg(blocks));
-    return content.replace(expression, QStringLiteral("\\1\n\n"));
-}
-
-QString trimWhitespaceBetweenLineBreaks(QString content)
-{
-    static const QRegularExpression expression = pattern(QStringLiteral(R"re(\n\s*?\n)re"));
-    return content.replace(expression, QStringLiteral("\n\n"));
-}
-
 QString removeEmptyParagraphs(QString content)
 {
     static const QRegularExpression expression = pattern(QStringLiteral(R"re(<p[^<\s\S]*?>\s*?</p>)re"));
     return content.replace(expression, QString());
-}
-
-bool shouldAddParagraphForContent(const QString &chunk)
-{
-    static const QRegularExpression block = pattern(QStringLiteral(R"re(^\s*?</?%1[^>]*>)re").arg(blocks));
-    static const QRegularExpression image = pattern(QStringLiteral(R"re(^\s*?(<a[\S\s]*?>)?\s*?<img)re"));
-    return !chunk.isEmpty() && !block.match(chunk).hasMatch() && !image.match(chunk).hasMatch();
 }
 
 QString paragraphs(const QString &content)
@@ -213,13 +215,6 @@ QStringList imageSources(const QString &content)
 {
     static const QRegularExpression expression =
         pattern(QStringLiteral(R"re((<img\s[\s\S]*?src\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"));
-    return captured(expression, content);
-}
-
-QStringList linkTargets(const QString &content)
-{
-    static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re((<a\s[\s\S]*?href\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"));
     return captured(expression, content);
 }
 

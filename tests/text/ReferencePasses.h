@@ -23,15 +23,10 @@ Replacements embedTags(const QString &content);
 bool isResultOf(const Replacements &replacements, const QString &content, const QString &result);
 QString longestFirst(Replacements replacements, QString content);
 
-QString addExtraLineBeforeBlocks(QString content);
-QString addExtraLinesAfterBlocks(QString content);
-QString trimWhitespaceBetweenLineBreaks(QString content);
 QString removeEmptyParagraphs(QString content);
-bool shouldAddParagraphForContent(const QString &chunk);
 QString paragraphs(const QString &content);
 QString replaceYouTubeTags(QString content);
 QStringList imageSources(const QString &content);
-QStringList linkTargets(const QString &content);
 QString removeHTMLFromString(QString html);
 QString linkified(QString text);
 QString entitiesDecoded(const QString &text);

@@ -1,4 +1,5 @@
 #include "ReferencePasses.h"
+#include "support/TestClasses.h"
 #include "text/ContentPasses.h"
 #include "text/HTMLEntities.h"
 
@@ -114,10 +115,6 @@ const QList<OneStep> &oneStepPasses()
     static const QStringList urls = with({u"http://", u"https://", u"HTTP://", u"=\"", u"a.b", u".", u"a", u"-", u"_",
         u"é.c", u"?q=1&amp;", u"#", u":", u",", u"\U00020000", u"e\u0301", u"%", u"example.com/"});
     static const QList<OneStep> passes{
-        {"line before blocks", addExtraLineBeforeBlocks, Reference::addExtraLineBeforeBlocks, blocks},
-        {"lines after blocks", addExtraLinesAfterBlocks, Reference::addExtraLinesAfterBlocks, blocks},
-        {"white space between lines", trimWhitespaceBetweenLineBreaks, Reference::trimWhitespaceBetweenLineBreaks,
-            common},
         {"empty paragraphs", removeEmptyParagraphs, Reference::removeEmptyParagraphs,
             with({u"<p>", u"</p>", u"<P>", u"<p >", u"</p"})},
         {"paragraphs", contentReplacingDoubleSpaceForParagraphs, Reference::paragraphs, blocks},
@@ -202,10 +199,5 @@ private:
     const int rounds = qEnvironmentVariableIsSet("ZALMO_ROUNDS") ? qEnvironmentVariableIntValue("ZALMO_ROUNDS") : 3000;
 };
 
-int runSamePassesTest(int argc, char **argv)
-{
-    SamePassesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<SamePassesTest> registered;
 #include "SamePassesTest.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClasses.h"
 #include "xmlrpc/XMLRPCDefaultEncoder.h"
 #include "xmlrpc/XMLRPCResponse.h"
 
@@ -321,10 +322,5 @@ private Q_SLOTS:
     }
 };
 
-int runResponseTest(int argc, char **argv)
-{
-    ResponseTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<ResponseTest> registered;
 #include "ResponseTest.moc"

@@ -1,3 +1,4 @@
+#include "support/TestClasses.h"
 #include "xmlrpc/XMLRPCValue.h"
 
 #include <QTest>
@@ -72,10 +73,5 @@ private Q_SLOTS:
     }
 };
 
-int runValueTest(int argc, char **argv)
-{
-    ValueTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+static const RegisteredTest<ValueTest> registered;
 #include "ValueTest.moc"

@@ -4,7 +4,8 @@
 #include <memory>
 #include <vector>
 
-/// The test classes of this program, each made by its own file.
+/// The test classes of one program, each registered by its own file:
+///     static const RegisteredTest<SomeTest> registered;
 using MakeTest = std::unique_ptr<QObject> (*)();
 std::vector<MakeTest> &testClasses();
 
@@ -15,3 +16,6 @@ struct RegisteredTest {
         testClasses().push_back([]() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
     }
 };
+
+/// Runs them all; gives the number of failures. A program without windows needs no main() of its own.
+int runTests(int argc, char **argv);

@@ -1,4 +1,4 @@
-#include "app/ZLPostCatalogue.h"
+#include "model/ZLPostCatalogue.h"
 
 QList<LocalPostPtr> ZLPostCatalogue::postsFromLocalFiles(const QString &alias, const QDateTime &now)
 {

@@ -1,6 +1,5 @@
-#include "TestClasses.h"
+#include "support/TestClasses.h"
 
-#include <QCoreApplication>
 #include <QTest>
 
 std::vector<MakeTest> &testClasses()
@@ -9,9 +8,8 @@ std::vector<MakeTest> &testClasses()
     return classes;
 }
 
-int main(int argc, char **argv)
+int runTests(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
     int failures = 0;
     for (const MakeTest make : testClasses())
         failures += QTest::qExec(make().get(), argc, argv);
