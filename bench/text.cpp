@@ -1,6 +1,7 @@
 // bench_text passes|roads|tag-free|unescape|plain FILE
-// passes: each of the eleven over the body itself, replacements included, as its pattern is run by the peers. roads:
-// the same in a row, to the editor, to the page and back to the blog. tag-free: the eleven on the body's words alone.
+// passes: each over the body itself, replacements included, as the peers run the eleven patterns of these passes.
+// roads: the same in a row, to the editor, to the page and out of its containers. tag-free: passes on the body's words
+// alone.
 #include "bench.h"
 #include "text/ContentPasses.h"
 #include "text/HTMLEntities.h"
@@ -14,10 +15,7 @@ void allPasses(const QString &body)
     // Each pass takes the body itself, as each pattern of the peers does; the chains are in the passes of
     // contentForEditor.
     bench::keep(contentReplacingImageClasses(body));
-    bench::keep(addExtraLineBeforeBlocks(body));
-    bench::keep(addExtraLinesAfterBlocks(body));
-    bench::keep(trimWhitespaceBetweenLineBreaks(body));
-    bench::keep(removeEmptyParagraphs(body));
+    bench::keep(contentReplacingDoubleSpaceForParagraphs(body)); // does the work of four patterns
     bench::keep(postContentWithShortCodeTags(body));
     bench::keep(imageSources(body, QStringLiteral("http://")));
     bench::keep(linkedPictures(body, QStringLiteral("http://")));

@@ -37,6 +37,11 @@ bool anyName(QStringView text, qsizetype at, Test test)
 }
 } // namespace
 
+bool BlockNames::isName(QStringView name)
+{
+    return anyName(name, 0, [&](std::u16string_view block) { return name == QStringView(block); });
+}
+
 bool BlockNames::startsAt(QStringView text, qsizetype at)
 {
     return anyName(text, at, [&](std::u16string_view name) { return Scanning::matches(text, at, name); });

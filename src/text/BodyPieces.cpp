@@ -1,5 +1,6 @@
 #include "text/BodyPieces.h"
 
+#include "text/BlockNames.h"
 #include "text/MarkupScanner.h"
 
 #include <QHash>
@@ -9,17 +10,13 @@
 namespace {
 using Kind = MarkupToken::Kind;
 
+/// To a browser more than to the blog's paragraphs.
 bool isBlockElement(const QString &name)
 {
-    static const QSet<QString> names = [] {
-        const QString list = QStringLiteral(
-            "table thead tfoot caption col colgroup tbody tr td th div dl dd dt ul ol li pre form map area blockquote "
-            "address math style p h1 h2 h3 h4 h5 h6 hr fieldset noscript legend section article aside hgroup header "
-            "footer nav figure details menu summary main script iframe object video audio svg center dir");
-        const QStringList words = list.split(u' ');
-        return QSet<QString>(words.cbegin(), words.cend());
-    }();
-    return names.contains(name);
+    static const QSet<QString> more{QStringLiteral("main"), QStringLiteral("script"), QStringLiteral("iframe"),
+        QStringLiteral("object"), QStringLiteral("video"), QStringLiteral("audio"), QStringLiteral("svg"),
+        QStringLiteral("center"), QStringLiteral("dir")};
+    return BlockNames::isName(name) || more.contains(name);
 }
 
 bool hasNoContent(const QString &name)

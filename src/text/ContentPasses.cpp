@@ -85,12 +85,17 @@ bool ContentPasses::isBlockEditorContent(const QString &content)
     return at < content.size();
 }
 
-/// One step after the other, so that no more than two of the long texts live at a time.
 QString ContentPasses::contentForEditor(const QString &stored)
+{
+    return contentForEditor(stored, isBlockEditorContent(stored));
+}
+
+/// One step after the other, so that no more than two of the long texts live at a time.
+QString ContentPasses::contentForEditor(const QString &stored, bool isBlockEditor)
 {
     QString content = contentReplacingReadMore(stored);
     content = contentReplacingImageClasses(content);
-    if (!isBlockEditorContent(stored))
+    if (!isBlockEditor)
         content = contentReplacingDoubleSpaceForParagraphs(content);
     return content;
 }

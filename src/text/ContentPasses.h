@@ -5,7 +5,8 @@
 #include <QStringList>
 
 /// The text passes between the blog's form of a body, the form kept in memory and the form of the editor page. Each is
-/// linear in its input, whatever that holds. Their literal output is a contract with the page.
+/// linear in its input; only matches that stand inside one another or join to new ones cost more. Their literal output
+/// is a contract with the page.
 namespace ContentPasses {
 /// What stands for the fold in the editor.
 QString readMoreAnchor();
@@ -13,14 +14,12 @@ QString readMoreAnchor();
 // the blog's form to the form in memory
 QString contentReplacingReadMore(const QString &content);
 QString contentReplacingImageClasses(const QString &content);
-QString addExtraLineBeforeBlocks(const QString &content);
-QString addExtraLinesAfterBlocks(const QString &content);
-QString trimWhitespaceBetweenLineBreaks(const QString &content);
 QString removeEmptyParagraphs(const QString &content);
-bool shouldAddParagraphForContent(const QString &chunk);
 QString contentReplacingDoubleSpaceForParagraphs(const QString &content); ///< the paragraph builder
-/// All three steps of replaceWPContentsForEditor; a body of the block editor bypasses the paragraph builder.
+/// All three steps of replaceWPContentsForEditor; a body of the block editor bypasses the paragraph builder. Whether
+/// a piece belongs to one is told by the whole body.
 QString contentForEditor(const QString &stored);
+QString contentForEditor(const QString &stored, bool isBlockEditor);
 /// Whether the block editor made this body: it holds a "<!-- wp:" comment.
 bool isBlockEditorContent(const QString &content);
 

@@ -1,36 +1,14 @@
 #include "text/LiteralReplacer.h"
 
+#include "text/KeySearch.h"
 #include "text/Rewriter.h"
-#include "text/Scanning.h"
 
-#include <algorithm>
-#include <bit>
+#include <QHash>
 #include <memory>
-#include <unordered_set>
-
-using namespace Scanning;
+#include <unordered_map>
 
 namespace {
-constexpr quint64 base = 0x9e3779b97f4a7c15; // odd; a hash only sorts out, equality decides
 constexpr qsizetype longestAnchor = 32;
-
-quint64 hashOf(QStringView text)
-{
-    quint64 hash = 0;
-    for (const QChar c : text)
-        hash = hash * base + c.unicode() + 1;
-    return hash;
-}
-
-quint64 power(qsizetype exponent)
-{
-    quint64 result = 1;
-    for (quint64 square = base; exponent > 0; exponent >>= 1, square *= square) {
-        if (exponent & 1)
-            result *= square;
-    }
-    return result;
-}
 
 /// Cuts `start` to what `text` begins with as well.
 void cutToCommonStart(QStringView &start, QStringView text)
@@ -39,125 +17,6 @@ void cutToCommonStart(QStringView &start, QStringView text)
     start = start.first(end - start.begin());
 }
 } // namespace
-
-struct LiteralReplacer::Group {
-    qsizetype length;
-    quint64 power;
-    std::vector<Replacement> keys;
-    std::vector<quint64> hashes; ///< of the keys
-    std::vector<qint32> slots; ///< a hash table of indexes, at most half full; -1 is empty
-
-    void fillSlots()
-    {
-        slots.assign(std::bit_ceil(2 * keys.size()), -1);
-        for (const Replacement &one : keys) {
-            const quint64 hash = hashOf(one.key);
-            hashes.push_back(hash);
-            if (find(hash, one.key))
-                continue;
-            size_t slot = slotOf(hash);
-            while (slots[slot] >= 0)
-                slot = (slot + 1) % slots.size();
-            slots[slot] = qint32(hashes.size()) - 1;
-        }
-    }
-    size_t slotOf(quint64 hash) const { return (hash ^ hash >> 32) % slots.size(); }
-    const Replacement *find(quint64 hash, QStringView text) const
-    {
-        for (size_t slot = slotOf(hash); slots[slot] >= 0; slot = (slot + 1) % slots.size()) {
-            const auto index = size_t(slots[slot]);
-            if (hashes[index] == hash && text == keys[index].key)
-                return &keys[index];
-        }
-        return nullptr;
-    }
-};
-
-struct LiteralReplacer::Hit {
-    qsizetype at;
-    const Replacement *replacement;
-    qsizetype end() const { return at + replacement->key.size(); }
-};
-
-/// Finds the keys in one text: only where all keys begin, by hashes of the text's beginnings.
-class LiteralReplacer::Occurrences {
-public:
-    Occurrences(QStringView text, QStringView anchor)
-        : m_text(text)
-    {
-        for (qsizetype at = next(anchor, 0); at >= 0; at = next(anchor, at + 1))
-            m_anchors.push_back(at);
-        if (m_anchors.empty())
-            return;
-        m_hashes.resize(size_t(text.size()) + 1);
-        for (qsizetype i = 0; i < text.size(); ++i)
-            m_hashes[size_t(i) + 1] = m_hashes[size_t(i)] * base + text[i].unicode() + 1;
-    }
-    const std::vector<qsizetype> &anchors() const { return m_anchors; }
-    QStringView text() const { return m_text; }
-
-    const Replacement *keyAt(qsizetype at, const Group &group) const
-    {
-        if (m_text.size() - at < group.length)
-            return nullptr;
-        const quint64 hash = m_hashes[size_t(at + group.length)] - m_hashes[size_t(at)] * group.power;
-        return group.find(hash, m_text.sliced(at, group.length));
-    }
-
-private:
-    qsizetype next(QStringView anchor, qsizetype from) const
-    {
-        if (anchor.isEmpty())
-            return from < m_text.size() ? from : -1;
-        for (from = indexOf(m_text, anchor[0].unicode(), from); from < m_text.size();
-             from = indexOf(m_text, anchor[0].unicode(), from + 1)) {
-            if (m_text.sliced(from).startsWith(anchor))
-                return from;
-        }
-        return -1;
-    }
-
-    QStringView m_text;
-    std::vector<qsizetype> m_anchors;
-    std::vector<quint64> m_hashes;
-};
-
-QString LiteralReplacer::spliced(const QString &text, const std::vector<Hit> &hits)
-{
-    Rewriter out(text);
-    for (const Hit &hit : hits)
-        out.replace(hit.at, hit.end(), hit.replacement->value);
-    return out.result();
-}
-
-/// Knows with what keys begin; most texts never ask.
-class LiteralReplacer::Beginnings {
-public:
-    explicit Beginnings(const std::vector<Group> &groups)
-        : m_groups(groups)
-    {
-    }
-    bool has(QStringView start)
-    {
-        if (m_sorted.empty())
-            sort();
-        const auto found = std::lower_bound(m_sorted.begin(), m_sorted.end(), start);
-        return found != m_sorted.end() && found->startsWith(start);
-    }
-
-private:
-    void sort()
-    {
-        for (const Group &group : m_groups) {
-            for (const Replacement &one : group.keys)
-                m_sorted.emplace_back(one.key);
-        }
-        std::sort(m_sorted.begin(), m_sorted.end());
-    }
-
-    const std::vector<Group> &m_groups;
-    std::vector<QStringView> m_sorted;
-};
 
 LiteralReplacer::LiteralReplacer(const std::vector<Replacement> &replacements)
 {
@@ -176,7 +35,7 @@ LiteralReplacer::LiteralReplacer(const std::vector<Replacement> &replacements)
         [](const Replacement *a, const Replacement *b) { return a->key.size() > b->key.size(); });
     for (const Replacement *one : byLength) {
         if (m_groups.empty() || m_groups.back().length != one->key.size())
-            m_groups.push_back({one->key.size(), power(one->key.size()), {}, {}, {}});
+            m_groups.push_back({one->key.size(), RollingHash::power(one->key.size()), {}, {}, {}});
         m_groups.back().keys.push_back(*one);
     }
     for (Group &group : m_groups)
@@ -190,49 +49,89 @@ QString LiteralReplacer::replaced(const QString &text) const
     if (m_groups.empty())
         return text;
     const Occurrences occurrences(text, m_anchor);
-    std::vector<Hit> hits;
-    for (const qsizetype at : occurrences.anchors()) {
-        for (const Group &group : m_groups) {
-            const Replacement *one = occurrences.keyAt(at, group);
-            if (!one)
-                continue;
-            if (!hits.empty() && at < hits.back().end())
-                return inTurn(text);
-            hits.push_back({at, one});
-        }
-    }
-    if (hits.empty())
+    std::vector<Run> runs = runsOf(occurrences);
+    if (runs.empty())
         return text;
-    return meets(occurrences, hits) ? inTurn(text) : spliced(text, hits);
+    Watch watch{Beginnings(m_groups), 8 * text.size()};
+    std::optional<QString> apart;
+    if (standApart(occurrences, runs, watch))
+        apart = runByRun(text, runs, watch);
+    return apart ? *apart : *inTurn(text, nullptr);
 }
 
-/// Whether replacing one hit could make an occurrence of another key. It may say yes too often.
-bool LiteralReplacer::meets(const Occurrences &text, const std::vector<Hit> &hits) const
+std::vector<LiteralReplacer::Run> LiteralReplacer::runsOf(const Occurrences &text) const
 {
-    qsizetype work = 8 * text.text().size(); // what comparing may cost
-    Beginnings beginnings(m_groups);
-    std::unordered_set<const Replacement *> seen;
-    for (const Hit &hit : hits) {
-        if (seen.insert(hit.replacement).second && meetsInside(*hit.replacement, beginnings, work))
-            return true;
-        if (joinsToAnchor(text.text().first(hit.at), hit.replacement->value))
-            return true;
+    std::vector<Run> runs;
+    for (const qsizetype at : text.anchors()) {
+        for (const Group &group : m_groups) {
+            const Replacement *one = text.keyAt(at, group);
+            if (!one)
+                continue;
+            const qsizetype end = at + group.length;
+            if (runs.empty() || at >= runs.back().to)
+                runs.push_back({at, end, one});
+            else
+                runs.back() = {runs.back().from, std::max(runs.back().to, end), nullptr};
+        }
     }
-    // an occurrence could begin in front of a hit and go on in its value
+    return runs;
+}
+
+/// Whether no occurrence could come up that reaches beyond one run. It may say no too often. A run whose value holds
+/// another key takes turns as well.
+bool LiteralReplacer::standApart(const Occurrences &text, std::vector<Run> &runs, Watch &watch) const
+{
+    std::unordered_map<const Replacement *, bool> holdsOthers;
+    for (Run &run : runs) {
+        const QStringView before = text.text().first(run.from);
+        if (run.only ? joinsToAnchor(before, run.only->value) : endsInAnchorStart(before))
+            return false;
+        if (!run.only)
+            continue;
+        const auto [known, isNew] = holdsOthers.try_emplace(run.only, false);
+        if (isNew) {
+            if (reachesOut(run.only->value, watch))
+                return false;
+            known->second = holdsOther(*run.only);
+        }
+        if (known->second)
+            run.only = nullptr;
+    }
+    // an occurrence could begin in front of a run, perhaps in another one, and go on in it
     size_t next = 0;
     for (const qsizetype at : text.anchors()) {
-        while (next < hits.size() && hits[next].end() <= at)
+        while (next < runs.size() && runs[next].from <= at)
             ++next;
-        if (next == hits.size())
+        if (next == runs.size())
             break;
-        const qsizetype distance = hits[next].at - at;
-        if (distance <= 0 || distance >= m_groups.front().length)
-            continue;
-        work -= distance;
-        if (work < 0 || beginnings.has(text.text().sliced(at, distance)))
-            return true;
+        const qsizetype distance = runs[next].from - at;
+        if (distance < m_groups.front().length && watch.sees(text.text().sliced(at, distance)))
+            return false;
     }
-    return false;
+    return true;
+}
+
+/// Nothing where a run reaches beyond itself on the way.
+std::optional<QString> LiteralReplacer::runByRun(const QString &text, const std::vector<Run> &runs, Watch &watch) const
+{
+    Rewriter out(text);
+    QHash<QStringView, QString> known;
+    for (const Run &run : runs) {
+        if (run.only) {
+            out.replace(run.from, run.to, run.only->value);
+            continue;
+        }
+        const QStringView before = QStringView(text).sliced(run.from, run.to - run.from);
+        auto after = known.constFind(before);
+        if (after == known.constEnd()) {
+            const std::optional<QString> turned = inTurn(before.toString(), &watch);
+            if (!turned)
+                return std::nullopt;
+            after = known.insert(before, *turned);
+        }
+        out.replace(run.from, run.to, *after);
+    }
+    return out.result();
 }
 
 /// Whether the beginning of all keys could stand across the place where a value begins.
@@ -247,19 +146,31 @@ bool LiteralReplacer::joinsToAnchor(QStringView before, QStringView value) const
     return false;
 }
 
-/// Whether an occurrence of another key could begin inside the value. Longer keys have had their turn before.
-bool LiteralReplacer::meetsInside(const Replacement &own, Beginnings &beginnings, qsizetype &work) const
+/// Whether the beginning of all keys could begin at the text's end.
+bool LiteralReplacer::endsInAnchorStart(QStringView text) const
 {
-    const QStringView value = own.value;
-    for (qsizetype length = std::min(value.size(), m_anchor.size() - 1); length > 0; --length) {
-        if (value.last(length) == QStringView(m_anchor).first(length))
+    for (qsizetype length = std::min(text.size(), m_anchor.size() - 1); length > 0; --length) {
+        if (text.endsWith(QStringView(m_anchor).first(length)))
             return true;
     }
-    const Occurrences inside(value, m_anchor);
+    return false;
+}
+
+/// Whether an occurrence of a key could begin inside the text and go on behind it.
+bool LiteralReplacer::reachesOut(QStringView text, Watch &watch) const
+{
+    if (endsInAnchorStart(text))
+        return true;
+    const Occurrences inside(text, m_anchor);
+    return std::any_of(
+        inside.anchors().begin(), inside.anchors().end(), [&](qsizetype at) { return watch.sees(text.sliced(at)); });
+}
+
+/// Whether the value holds another key. Longer keys have had their turn before.
+bool LiteralReplacer::holdsOther(const Replacement &own) const
+{
+    const Occurrences inside(own.value, m_anchor);
     for (const qsizetype at : inside.anchors()) {
-        work -= value.size() - at;
-        if (work < 0 || beginnings.has(value.sliced(at)))
-            return true;
         for (const Group &group : m_groups) {
             const Replacement *other = group.length <= own.key.size() ? inside.keyAt(at, group) : nullptr;
             if (other && other != &own)
@@ -269,8 +180,11 @@ bool LiteralReplacer::meetsInside(const Replacement &own, Beginnings &beginnings
     return false;
 }
 
-QString LiteralReplacer::inTurn(QString text) const
+/// With a watch: nothing where the text could join to what stands behind it on the way.
+std::optional<QString> LiteralReplacer::inTurn(QString text, Watch *watch) const
 {
+    if (watch && reachesOut(text, *watch))
+        return std::nullopt;
     auto occurrences = std::make_unique<Occurrences>(text, m_anchor);
     for (const Group &group : m_groups) {
         const std::vector<Hit> hits = hitsOf(*occurrences, group);
@@ -280,13 +194,26 @@ QString LiteralReplacer::inTurn(QString text) const
         QString after = spliced(text, hits);
         auto occurrencesAfter = std::make_unique<Occurrences>(after, m_anchor);
         if (overlap || bringsForth(*occurrencesAfter, group, hits)) {
-            after = oneByOne(text, group);
+            const std::optional<QString> turned = oneByOne(text, group, watch);
+            if (!turned)
+                return std::nullopt;
+            after = *turned;
             occurrencesAfter = std::make_unique<Occurrences>(after, m_anchor);
+        } else if (watch && reachesOut(after, *watch)) {
+            return std::nullopt;
         }
         text = std::move(after);
         occurrences = std::move(occurrencesAfter);
     }
     return text;
+}
+
+QString LiteralReplacer::spliced(const QString &text, const std::vector<Hit> &hits)
+{
+    Rewriter out(text);
+    for (const Hit &hit : hits)
+        out.replace(hit.at, hit.end(), hit.replacement->value);
+    return out.result();
 }
 
 std::vector<LiteralReplacer::Hit> LiteralReplacer::hitsOf(const Occurrences &text, const Group &group)
@@ -337,9 +264,12 @@ bool LiteralReplacer::bringsForth(const Occurrences &after, const Group &group, 
 }
 
 /// Keys of one length that take each other's place.
-QString LiteralReplacer::oneByOne(QString text, const Group &group)
+std::optional<QString> LiteralReplacer::oneByOne(QString text, const Group &group, Watch *watch) const
 {
-    for (const Replacement &one : group.keys)
+    for (const Replacement &one : group.keys) {
         text.replace(one.key, one.value);
+        if (watch && reachesOut(text, *watch))
+            return std::nullopt;
+    }
     return text;
 }

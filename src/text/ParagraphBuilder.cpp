@@ -41,7 +41,7 @@ bool needsParagraph(QStringView chunk)
     return !matches(chunk, at, u"<a") || !linkLeadsToImage(chunk, at);
 }
 
-/// addExtraLineBeforeBlocks and addExtraLinesAfterBlocks in one walk.
+/// A line end in front of each opening block tag and two behind each closing one, in one walk.
 QString linesAroundBlocks(const QString &content)
 {
     Rewriter out(content);
@@ -96,46 +96,6 @@ void appendParagraph(TextBuffer &out, QStringView chunk)
 }
 } // namespace
 
-QString ContentPasses::addExtraLineBeforeBlocks(const QString &content)
-{
-    Rewriter out(content);
-    for (qsizetype at = indexOf(content, u'<', 0); at < content.size();) {
-        qsizetype end = at;
-        if (BlockNames::startsAt(content, at + 1)) {
-            end = indexOf(content, u'>', at + 1);
-            if (end == content.size())
-                break; // no tag ends behind here
-            out.replace(at, at, QChar(u'\n'));
-        }
-        at = indexOf(content, u'<', end + 1);
-    }
-    return out.result();
-}
-
-QString ContentPasses::addExtraLinesAfterBlocks(const QString &content)
-{
-    Rewriter out(content);
-    for (qsizetype at = indexOf(content, u'<', 0); at < content.size(); at = indexOf(content, u'<', at + 1)) {
-        if (at + 1 == content.size() || content[at + 1] != u'/')
-            continue;
-        const qsizetype end = BlockNames::endOfClosing(content, at + 2);
-        if (end >= 0)
-            out.replace(end, end, QStringView(u"\n\n"));
-    }
-    return out.result();
-}
-
-QString ContentPasses::trimWhitespaceBetweenLineBreaks(const QString &content)
-{
-    Rewriter out(content);
-    for (BlankLine line = blankLineFrom(content, 0); line.start < content.size();
-         line = blankLineFrom(content, line.end)) {
-        if (line.end > line.start + 2)
-            out.replace(line.start + 1, line.end - 1);
-    }
-    return out.result();
-}
-
 QString ContentPasses::removeEmptyParagraphs(const QString &content)
 {
     Rewriter out(content);
@@ -153,13 +113,7 @@ QString ContentPasses::removeEmptyParagraphs(const QString &content)
     return out.result();
 }
 
-bool ContentPasses::shouldAddParagraphForContent(const QString &chunk)
-{
-    return needsParagraph(chunk);
-}
-
-/// As trimWhitespaceBetweenLineBreaks leaves no longer gap, to part the text at its blank lines is to part the trimmed
-/// text at every two line ends.
+/// A blank line parts, whatever white space is in it.
 QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &content)
 {
     const QString lines = linesAroundBlocks(content);

@@ -11,14 +11,6 @@ QString lastPiece(const QString &address)
     return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
-/// The passes that make the form in memory. The paragraph builder is for loose bodies only, and whether a piece belongs
-/// to one is told by the whole body.
-QString inMemoryForm(const QString &core, bool isBlockEditor)
-{
-    const QString marked = ContentPasses::contentReplacingImageClasses(ContentPasses::contentReplacingReadMore(core));
-    return isBlockEditor ? marked : ContentPasses::contentReplacingDoubleSpaceForParagraphs(marked);
-}
-
 QString editorForm(const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages)
 {
     const QString tagged = ContentPasses::postContentWithShortCodeTags(content);
@@ -33,7 +25,8 @@ EditorBody ContentConversion::postContentForZalmoEditor(const QString &stored, c
     body.isBlockEditor = ContentPasses::isBlockEditorContent(stored);
     body.pieces = BodyPieces::split(stored);
     for (BodyPiece &piece : body.pieces) {
-        piece.html = editorForm(inMemoryForm(piece.core, body.isBlockEditor), files, body.localImages);
+        const QString inMemory = ContentPasses::contentForEditor(piece.core, body.isBlockEditor);
+        piece.html = editorForm(inMemory, files, body.localImages);
         body.html += piece.html;
     }
     return body;
