@@ -1,12 +1,7 @@
 #include "app/AccountRemoval.h"
 
-AccountRemoval::AccountRemoval(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store,
-    SelectorItems &selector, LocalPosts &posts, CurrentBlog &currentBlog, BlogConnection &connection)
-    : m_environment(environment)
-    , m_state(state)
-    , m_store(store)
-    , m_selector(selector)
-    , m_posts(posts)
+AccountRemoval::AccountRemoval(const BlogParts &parts, CurrentBlog &currentBlog, BlogConnection &connection)
+    : m_parts(parts)
     , m_currentBlog(currentBlog)
     , m_connection(connection)
 {
@@ -14,11 +9,11 @@ AccountRemoval::AccountRemoval(AppEnvironment &environment, CurrentBlogState &st
 
 void AccountRemoval::didRemoveAccount()
 {
-    m_state.accounts = m_store.accounts();
-    m_environment.windows.selector->setItems({});
-    if (m_environment.telemetry.isEnabled())
-        m_environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs, -1);
-    if (m_state.accounts.isEmpty())
+    m_parts.state.accounts = m_parts.store.accounts();
+    m_parts.environment.windows.selector->setItems({});
+    if (m_parts.environment.telemetry.isEnabled())
+        m_parts.environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs, -1);
+    if (m_parts.state.accounts.isEmpty())
         beWithoutBlog();
     else
         moveToFirstAccount();
@@ -27,31 +22,31 @@ void AccountRemoval::didRemoveAccount()
 /// To the first account, whichever was current before.
 void AccountRemoval::moveToFirstAccount()
 {
-    const AccountPtr first = m_state.accounts.first();
+    const AccountPtr first = m_parts.state.accounts.first();
     m_currentBlog.take(first);
     m_currentBlog.setSelectedAccount(first);
-    m_selector.showCurrentBlog();
+    m_parts.selector.showCurrentBlog();
     m_currentBlog.pointServiceAtCurrentAccount();
-    if (m_state.wordpressService)
-        m_state.wordpressService->account = first;
-    m_posts.loadLocalPosts();
-    if (m_environment.platform.reachability.isReachable(QUrl(m_state.blogURL)))
+    if (m_parts.state.wordpressService)
+        m_parts.state.wordpressService->account = first;
+    m_parts.posts.loadLocalPosts();
+    if (m_parts.environment.platform.reachability.isReachable(QUrl(m_parts.state.blogURL)))
         m_connection.getBlogData();
     else
-        m_environment.windows.prompts->alert(u"Internet appears to be offline."_qs);
-    m_selector.refreshSelectorItemsWithAccounts();
+        m_parts.environment.windows.prompts->alert(u"Internet appears to be offline."_qs);
+    m_parts.selector.refreshSelectorItemsWithAccounts();
 }
 
 void AccountRemoval::beWithoutBlog()
 {
-    m_selector.removeBlogSelector();
-    m_state.selectedAccount.reset();
-    m_state.blogName = QString();
+    m_parts.selector.removeBlogSelector();
+    m_parts.state.selectedAccount.reset();
+    m_parts.state.blogName = QString();
     m_connection.newAccount();
-    m_posts.clear();
-    m_environment.windows.postList->deselectRow();
-    m_environment.windows.compose->newPost();
-    m_environment.windows.compose->setIsNewPostNotInList(true);
-    m_environment.windows.selector->setTitle(QString(), QString());
-    Q_EMIT m_environment.notifications.didUpdatePosts();
+    m_parts.posts.clear();
+    m_parts.environment.windows.postList->deselectRow();
+    m_parts.environment.windows.compose->newPost();
+    m_parts.environment.windows.compose->setIsNewPostNotInList(true);
+    m_parts.environment.windows.selector->setTitle(QString(), QString());
+    Q_EMIT m_parts.environment.notifications.didUpdatePosts();
 }

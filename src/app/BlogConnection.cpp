@@ -15,25 +15,17 @@ bool isAddress(const QString &text)
 
 } // namespace
 
-BlogConnection::BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store,
-    ServiceFactory &services, SelectorItems &selector, LocalPosts &posts, LoginSheet &login, CurrentBlog &currentBlog,
-    FaviconLookup &favicons)
-    : m_environment(environment)
-    , m_state(state)
-    , m_store(store)
-    , m_services(services)
-    , m_selector(selector)
-    , m_posts(posts)
-    , m_login(login)
+BlogConnection::BlogConnection(const BlogParts &parts, CurrentBlog &currentBlog, FaviconLookup &favicons)
+    : m_parts(parts)
     , m_currentBlog(currentBlog)
     , m_favicons(favicons)
-    , m_firstRun(environment)
+    , m_firstRun(parts.environment)
 {
 }
 
 void BlogConnection::newAccount()
 {
-    Prompts &prompts = *m_environment.windows.prompts;
+    Prompts &prompts = *m_parts.environment.windows.prompts;
     if (prompts.isShowingIntroWindow())
         return;
     prompts.clearLoginFields();
@@ -54,21 +46,21 @@ void BlogConnection::connectToBlogURL(const QString &typed)
         newAccount();
         return;
     }
-    m_state.blogURL = address;
-    m_login.openForNewBlog(address);
+    m_parts.state.blogURL = address;
+    m_parts.login.openForNewBlog(address);
 }
 
 void BlogConnection::didEntryUsernameAndPassword(const QString &username, const QString &password)
 {
     // Closing makes the sheet forget its service. So a sheet that was opened for a known blog, but left with Return in
     // its password field, starts a new connection as well; meant was its reconnect.
-    m_login.close();
+    m_parts.login.close();
     tryLogin(username, password);
 }
 
 void BlogConnection::didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password)
 {
-    m_environment.windows.prompts->closeLoginErrorSheet();
+    m_parts.environment.windows.prompts->closeLoginErrorSheet();
     tryLogin(username, password);
 }
 
@@ -84,29 +76,29 @@ void BlogConnection::tryLogin(const QString &username, const QString &password)
 
 void BlogConnection::didPressedCancelButtonFromWrongSheet()
 {
-    m_environment.windows.prompts->closeLoginErrorSheet();
-    if (m_state.accounts.isEmpty())
-        m_environment.windows.prompts->showIntro();
+    m_parts.environment.windows.prompts->closeLoginErrorSheet();
+    if (m_parts.state.accounts.isEmpty())
+        m_parts.environment.windows.prompts->showIntro();
 }
 
 void BlogConnection::showLoginErrorSheet()
 {
-    m_environment.windows.prompts->showLoginErrorSheet(m_username, m_password, m_state.blogURL);
+    m_parts.environment.windows.prompts->showLoginErrorSheet(m_username, m_password, m_parts.state.blogURL);
 }
 
 void BlogConnection::connectWithLogin()
 {
     if (m_connecting)
         m_connecting->delegate = nullptr; // a newer try takes its place
-    if (m_state.wordpressService && m_state.wordpressService->account)
-        m_connected = m_state.wordpressService;
+    if (m_parts.state.wordpressService && m_parts.state.wordpressService->account)
+        m_connected = m_parts.state.wordpressService;
     // When this fails the new service stays the current one, although the selected account is still the earlier blog.
     // Meant was to return to the earlier service, as giving up does.
-    m_connecting = m_services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(m_state.blogURL)));
+    m_connecting = m_parts.services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(m_parts.state.blogURL)));
     m_connecting->username = m_username;
     m_connecting->password = m_password;
     m_currentBlog.replaceService(m_connecting);
-    m_environment.windows.prompts->showConnecting(m_state.blogURL);
+    m_parts.environment.windows.prompts->showConnecting(m_parts.state.blogURL);
     m_connecting->getOptions();
 }
 
@@ -118,7 +110,7 @@ bool BlogConnection::isConnectingWith(const ZLWordpressService *service) const
 void BlogConnection::didStopWaiting()
 {
     m_connecting.reset();
-    m_environment.windows.prompts->hideConnecting();
+    m_parts.environment.windows.prompts->hideConnecting();
 }
 
 void BlogConnection::cancelConnecting()
@@ -133,11 +125,11 @@ void BlogConnection::cancelConnecting()
 
 void BlogConnection::returnToSelectedAccount()
 {
-    const AccountPtr account = m_state.selectedAccount;
+    const AccountPtr account = m_parts.state.selectedAccount;
     if (account)
-        m_state.blogURL = account->url;
+        m_parts.state.blogURL = account->url;
     if (account && (!m_connected || m_connected->account != account))
-        m_connected = m_services.serviceForAccount(account);
+        m_connected = m_parts.services.serviceForAccount(account);
     m_currentBlog.replaceService(account ? m_connected : nullptr);
 }
 
@@ -152,19 +144,19 @@ void BlogConnection::didGetBlogOptions(ZLWordpressService *service, const XMLRPC
         newAccount();
         return;
     }
-    if (m_environment.telemetry.isEnabled()) {
+    if (m_parts.environment.telemetry.isEnabled()) {
         // The misspelling is what the collector knows.
-        m_environment.telemetry.trackEvent(u"AddBlog"_qs, {{u"engine"_qs, u"wordrpress"_qs}});
-        m_environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs);
+        m_parts.environment.telemetry.trackEvent(u"AddBlog"_qs, {{u"engine"_qs, u"wordrpress"_qs}});
+        m_parts.environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs);
     }
-    ZLManagedObjectContext *context = m_store.managedObjectContext();
+    ZLManagedObjectContext *context = m_parts.store.managedObjectContext();
     if (!context)
         return;
     const AccountPtr account = insertAccount(*context, options);
     storePassword(account);
     m_favicons.getFavIconForAccount(account);
     m_currentBlog.take(account);
-    if (m_store.saveOrLog())
+    if (m_parts.store.saveOrLog())
         welcome(account, answering);
 }
 
@@ -191,7 +183,7 @@ AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const 
     account->name = m_username;
     // What the blog says of itself counts, not what the user typed.
     const QString address = value(u"blog_url").string();
-    account->url = isAddress(address) ? address : m_state.blogURL;
+    account->url = isAddress(address) ? address : m_parts.state.blogURL;
     // A title that cannot name the blog's folder leaves the alias to the user name.
     const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title").string());
     if (!title.isEmpty() && ZLFileManager::isSafeAlias(title))
@@ -205,37 +197,37 @@ void BlogConnection::storePassword(const AccountPtr &account)
 {
     const QString item = ZLWordpressService::keychainAccount(account->name, account->url);
     const auto stored =
-        m_environment.platform.keychain.setPassword(m_password, ZLWordpressService::keychainService(), item);
+        m_parts.environment.platform.keychain.setPassword(m_password, ZLWordpressService::keychainService(), item);
     if (!stored)
         ZLLog(u"error storing password - %1"_qs.arg(stored.error().description));
 }
 
 void BlogConnection::welcome(const AccountPtr &account, const ServicePtr &service)
 {
-    const bool isFirst = m_state.accounts.isEmpty();
-    m_state.accounts = m_store.accounts();
+    const bool isFirst = m_parts.state.accounts.isEmpty();
+    m_parts.state.accounts = m_parts.store.accounts();
     if (isFirst)
-        m_selector.showBlogSelector();
-    m_selector.refreshSelectorItemsWithAccounts();
-    m_selector.selectItemOfAccount(account);
-    m_selector.showCurrentBlog();
+        m_parts.selector.showBlogSelector();
+    m_parts.selector.refreshSelectorItemsWithAccounts();
+    m_parts.selector.selectItemOfAccount(account);
+    m_parts.selector.showCurrentBlog();
 
-    service->blogName = m_state.blogName;
+    service->blogName = m_parts.state.blogName;
     service->account = account;
     // The user may have gone to another blog while this one was asked.
-    if (!m_state.isCurrent(service.get()))
+    if (!m_parts.state.isCurrent(service.get()))
         m_currentBlog.replaceService(service);
-    m_posts.loadLocalPosts(); // only the current blog has rows
+    m_parts.posts.loadLocalPosts(); // only the current blog has rows
     getBlogData();
-    m_firstRun.didConnectToBlogWithName(m_state.blogName);
+    m_firstRun.didConnectToBlogWithName(m_parts.state.blogName);
     m_currentBlog.setSelectedAccount(account);
 }
 
 void BlogConnection::getBlogData()
 {
-    ZLNotifications &notifications = m_environment.notifications;
+    ZLNotifications &notifications = m_parts.environment.notifications;
     Q_EMIT notifications.changingBlog();
-    if (const ServicePtr service = m_state.wordpressService) {
+    if (const ServicePtr service = m_parts.state.wordpressService) {
         service->syncBlogPosts();
         service->syncBlogTaxonomies();
     }
@@ -260,9 +252,9 @@ void BlogConnection::showNoWordpressError()
 QCoro::Task<void> BlogConnection::offerHelp(QString message, QUrl article)
 {
     constexpr int needHelp = 1;
-    ZLWorkspace &workspace = m_environment.platform.workspace; // outlives the controller
+    ZLWorkspace &workspace = m_parts.environment.platform.workspace; // outlives the controller
     const QStringList buttons{u"Ok"_qs, u"Need Help?"_qs};
-    const int answer = co_await m_environment.windows.prompts->ask(message, {}, buttons);
+    const int answer = co_await m_parts.environment.windows.prompts->ask(message, {}, buttons);
     if (answer == needHelp)
         workspace.openURL(article);
 }

@@ -11,9 +11,7 @@
 /// other failure back to the intro.
 class BlogConnection {
 public:
-    BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, ServiceFactory &services,
-        SelectorItems &selector, LocalPosts &posts, LoginSheet &login, CurrentBlog &currentBlog,
-        FaviconLookup &favicons);
+    BlogConnection(const BlogParts &parts, CurrentBlog &currentBlog, FaviconLookup &favicons);
 
     void newAccount();
     void connectToBlogURL(const QString &typed);
@@ -43,13 +41,7 @@ private:
     void welcome(const AccountPtr &account, const ServicePtr &service);
     QCoro::Task<void> offerHelp(QString message, QUrl article);
 
-    AppEnvironment &m_environment;
-    CurrentBlogState &m_state;
-    AccountStore &m_store;
-    ServiceFactory &m_services;
-    SelectorItems &m_selector;
-    LocalPosts &m_posts;
-    LoginSheet &m_login;
+    BlogParts m_parts;
     CurrentBlog &m_currentBlog;
     FaviconLookup &m_favicons;
     FirstRun m_firstRun;

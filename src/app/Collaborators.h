@@ -16,15 +16,17 @@ struct Collaborators {
         , selector(environment, state, favicons)
         , posts(environment, state)
         , login(environment, state, services)
-        , currentBlog(environment, state, store, services, selector, posts, login)
-        , connection(environment, state, store, services, selector, posts, login, currentBlog, favicons)
+        , currentBlog(parts())
+        , connection(parts(), currentBlog, favicons)
         , failures(environment, login, connection)
-        , removal(environment, state, store, selector, posts, currentBlog, connection)
+        , removal(parts(), currentBlog, connection)
         , rounds(environment, state, services, posts)
         , outcomes(environment, state, posts)
         , saveFailures(environment)
     {
     }
+
+    BlogParts parts() { return {environment, state, store, services, selector, posts, login}; }
 
     AppEnvironment environment;
     AccountStore store;

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "app/LocalPosts.h"
-#include "app/LoginSheet.h"
-#include "app/SelectorItems.h"
+#include "app/BlogParts.h"
 
 /// Which blog is current, and the change from one to another: by the selector, or by another part of the program.
 class CurrentBlog {
 public:
-    CurrentBlog(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, ServiceFactory &services,
-        SelectorItems &selector, LocalPosts &posts, LoginSheet &login);
+    explicit CurrentBlog(const BlogParts &parts);
 
     /// Makes the account current in memory: its address and alias. Nothing else follows.
     void take(const AccountPtr &account);
@@ -32,11 +29,5 @@ public:
 private:
     void emptyAndReload();
 
-    AppEnvironment &m_environment;
-    CurrentBlogState &m_state;
-    AccountStore &m_store;
-    ServiceFactory &m_services;
-    SelectorItems &m_selector;
-    LocalPosts &m_posts;
-    LoginSheet &m_login;
+    BlogParts m_parts;
 };
