@@ -103,11 +103,13 @@ void ZLPostListViewController::deselectRow()
 void ZLPostListViewController::tableViewSelectionDidChange()
 {
     m_selectedPostRow = selectedRowInTable();
+    m_fileToLoad.clear();
     const LocalPostPtr post = m_model.post(m_selectedPostRow);
     if (post) {
         if (m_awaitingAction == AwaitingAction::None && m_selectedLocalFile == post->localFile)
             return;
         // After the table has finished its own event.
+        m_fileToLoad = post->localFile;
         QMetaObject::invokeMethod(
             this, [this, post] { loadSelectedPost(post); }, Qt::QueuedConnection);
         return;
@@ -125,6 +127,7 @@ void ZLPostListViewController::loadSelectedPost(const LocalPostPtr &post)
     const LocalPostPtr selected = m_model.post(selectedRowInTable());
     if (!selected || selected->localFile != post->localFile)
         return;
+    m_fileToLoad.clear();
     const int action = std::exchange(m_awaitingAction, int(AwaitingAction::None));
     m_selectedLocalFile = post->localFile;
     if (!delegate)
@@ -172,6 +175,7 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post, int action)
 void ZLPostListViewController::selectRowWithoutLoad(int row)
 {
     m_selectedPostRow = row;
+    m_fileToLoad.clear();
     const LocalPostPtr post = m_model.post(row);
     if (post) {
         m_selectedLocalFile = post->localFile;
@@ -195,7 +199,7 @@ void ZLPostListViewController::setRows(const QList<LocalPostPtr> &posts)
 {
     const QScopedValueRollback<bool> quiet(m_isSelecting, true);
     m_model.setPosts(posts);
-    m_selectedPostRow = m_model.rowOfFile(m_selectedLocalFile);
+    m_selectedPostRow = m_model.rowOfFile(m_fileToLoad.isEmpty() ? m_selectedLocalFile : m_fileToLoad);
     selectInTable(m_selectedPostRow);
 }
 
@@ -324,6 +328,7 @@ void ZLPostListViewController::openNewPost()
     if (!post)
         return;
     m_selectedLocalFile = post->localFile;
+    m_fileToLoad.clear();
     m_selectedPostRow = 0;
     if (delegate) {
         delegate->loadPost(post);

@@ -85,6 +85,7 @@ private:
     ZLPostListView *m_view;
     int m_selectedPostRow = none;
     QUrl m_selectedLocalFile;
+    QUrl m_fileToLoad; ///< of the row that was selected just now; new rows must not take the selection from it
     int m_awaitingAction = AwaitingAction::None;
     bool m_isSelecting = false; ///< the selection is being set by the program
 };

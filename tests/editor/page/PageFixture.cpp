@@ -29,6 +29,15 @@ const QString selectScript = QStringLiteral(R"((() => {
     }
     return false;
 })())");
+
+/// How many keys have been released in the page since this was asked first.
+const QString countScript = QStringLiteral(R"((() => {
+    if (window.keysReleased === undefined) {
+        window.keysReleased = 0;
+        addEventListener('keyup', () => { window.keysReleased += 1; }, true);
+    }
+    return window.keysReleased;
+})())");
 } // namespace
 
 PageFixture::PageFixture()
@@ -80,15 +89,26 @@ void PageFixture::putCursorBehind(const QString &text)
 
 void PageFixture::type(const QString &text)
 {
-    view->setFocus();
-    QTest::keyClicks(view->focusProxy(), text);
+    send(int(text.size()), [&] { QTest::keyClicks(view->focusProxy(), text); });
 }
 
 void PageFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers, int times)
 {
+    send(times, [&] {
+        for (int n = 0; n < times; ++n)
+            QTest::keyClick(view->focusProxy(), key, modifiers);
+    });
+}
+
+void PageFixture::send(int keys, const std::function<void()> &press)
+{
+    // Keys and scripts take different roads into the page: what follows must not overtake these.
+    const auto released = [this] { return evaluate(countScript).toInt(); };
     view->setFocus();
-    for (int n = 0; n < times; ++n)
-        QTest::keyClick(view->focusProxy(), key, modifiers);
+    const int before = released();
+    press();
+    if (!QTest::qWaitFor([&] { return released() >= before + keys; }, 5000))
+        qWarning("The page has not seen every key.");
 }
 
 QString PageFixture::copyPicture(const QString &name)

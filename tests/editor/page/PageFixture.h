@@ -6,6 +6,7 @@
 
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 /// The editor page in the real engine, with what a test does to it.
@@ -30,6 +31,9 @@ public:
     ZLEditorPage page;
     std::unique_ptr<ZLEditorWebView> view;
     QStringList reports;
+
+private:
+    void send(int keys, const std::function<void()> &press);
 };
 
 /// Where two long texts differ, for the message of a failed comparison.
