@@ -186,9 +186,9 @@ AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const 
     account->url = isAddress(address) ? address : m_parts.state.blogURL;
     // A title that cannot name the blog's folder leaves the alias to the user name.
     const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title").string());
-    if (!title.isEmpty() && ZLFileManager::isSafeAlias(title))
+    if (ZLFileManager::isSafeAlias(title))
         account->blog_name = title;
-    else if (!title.isEmpty())
+    else
         ZLLog(u"refused a blog title that cannot name a folder: %1"_qs.arg(title));
     return account;
 }

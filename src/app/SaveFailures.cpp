@@ -8,7 +8,6 @@ SaveFailures::SaveFailures(AppEnvironment &environment)
 
 void SaveFailures::didFailToSave(const DocumentPtr &document, const ZLError &error)
 {
-    ZLLog(error.description);
     const ZLDocument *key = document.get();
     if (m_failing.contains(key))
         return;

@@ -11,6 +11,7 @@ ServiceFactory::ServiceFactory(AppEnvironment &environment, AccountStore &store,
           }}
     , m_delegate(delegate)
 {
+    m_connections.setDefaultUserAgent(environment.platform.defaults.stringForKey(u"UserAgent"_qs));
 }
 
 ServiceFactory::~ServiceFactory()

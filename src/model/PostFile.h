@@ -7,7 +7,7 @@
 #include <QString>
 #include <QVariantMap>
 
-/// What a post file holds, as the settled reader gives it.
+/// What a post file holds, as the format's reader gives it.
 ///
 /// The XML reader has turned the entities into characters once, and title, content, engine, the post's address and
 /// keywords of which there are several are then decoded a second time, although the writer encodes once: a text that

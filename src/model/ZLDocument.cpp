@@ -287,7 +287,7 @@ PostPtr ZLDocument::wordpressPost() const
     auto made = std::make_shared<ZLWordpressPost>();
     made->title = post.title;
     made->storedContent = storedContent();
-    // The page shows what the blog stores, so the editor's form comes of that; the settled reader's text would lose
+    // The page shows what the blog stores, so the editor's form comes of that; the text decoded twice would lose
     // a literal "&lt;".
     made->content = made->storedContent.isEmpty() ? post.content : made->storedContent;
     made->replaceWPContentsForEditor();

@@ -13,7 +13,7 @@ struct PostFile;
 /// An open post file. It autosaves a second after a change (three at the latest while changes go on), and at once on
 /// saveDocument() and close().
 ///
-/// Title and content have two readings. `post` holds what the settled reader gives: entities decoded twice, white
+/// Title and content have two readings. `post` holds what the format's reader gives: entities decoded twice, white
 /// space trimmed. The document also remembers both texts byte for byte as the file stored them, and gives those back
 /// (to the file and to the blog) for as long as `post` still holds what was read.
 ///

@@ -35,7 +35,4 @@ Q_SIGNALS:
     void didConnectNewBlog();
     // windows
     void didPressPublishButton();
-    void didClickOnPreview();
-    void didPressedSaveOnPreview();
-    void didPressedPublishOnPreview();
 };

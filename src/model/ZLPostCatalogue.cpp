@@ -2,8 +2,7 @@
 
 QList<LocalPostPtr> ZLPostCatalogue::postsFromLocalFiles(const QString &alias, const QDateTime &now)
 {
-    // An empty alias would name the folder of all blogs.
-    const QString folder = alias.isEmpty() ? QString() : m_files.blogPath(alias);
+    const QString folder = m_files.blogPath(alias);
     if (folder.isNull())
         return {};
     QList<LocalPostPtr> rows;

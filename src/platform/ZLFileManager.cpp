@@ -15,7 +15,7 @@ QString madeFolder(const QString &path)
 {
     if (QDir().mkpath(path))
         return path;
-    ZLLog(QStringLiteral("Unable to find or create application support directory:\n%1").arg(path));
+    ZLLog(QStringLiteral("could not make the folder %1").arg(path));
     return {};
 }
 
@@ -35,7 +35,11 @@ ZLFileManager ZLFileManager::forUser()
 
 QString ZLFileManager::applicationSupportDirectory() const
 {
-    return madeFolder(m_dataHome + u'/' + executableName);
+    const QString path = m_dataHome + u'/' + executableName;
+    if (QDir().mkpath(path))
+        return path;
+    ZLLog(QStringLiteral("Unable to find or create application support directory:\n%1").arg(path));
+    return {};
 }
 
 QString ZLFileManager::applicationFilesDirectory() const
@@ -51,7 +55,7 @@ QString ZLFileManager::cacheFolder() const
 QString ZLFileManager::blogPath(const QString &alias) const
 {
     if (!isSafeAlias(alias)) {
-        ZLLog(QStringLiteral("refused a blog name that leads outside its folder: %1").arg(alias));
+        ZLLog(QStringLiteral("refused a blog name that cannot name a folder: %1").arg(alias));
         return {};
     }
     return m_dataHome + u'/' + executableName + QStringLiteral("/accounts/") + alias;
@@ -86,8 +90,7 @@ bool ZLFileManager::isPlainFileName(const QString &name)
 
 bool ZLFileManager::isSafeAlias(const QString &alias)
 {
-    // An empty part, and so an empty alias, names the folder that it stands in.
     const QStringList parts = alias.split(u'/', Qt::SkipEmptyParts);
-    return !alias.startsWith(u'/')
+    return !alias.isEmpty() && !alias.startsWith(u'/')
         && std::all_of(parts.begin(), parts.end(), [](const QString &part) { return isPlainFileName(part); });
 }

@@ -16,7 +16,7 @@ public:
     QString applicationFilesDirectory() const;
     /// The cache directory plus "com.zalmo.Zalmo", made if missing; null when it cannot be made.
     QString cacheFolder() const;
-    /// "%@/accounts/%@" of the alias; not made here. Null for an alias that would lead outside.
+    /// "%@/accounts/%@" of the alias; not made here. Null for an alias that is empty or would lead outside.
     QString blogPath(const QString &alias) const;
     /// "%@/accounts/%@/posts/p%@", made with its parents. Null (logged, nothing made) when it cannot be made or when
     /// the alias or the id would lead outside its own folder: "..", an absolute path, a NUL, an id with a separator.
@@ -26,7 +26,8 @@ public:
 
     /// Whether `name` can be one file name: not empty, no separator, no NUL, not "." or "..".
     static bool isPlainFileName(const QString &name);
-    /// Whether `alias` stays below its folder: parts between "/" are plain names; deeper directories are fine.
+    /// Whether `alias` names a folder of its own: not empty, parts between "/" are plain names; deeper directories are
+    /// fine.
     static bool isSafeAlias(const QString &alias);
 
 private:

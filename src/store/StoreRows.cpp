@@ -50,6 +50,13 @@ QString dateText(const QDateTime &date)
     return date.isValid() ? date.toUTC().toString(Qt::ISODateWithMs) : QString();
 }
 
+/// The columns in the order in which they are read and written.
+const QString preferencesColumns =
+    QStringLiteral("account, allow_comments, allow_pingback, allow_notifications, default_article_type, "
+                   "default_open_image_link, default_open_links, feature_image_width, feature_image_height, "
+                   "thumb_image_width, thumb_image_height, full_image_as_default, recent_posts, use_feature_image, "
+                   "login_automatically");
+
 QVariant orNull(qint64 rowid)
 {
     return rowid ? QVariant(rowid) : QVariant(QMetaType::fromType<qint64>());
@@ -104,7 +111,7 @@ void readAccounts(Statements &sql, StoreRows::Objects &objects, Accounts &byRowi
 
 void readBelongings(Statements &sql, const Accounts &accounts)
 {
-    sql.forEach(QStringLiteral("SELECT * FROM AccountPreferences"), [&](const QSqlQuery &row) {
+    sql.forEach(QStringLiteral("SELECT %1 FROM AccountPreferences").arg(preferencesColumns), [&](const QSqlQuery &row) {
         if (const AccountPtr account = accounts.value(row.value(0).toLongLong()))
             account->preferences = preferencesFrom(row);
     });
@@ -135,14 +142,17 @@ void readSelected(Statements &sql, StoreRows::Objects &objects, const Accounts &
 void writeBelongings(Statements &sql, const Account &account, qint64 rowid)
 {
     if (account.preferences)
-        sql.run(QStringLiteral("INSERT INTO AccountPreferences VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+        sql.run(
+            QStringLiteral("INSERT INTO AccountPreferences (%1) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
+                .arg(preferencesColumns),
             valuesOf(*account.preferences, rowid));
     if (account.evernote)
-        sql.run(QStringLiteral("INSERT INTO Evernote VALUES (?, ?, ?)"),
+        sql.run(QStringLiteral("INSERT INTO Evernote (account, notebook_guid, last_synced) VALUES (?, ?, ?)"),
             {rowid, account.evernote->notebook_guid, dateText(account.evernote->last_synced)});
     int position = 0;
     for (const TaxonomyPtr &taxonomy : account.taxonomies)
-        sql.run(QStringLiteral("INSERT INTO Taxonomy VALUES (?, ?, ?, ?, ?)"),
+        sql.run(QStringLiteral("INSERT INTO Taxonomy (account, position, name, taxonomy_id, taxonomy_type) "
+                               "VALUES (?, ?, ?, ?, ?)"),
             {rowid, position++, taxonomy->name, taxonomy->taxonomy_id, taxonomy->taxonomy_type});
 }
 

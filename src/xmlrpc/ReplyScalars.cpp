@@ -15,7 +15,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// The digits of `text` that stand where `pattern` has "0"; all else has to be equal. Empty when it does not fit.
+// Whether `text` has digits where `pattern` has "0" and is equal elsewhere.
 bool fits(std::string_view text, std::string_view pattern)
 {
     if (text.size() != pattern.size())

@@ -186,13 +186,17 @@ void XMLRPCConnection::deliver(const ResponsePtr &response)
     request->setMethod(request->method());
 }
 
+bool XMLRPCConnection::mayRedirect(const QUrl &from, const QUrl &target)
+{
+    return from.scheme() != u"https" || target.scheme() == u"https";
+}
+
 void XMLRPCConnection::redirect(const QUrl &target)
 {
     const QUrl from = m_reply->url();
     if (++m_redirects > MaximumRedirects)
         return fail(TransferErrors::tooManyRedirects(from));
-    // The document carries the password, which must not leave an encrypted road.
-    if (from.scheme() == u"https" && target.scheme() != u"https")
+    if (!mayRedirect(from, target))
         return fail(TransferErrors::insecureRedirect(target));
     dropReply();
     send(target);

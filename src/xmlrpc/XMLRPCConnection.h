@@ -17,6 +17,8 @@ class XMLRPCConnection : public QObject {
 public:
     static constexpr qint64 MaximumReplySize = 64 * 1024 * 1024;
     static constexpr int MaximumRedirects = 10;
+    /// Whether to send the document on: it carries the password, which must not leave an encrypted road.
+    static bool mayRedirect(const QUrl &from, const QUrl &target);
 
     XMLRPCConnection(
         RequestPtr request, std::shared_ptr<XMLRPCConnectionDelegate> delegate, XMLRPCConnectionManager &manager);

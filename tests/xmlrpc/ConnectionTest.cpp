@@ -317,6 +317,14 @@ private Q_SLOTS:
             QCOMPARE(last.headers[name], first.headers[name]);
     }
 
+    void redirectsStayOnAnEncryptedRoad()
+    {
+        const QUrl plain(QStringLiteral("http://b/")), encrypted(QStringLiteral("https://b/"));
+        QVERIFY(XMLRPCConnection::mayRedirect(plain, encrypted));
+        QVERIFY(XMLRPCConnection::mayRedirect(encrypted, encrypted));
+        QVERIFY(!XMLRPCConnection::mayRedirect(encrypted, plain));
+    }
+
     void redirectsEnd_data()
     {
         QTest::addColumn<QByteArray>("location");
