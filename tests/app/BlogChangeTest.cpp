@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 namespace {
 
@@ -101,3 +102,5 @@ void BlogChangeTest::searchesPostsAndTerms()
     QCOMPARE(fixture.app().getPostsForSearch(u"POST of"_qs).size(), 1);
     QCOMPARE(fixture.app().getPostsForSearch(u"nothing"_qs).size(), 0);
 }
+
+static const RegisteredTest<BlogChangeTest> registered;

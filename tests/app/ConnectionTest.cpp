@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 Q_DECLARE_METATYPE(XMLRPCValue)
 
@@ -297,3 +298,5 @@ void ConnectionTest::fetchesTheIcon()
     if (icon.startsWith("\x89PNG"))
         QCOMPARE(fixture.selector.items.first().imagePath, path);
 }
+
+static const RegisteredTest<ConnectionTest> registered;

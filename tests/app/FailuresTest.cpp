@@ -1,6 +1,7 @@
 #include "AppFixture.h"
 #include "Tests.h"
 #include "app/RequestFailures.h"
+#include "support/TestClasses.h"
 
 Q_DECLARE_METATYPE(FailureAnswer)
 
@@ -122,3 +123,5 @@ void FailuresTest::helpOpensAnArticle()
     fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
     QTRY_COMPARE(fixture.workspace.opened.size(), 1);
 }
+
+static const RegisteredTest<FailuresTest> registered;

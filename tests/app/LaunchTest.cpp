@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 void LaunchTest::withoutAccountsAsksForABlogOnlyWhenTheWindowComesUp()
 {
@@ -169,3 +170,5 @@ void LaunchTest::saysOnceThatThereIsNoKeychain()
     fixture.launch();
     QVERIFY(fixture.prompts.isLoginShown);
 }
+
+static const RegisteredTest<LaunchTest> registered;

@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 #include <QCoroTask>
 #include <QSignalSpy>
@@ -368,3 +369,5 @@ void OutcomesTest::deletes()
     QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
     QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
 }
+
+static const RegisteredTest<OutcomesTest> registered;

@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 #include <QCoroTask>
 #include <QSqlQuery>
@@ -111,3 +112,5 @@ void SavingTest::quitsWhateverTheAnswerWhenTheStoreFails()
     }
     QSqlDatabase::removeDatabase(connection);
 }
+
+static const RegisteredTest<SavingTest> registered;

@@ -1,5 +1,6 @@
 #include "AppFixture.h"
 #include "Tests.h"
+#include "support/TestClasses.h"
 
 #include <QCoroTask>
 
@@ -133,3 +134,5 @@ void SyncRoundsTest::takesUnsavedTextOfTheOpenDocument()
     QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("just typed"));
     QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
 }
+
+static const RegisteredTest<SyncRoundsTest> registered;

@@ -1,7 +1,7 @@
 #include "wordpress/ContentConversion.h"
+#include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
 #include "text/ContentPasses.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -133,9 +133,5 @@ void ContentConversionTest::isLinear()
     QVERIFY2(milliseconds(20000) < 30 * qMax<qint64>(small, 20), qPrintable(QString::number(small)));
 }
 
-std::unique_ptr<QObject> makeContentConversionTest()
-{
-    return std::make_unique<ContentConversionTest>();
-}
-
+static const RegisteredTest<ContentConversionTest> registered;
 #include "ContentConversionTest.moc"

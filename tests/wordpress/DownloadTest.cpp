@@ -1,5 +1,5 @@
+#include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
-#include "wordpress/Tests.h"
 #include "wordpress/ZLDownloadManager.h"
 
 #include <QFile>
@@ -149,9 +149,5 @@ void DownloadTest::mayEndInTheMiddle()
     QCOMPARE(f.files(), QStringList());
 }
 
-std::unique_ptr<QObject> makeDownloadTest()
-{
-    return std::make_unique<DownloadTest>();
-}
-
+static const RegisteredTest<DownloadTest> registered;
 #include "DownloadTest.moc"

@@ -1,8 +1,8 @@
+#include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
 #include "wordpress/MediaUpload.h"
 #include "wordpress/ServiceFixture.h"
 #include "wordpress/TestPictures.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -93,9 +93,5 @@ void MediaTest::uploadsAPictureFromMemory()
     QTRY_COMPARE(f.journal(), QStringList{u"uploaded "_s + f.blog.media[0].url});
 }
 
-std::unique_ptr<QObject> makeMediaTest()
-{
-    return std::make_unique<MediaTest>();
-}
-
+static const RegisteredTest<MediaTest> registered;
 #include "MediaTest.moc"

@@ -1,5 +1,5 @@
 #include "wordpress/PostFieldMaps.h"
-#include "wordpress/Tests.h"
+#include "support/TestClasses.h"
 
 #include <QTest>
 
@@ -187,9 +187,5 @@ void PostFieldMapsTest::splitsKeywords()
     QTEST(PostFieldMaps::postFromResponse(XMLRPCStruct{{u"mt_keywords"_s, keywords}})->taxonomiesArray(), "tags");
 }
 
-std::unique_ptr<QObject> makePostFieldMapsTest()
-{
-    return std::make_unique<PostFieldMapsTest>();
-}
-
+static const RegisteredTest<PostFieldMapsTest> registered;
 #include "PostFieldMapsTest.moc"

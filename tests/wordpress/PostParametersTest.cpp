@@ -1,6 +1,6 @@
 #include "wordpress/PostParameters.h"
+#include "support/TestClasses.h"
 #include "support/XMLRPCDocuments.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -132,9 +132,5 @@ void PostParametersTest::writesThePreviewStruct()
         "\"mt_allow_pings\": \"open\"}"_s);
 }
 
-std::unique_ptr<QObject> makePostParametersTest()
-{
-    return std::make_unique<PostParametersTest>();
-}
-
+static const RegisteredTest<PostParametersTest> registered;
 #include "PostParametersTest.moc"

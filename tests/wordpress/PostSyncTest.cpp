@@ -1,6 +1,6 @@
 #include "model/ZLDocument.h"
+#include "support/TestClasses.h"
 #include "wordpress/ServiceFixture.h"
-#include "wordpress/Tests.h"
 
 #include <QFile>
 #include <QTest>
@@ -325,9 +325,5 @@ void PostSyncTest::writesIntoTheFolderOfTheBlogThatWasAsked()
     QVERIFY(f.environment.postFiles(u"Other"_s).isEmpty());
 }
 
-std::unique_ptr<QObject> makePostSyncTest()
-{
-    return std::make_unique<PostSyncTest>();
-}
-
+static const RegisteredTest<PostSyncTest> registered;
 #include "PostSyncTest.moc"

@@ -1,5 +1,5 @@
+#include "support/TestClasses.h"
 #include "wordpress/ServiceFixture.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -327,9 +327,5 @@ void PublishingTest::dropsAnswersOfACancelledUpload()
     QCOMPARE(f.journal(), QStringList{u"note: content T"_s});
 }
 
-std::unique_ptr<QObject> makePublishingTest()
-{
-    return std::make_unique<PublishingTest>();
-}
-
+static const RegisteredTest<PublishingTest> registered;
 #include "PublishingTest.moc"

@@ -1,5 +1,5 @@
+#include "support/TestClasses.h"
 #include "wordpress/ServiceFixture.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -244,9 +244,5 @@ void ServiceTest::dropsRepliesAfterItsEnd()
     QCOMPARE(f.blog.calls.size(), 3);
 }
 
-std::unique_ptr<QObject> makeServiceTest()
-{
-    return std::make_unique<ServiceTest>();
-}
-
+static const RegisteredTest<ServiceTest> registered;
 #include "ServiceTest.moc"

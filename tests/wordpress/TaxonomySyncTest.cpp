@@ -1,5 +1,5 @@
+#include "support/TestClasses.h"
 #include "wordpress/ServiceFixture.h"
-#include "wordpress/Tests.h"
 
 #include <QTest>
 
@@ -142,9 +142,5 @@ void TaxonomySyncTest::listsNamesWithoutTheStore()
     QCOMPARE(f.account->taxonomies.size(), 0);
 }
 
-std::unique_ptr<QObject> makeTaxonomySyncTest()
-{
-    return std::make_unique<TaxonomySyncTest>();
-}
-
+static const RegisteredTest<TaxonomySyncTest> registered;
 #include "TaxonomySyncTest.moc"

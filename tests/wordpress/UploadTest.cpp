@@ -1,6 +1,6 @@
+#include "support/TestClasses.h"
 #include "wordpress/ServiceFixture.h"
 #include "wordpress/TestPictures.h"
-#include "wordpress/Tests.h"
 
 #include <QFile>
 #include <QTest>
@@ -391,9 +391,5 @@ void UploadTest::tellsHowFarItHasCome()
     QCOMPARE(f.delegate.progress, (QList<float>{0.5F, 1.0F, 1.0F}));
 }
 
-std::unique_ptr<QObject> makeUploadTest()
-{
-    return std::make_unique<UploadTest>();
-}
-
+static const RegisteredTest<UploadTest> registered;
 #include "UploadTest.moc"
