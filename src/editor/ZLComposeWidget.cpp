@@ -246,14 +246,18 @@ void ZLComposeWidget::updateContentEnabled()
     if (enable == m_content->isEnabled())
         return;
     m_content->setEnabled(enable);
-    if (m_loading->isShowing())
+    if (m_loading->isShowing() && m_focusBefore)
         m_loading->focusCancel();
     if (!enable)
         return;
-    QWidget *back = std::exchange(m_wantsTitleFocus, false) ? m_title : m_focusBefore.data();
-    m_focusBefore.clear();
-    if (back)
-        back->setFocus(Qt::OtherFocusReason);
+    const QPointer<QWidget> before = std::exchange(m_focusBefore, nullptr);
+    // Whoever has gone on to the post list meanwhile stays there.
+    const QWidget *focused = window()->focusWidget();
+    const bool isFree = !focused || m_loading->isAncestorOf(focused) || m_deleteAlert->isAncestorOf(focused);
+    if (std::exchange(m_wantsTitleFocus, false))
+        m_title->setFocus(Qt::OtherFocusReason);
+    else if (before && isFree)
+        before->setFocus(Qt::OtherFocusReason);
 }
 
 void ZLComposeWidget::rememberFocus()

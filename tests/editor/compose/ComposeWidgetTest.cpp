@@ -217,6 +217,19 @@ void ComposeWidgetTest::coversThePostDuringAnUpload()
     QVERIFY(title().isEnabled());
     QVERIFY(title().hasFocus());
     QTRY_VERIFY(!overlay->isVisible());
+    // Who works elsewhere in the window stays there.
+    auto *search = new QLineEdit(m_window.get());
+    search->show();
+    search->setFocus();
+    view.showLoadingView("Publishing Article", "Preparing...", "Blog");
+    QVERIFY(search->hasFocus());
+    view.hideLoadingView();
+    title().setFocus();
+    view.showLoadingView("Publishing Article", "Preparing...", "Blog");
+    QVERIFY(cancel->hasFocus());
+    search->setFocus();
+    view.hideLoadingView();
+    QVERIFY(search->hasFocus());
 }
 
 void ComposeWidgetTest::asksBeforeDeleting_data()
