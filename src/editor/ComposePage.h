@@ -30,7 +30,8 @@ class ComposePage : public QObject {
 public:
     using QObject::QObject;
 
-    virtual void loadHTMLContent(const EditorBody &body) = 0;
+    /// `owner` names the post that the content is of; it comes back with the reports about it.
+    virtual void loadHTMLContent(const EditorBody &body, int owner) = 0;
     virtual QCoro::Task<std::optional<QString>> getBodyContent() = 0; ///< the form that goes to the blog
     virtual QCoro::Task<std::optional<QString>> getRawContent() = 0;
     virtual void addImage(const ImageInfo &image) = 0;
@@ -46,8 +47,9 @@ public:
 
 Q_SIGNALS:
     void ready(); ///< the page reported for the first time
-    /// The page's content changed; `html` is in the blog's form, with local pictures as they are.
-    void setPostContent(const QString &html);
+    /// The page's content changed; `html` is in the blog's form, with local pictures as they are. The last report about
+    /// a content can come when another one has been sent to the page already; `owner` tells them apart.
+    void setPostContent(const QString &html, int owner);
     void selectionChanged(const QString &text, const SelectionStyle &style);
     void openAddLink(const QString &url, const QString &tooltip, bool newWindow);
     void focusTitleRequested();

@@ -11,7 +11,7 @@ LinkFlow::LinkFlow(const ComposeParts &parts, QObject *parent)
 
 void LinkFlow::addLinkToCurrentSelection()
 {
-    if (!m_parts.state->actionsEnabled)
+    if (!m_parts.state->actionsEnabled || m_parts.overlay.isLoading(m_parts.screen.post()->id))
         return;
     m_parts.page.addLinkMarkToCurrentSelection(); // keeps the selection while the sheet has the focus
     showSheet({}, {}, m_parts.host.boolForKey(QStringLiteral("linksInNewWindowByDefault")));

@@ -16,7 +16,7 @@ MediaInsertion::MediaInsertion(const ComposeParts &parts, QObject *parent)
 QCoro::Task<void> MediaInsertion::insertMedia()
 {
     const QPointer<MediaInsertion> self(this);
-    if (!m_parts.state->actionsEnabled || m_parts.page.isShowingImageEditor() || m_isChoosing)
+    if (!m_parts.state->actionsEnabled || m_parts.page.isShowingImageEditor() || m_isChoosing || isUploading())
         co_return;
     m_isChoosing = true;
     const int generation = m_parts.screen.generation();
@@ -25,7 +25,7 @@ QCoro::Task<void> MediaInsertion::insertMedia()
     if (!self)
         co_return;
     m_isChoosing = false;
-    if (chosen.isEmpty() || generation != m_parts.screen.generation())
+    if (chosen.isEmpty() || generation != m_parts.screen.generation() || isUploading())
         co_return;
     const QUrl copy = copyIntoCacheFolder(chosen.toLocalFile());
     if (copy.isEmpty()) {
@@ -44,6 +44,11 @@ QCoro::Task<void> MediaInsertion::insertMedia()
     const std::optional<QString> content = co_await asking;
     if (self && content && generation == m_parts.screen.generation())
         Q_EMIT setPostContent(*content);
+}
+
+bool MediaInsertion::isUploading() const
+{
+    return m_parts.overlay.isLoading(m_parts.screen.post()->id);
 }
 
 QUrl MediaInsertion::copyIntoCacheFolder(const QString &file) const

@@ -14,6 +14,7 @@ Q_SIGNALS:
     void setPostContent(const QString &html);
 
 private:
+    bool isUploading() const;
     /// The copy's address; empty when it could not be made.
     QUrl copyIntoCacheFolder(const QString &file) const;
     bool linksToFullImage(const QUrl &copy) const;

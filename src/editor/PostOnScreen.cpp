@@ -10,6 +10,7 @@
 
 namespace {
 constexpr int idLength = 8;
+constexpr int rememberedPosts = 8;
 
 QString localStatus(int postStatus)
 {
@@ -35,7 +36,7 @@ void PostOnScreen::setBlankPost(const PostPtr &post)
 {
     leaveDocument();
     ++m_openRequest;
-    ++m_generation;
+    leavePost();
     m_post = post;
     m_promotedRow = nullptr;
     m_rowIsSelected = false;
@@ -56,13 +57,46 @@ QCoro::Task<bool> PostOnScreen::open(LocalPostPtr row)
         m_isNewPostNotInList = wasBlank;
         co_return false;
     }
-    ++m_generation;
+    leavePost();
     m_promotedRow = nullptr;
     m_post = (*opened)->wordpressPost();
     m_post->localPost = row;
+    m_shown = Texts::of(**opened);
     setDocument(*opened);
     m_rowIsSelected = true;
     co_return true;
+}
+
+QCoro::Task<PostOnScreen::Reopened> PostOnScreen::reopen(LocalPostPtr row)
+{
+    const QPointer<PostOnScreen> self(this);
+    const int generation = m_generation;
+    const int request = m_openRequest;
+    saveDocument();
+    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!self || !opened || generation != m_generation || request != m_openRequest)
+        co_return Reopened::No;
+    const Texts texts = Texts::of(**opened);
+    const bool isAsShown = std::exchange(m_shown, texts) == texts;
+    if (!isAsShown)
+        leavePost();
+    m_post = (*opened)->wordpressPost();
+    m_post->localPost = row;
+    setDocument(*opened);
+    co_return isAsShown ? Reopened::AsShown : Reopened::Changed;
+}
+
+void PostOnScreen::leavePost()
+{
+    m_postsBefore.append({m_generation++, m_post});
+    if (m_postsBefore.size() > rememberedPosts)
+        m_postsBefore.removeFirst();
+}
+
+PostOnScreen::Texts PostOnScreen::Texts::of(const ZLDocument &document)
+{
+    return {document.post.title, document.storedContent(), document.post.taxonomies};
 }
 
 void PostOnScreen::replaceAfterUpload(const PostPtr &returned, const LocalPostPtr &row)
@@ -112,6 +146,7 @@ void PostOnScreen::takeDocument(const LocalPostPtr &row, const DocumentPtr &docu
         const LocalPostPtr promoted = std::exchange(m_promotedRow, nullptr);
         m_post = document->wordpressPost();
         m_post->localPost = promoted;
+        m_shown = Texts::of(*document);
     }
     if (isFileOnScreen(row->localFile))
         setDocument(document);
@@ -178,12 +213,30 @@ void PostOnScreen::write(Mark mark, const Edit &edit)
             reopenAndWrite(row->localFile, pending);
         return;
     }
-    edit(*m_document);
+    apply(edit, *m_document);
     // A change of the tokens leaves the status of an open document alone: that is settled. Meant is that every edit
     // marks the file as changed here.
     if (mark == Mark::Always)
         m_document->fileInfo.status = localStatus(m_post->status);
     m_document->updateChangeCount();
+}
+
+void PostOnScreen::writeToPostBefore(int generation, Mark mark, const Edit &edit)
+{
+    for (const PostBefore &before : std::as_const(m_postsBefore)) {
+        const LocalPostPtr row = before.post->localPost;
+        if (before.generation == generation && row)
+            reopenAndWrite(row->localFile, {mark, before.post->status, row->status, edit});
+    }
+}
+
+void PostOnScreen::apply(const Edit &edit, ZLDocument &document)
+{
+    // A document that a sync has changed is not what the screen shows, whatever is typed into it.
+    const bool wasShown = m_shown == Texts::of(document);
+    edit(document);
+    if (wasShown)
+        m_shown = Texts::of(document);
 }
 
 QCoro::Task<void> PostOnScreen::reopenAndWrite(QUrl file, PendingEdit pending)
@@ -196,13 +249,17 @@ QCoro::Task<void> PostOnScreen::reopenAndWrite(QUrl file, PendingEdit pending)
         co_return;
     }
     const DocumentPtr document = *opened;
-    pending.edit(*document);
+    const bool isOnScreen = self && isFileOnScreen(file);
+    if (isOnScreen)
+        apply(pending.edit, *document);
+    else
+        pending.edit(*document);
     const bool isSolvedConflict =
         pending.postStatus != ZLWordpressPost::New && pending.rowStatus == ZLLocalPostRepresentation::ConflictSolved;
     if (pending.mark != Mark::Never && !isSolvedConflict)
         document->fileInfo.status = localStatus(pending.postStatus);
     document->updateChangeCount();
-    if (self && isFileOnScreen(file))
+    if (isOnScreen)
         setDocument(document);
     else
         std::ignore = document->saveDocument(); // a failure is said by the document controller

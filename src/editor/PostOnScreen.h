@@ -40,6 +40,10 @@ public:
     /// Saves and closes the document, then opens the row's file on a later turn and puts its post here. False: it did
     /// not open, or another post was asked for meanwhile; the post on the screen is then still the one before.
     QCoro::Task<bool> open(LocalPostPtr row);
+    enum class Reopened { No, AsShown, Changed };
+    /// The row's file is that of this post, and a sync may have written it: opens it again on a later turn and takes
+    /// the post anew. As long as the texts are those that are shown, the generation stays.
+    QCoro::Task<Reopened> reopen(LocalPostPtr row);
     /// The post as it came back from the blog; the document is let go.
     void replaceAfterUpload(const PostPtr &returned, const LocalPostPtr &row);
     /// Gives a blank post its file and its row on top of the list; done when its document is open. False: it has none.
@@ -52,6 +56,8 @@ public:
     void followRow();
 
     void write(Mark mark, const Edit &edit);
+    /// An edit of a post that has left the screen: `generation` is the one that it had here.
+    void writeToPostBefore(int generation, Mark mark, const Edit &edit);
     /// The list's face for the row of this post; null while the selected row is another's.
     RowUpdates *rowUpdates() const { return m_rowIsSelected ? m_rows : nullptr; }
     /// The id that a post gets at its first upload; the file takes it too.
@@ -76,6 +82,21 @@ private:
         int rowStatus;
         Edit edit;
     };
+    /// What the screen shows of a document.
+    struct Texts {
+        static Texts of(const ZLDocument &document);
+        bool operator==(const Texts &) const = default;
+
+        QString title;
+        QString content;
+        QList<ZLTaxonomy> taxonomies;
+    };
+    struct PostBefore {
+        int generation;
+        PostPtr post;
+    };
+    void leavePost();
+    void apply(const Edit &edit, ZLDocument &document);
     QCoro::Task<void> reopenAndWrite(QUrl file, PendingEdit pending);
     void setDocument(const DocumentPtr &document);
     void leaveDocument();
@@ -88,6 +109,8 @@ private:
     RowUpdates *m_rows = nullptr;
     PostPtr m_post;
     DocumentPtr m_document;
+    Texts m_shown;
+    QList<PostBefore> m_postsBefore; ///< the last few, about which the page may still have something to say
     LocalPostPtr m_promotedRow; ///< of a post that waits for the document of its new file
     bool m_isNewPostNotInList = true;
     bool m_rowIsSelected = false;

@@ -69,9 +69,9 @@ void ZLEditorPage::setView(ZLEditorWebView *view)
     m_view = view;
 }
 
-void ZLEditorPage::loadHTMLContent(const EditorBody &body)
+void ZLEditorPage::loadHTMLContent(const EditorBody &body, int owner)
 {
-    m_waitingContent = body;
+    m_waitingContent = Content{body, owner};
     if (m_ready && !m_loading)
         applyContent();
     else if (!m_ready && m_view)
@@ -80,22 +80,21 @@ void ZLEditorPage::loadHTMLContent(const EditorBody &body)
 
 void ZLEditorPage::applyContent()
 {
-    const EditorBody body = *m_waitingContent;
-    m_waitingContent.reset();
-    m_contentOnItsWay = body;
+    m_contentOnItsWay = *std::exchange(m_waitingContent, std::nullopt);
     m_loading = true;
     m_calls.hold();
     if (!m_view)
         return;
     // The text is first run as a script, as it always was, but where it reaches nothing; the outcome is thrown away.
-    m_view->evaluateInIsolation(body.html, [page = QPointer(this), body] {
+    m_view->evaluateInIsolation(m_contentOnItsWay.body.html, [page = QPointer(this)] {
         if (page && page->m_loading)
-            page->sendContent(body);
+            page->sendContent();
     });
 }
 
-void ZLEditorPage::sendContent(const EditorBody &body)
+void ZLEditorPage::sendContent()
 {
+    const EditorBody &body = m_contentOnItsWay.body;
     m_view->allowLocalImages(body.localImages.keys());
     QVariantMap content = toVariant(body);
     content.insert(QStringLiteral("html"), body.html);
@@ -109,7 +108,7 @@ void ZLEditorPage::contentArrived()
     if (!m_loading)
         return;
     m_loading = false;
-    m_contentOnItsWay = {};
+    m_owner = std::exchange(m_contentOnItsWay, {}).owner;
     if (m_waitingContent)
         return applyContent();
     m_calls.release();
@@ -196,6 +195,7 @@ void ZLEditorPage::setTheme(const QVariantMap &colors)
 void ZLEditorPage::pageIsGone()
 {
     m_ready = false;
+    m_owner = nobody;
     // What had not arrived is loaded into the next page, unless there is something newer.
     if (std::exchange(m_loading, false) && !m_waitingContent)
         m_waitingContent = std::move(m_contentOnItsWay);
@@ -219,8 +219,8 @@ void ZLEditorPage::jqueryReadyFired()
 
 void ZLEditorPage::setPostContent(const QString &html)
 {
-    if (!m_loading)
-        Q_EMIT ComposePage::setPostContent(html);
+    if (m_owner != nobody)
+        Q_EMIT ComposePage::setPostContent(html, m_owner);
 }
 
 void ZLEditorPage::selectionChanged(const QString &text, const QPoint &)

@@ -13,13 +13,13 @@ class ZLEditorWebView;
 /// is made, and until the page is ready the newest content to load is kept.
 ///
 /// Loading has two steps, the evaluation in the isolated world and the content itself. Until the page confirms it,
-/// other calls wait and reports are dropped: they would be about the text that was there before.
+/// other calls wait, and reports are still about the content that was there before.
 class ZLEditorPage : public ComposePage, private ZLEditorWebViewBridgeDelegate {
     Q_OBJECT
 public:
     explicit ZLEditorPage(QObject *parent = nullptr);
 
-    void loadHTMLContent(const EditorBody &body) override;
+    void loadHTMLContent(const EditorBody &body, int owner) override;
     QCoro::Task<std::optional<QString>> getBodyContent() override;
     QCoro::Task<std::optional<QString>> getRawContent() override;
     void addImage(const ImageInfo &image) override;
@@ -47,6 +47,8 @@ Q_SIGNALS:
     void titleViewShouldResize();
 
 private:
+    static constexpr int nobody = -1;
+
     void jqueryReadyFired() override;
     void setPostContent(const QString &html) override;
     void selectionChanged(const QString &text, const QPoint &location) override;
@@ -56,16 +58,21 @@ private:
     bool editorIsMainWindow() override;
     QString targetForLinkImage() override;
 
+    struct Content {
+        EditorBody body;
+        int owner = nobody;
+    };
     void applyContent();
-    void sendContent(const EditorBody &body);
+    void sendContent();
     void contentArrived();
     static QCoro::Task<std::optional<QString>> textOf(QFuture<EditorCalls::Answer> answer);
 
     EditorCalls m_calls;
     ZLEditorWebViewBridge m_bridge;
     QPointer<ZLEditorWebView> m_view;
-    std::optional<EditorBody> m_waitingContent; ///< not yet on its way to the page
-    EditorBody m_contentOnItsWay; ///< while loading
+    std::optional<Content> m_waitingContent; ///< not yet on its way to the page
+    Content m_contentOnItsWay; ///< while loading
+    int m_owner = nobody; ///< of the content that is in the page
     bool m_ready = false;
     bool m_wasReady = false;
     bool m_loading = false;

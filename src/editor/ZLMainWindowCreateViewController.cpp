@@ -1,22 +1,9 @@
 #include "editor/ZLMainWindowCreateViewController.h"
 
+#include "editor/BlankContent.h"
+
 #include <QCoreApplication>
 #include <QPointer>
-
-namespace {
-const QString emptyParagraph = QStringLiteral("<p><br></p>");
-
-bool isBlankContent(const QString &html)
-{
-    return html.isEmpty() || html == emptyParagraph;
-}
-
-QDateTime withSecondsAtZero(const QDateTime &date)
-{
-    const QTime time = date.time();
-    return QDateTime(date.date(), QTime(time.hour(), time.minute()), date.timeSpec());
-}
-} // namespace
 
 ZLMainWindowCreateViewController::ZLMainWindowCreateViewController(
     ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, QObject *parent)
@@ -42,7 +29,8 @@ ZLMainWindowCreateViewController::ZLMainWindowCreateViewController(
     observeScreen();
     connect(
         &m_delete, &DeleteFlow::cleanEditorForNewPost, this, &ZLMainWindowCreateViewController::cleanEditorForNewPost);
-    connect(&m_media, &MediaInsertion::setPostContent, this, &ZLMainWindowCreateViewController::setPostContent);
+    connect(&m_media, &MediaInsertion::setPostContent, this,
+        [this](const QString &html) { setPostContent(html, m_screen.generation()); });
     if (QCoreApplication *app = QCoreApplication::instance())
         connect(app, &QCoreApplication::aboutToQuit, this, &ZLMainWindowCreateViewController::saveDocuments);
     cleanEditorForNewPost();
@@ -105,106 +93,6 @@ void ZLMainWindowCreateViewController::observeNotifications()
     connect(&notifications, &ZLNotifications::didConnectNewBlog, this, &Self::updateActionsEnabled);
 }
 
-// Loading
-
-void ZLMainWindowCreateViewController::loadPost(const LocalPostPtr &row)
-{
-    loadLocalPostAndDoAction(row, None);
-}
-
-void ZLMainWindowCreateViewController::loadLocalPostAndDoAction(const LocalPostPtr &row, int action)
-{
-    hidePopupWindows();
-    load(row, action);
-}
-
-void ZLMainWindowCreateViewController::loadLocalPost(const LocalPostPtr &row)
-{
-    load(row, None);
-}
-
-QCoro::Task<void> ZLMainWindowCreateViewController::load(LocalPostPtr row, int action)
-{
-    const QPointer<ZLMainWindowCreateViewController> self(this);
-    QCoro::Task<bool> opening = m_screen.open(row);
-    const bool opened = co_await opening;
-    if (!self || !opened)
-        co_return;
-    loadPostFromDocument();
-    doActionForCurrentPost(action);
-}
-
-void ZLMainWindowCreateViewController::loadPostFromDocument()
-{
-    const PostPtr post = m_screen.post();
-    const ZLDocument &document = *m_screen.currentDocument();
-    m_overlay.follow(post);
-    m_buttons.setActionButtonsForPost(*post, m_host.now());
-    if (document.postInfo.createdAt.isValid())
-        post->createdAt = withSecondsAtZero(document.postInfo.createdAt);
-    m_view.setTitle(post->title);
-    loadContent();
-    loadTokens();
-    showNotice();
-    m_view.setSaveState({});
-    updateActionsEnabled();
-}
-
-void ZLMainWindowCreateViewController::loadContent()
-{
-    const DocumentPtr document = m_screen.currentDocument();
-    const PostPtr post = m_screen.post();
-    const QString inMemory = post->storedContent.isNull() ? post->content : post->storedContent;
-    const QString stored = document ? document->storedContent() : inMemory;
-    if (isBlankContent(stored))
-        loadBlankPage();
-    else
-        m_page.loadHTMLContent(m_host.postContentForZalmoEditor(stored));
-}
-
-void ZLMainWindowCreateViewController::loadBlankPage()
-{
-    EditorBody blank;
-    blank.html = emptyParagraph;
-    m_page.loadHTMLContent(blank);
-}
-
-void ZLMainWindowCreateViewController::loadTokens()
-{
-    QStringList tokens;
-    for (const ZLTaxonomy &taxonomy : std::as_const(m_screen.post()->taxonomies))
-        tokens.append(taxonomy.type == ZLTaxonomy::Tag ? QLatin1Char('#') + taxonomy.name : taxonomy.name);
-    m_view.setTokens(tokens);
-}
-
-void ZLMainWindowCreateViewController::showNotice()
-{
-    const DocumentPtr document = m_screen.currentDocument();
-    const LocalPostPtr row = m_screen.post()->localPost;
-    const bool isConflict = (row && row->status == ZLLocalPostRepresentation::Conflict)
-        || (document && document->fileInfo.status == QLatin1String("conflict"));
-    if (document && document->isDamaged())
-        m_view.setNotice(QStringLiteral("The file of this post cannot be read. It is left as it is until you write."));
-    else if (isConflict)
-        m_view.setNotice(QStringLiteral("This post was changed both here and on the blog. Both versions are kept."));
-    else
-        m_view.setNotice({});
-}
-
-void ZLMainWindowCreateViewController::doActionForCurrentPost(int action)
-{
-    switch (action) {
-    case Publish:
-        return didPressedPublishButton();
-    case Delete:
-        return didPressedDeleteButton();
-    case Save:
-        return didPressedSaveButton();
-    default:
-        return;
-    }
-}
-
 // The blank post
 
 void ZLMainWindowCreateViewController::cleanEditorForNewPost()
@@ -218,7 +106,9 @@ void ZLMainWindowCreateViewController::newPost()
     hidePopupWindows();
     const auto blank = std::make_shared<ZLWordpressPost>();
     blank->title = QLatin1String("");
-    blank->content = emptyParagraph;
+    blank->content = BlankContent::paragraph;
+    if (RowUpdates *rows = m_screen.rowUpdates())
+        rows->selectRowWithoutLoad(-1); // the post of the row is not here any more
     m_screen.setBlankPost(blank);
     m_view.setTitle({});
     loadBlankPage();
@@ -229,11 +119,11 @@ void ZLMainWindowCreateViewController::newPost()
     m_buttons.enableSaveAndPublish();
     m_overlay.follow(blank);
     updatePreferencesForNewPost();
-    updateActionsEnabled();
 }
 
 void ZLMainWindowCreateViewController::updatePreferencesForNewPost()
 {
+    updateActionsEnabled(); // the launch says by this call that there is a blog
     const PostPtr post = m_screen.post();
     const AccountPtr account = m_host.selectedAccount();
     if (post->status != ZLWordpressPost::New || !account || !account->preferences)
@@ -261,7 +151,7 @@ QCoro::Task<bool> ZLMainWindowCreateViewController::canCreateNewPost()
         co_return false;
     if (content)
         post->content = *content;
-    co_return !post->title.isEmpty() || !isBlankContent(post->content);
+    co_return !post->title.isEmpty() || !BlankContent::is(post->content);
 }
 
 bool ZLMainWindowCreateViewController::canSaveCurrentPost() const
@@ -296,11 +186,14 @@ void ZLMainWindowCreateViewController::titleDidChange()
         rows->setTitleToSelectedPost(title);
 }
 
-void ZLMainWindowCreateViewController::setPostContent(const QString &html)
+void ZLMainWindowCreateViewController::setPostContent(const QString &html, int generation)
 {
+    const PostOnScreen::Edit edit = [html](ZLDocument &document) { document.post.content = html; };
+    if (generation != m_screen.generation())
+        return m_screen.writeToPostBefore(generation, PostOnScreen::Mark::Always, edit);
     if (!isChangedContent(html) || !promoteIfBlank())
         return;
-    m_screen.write(PostOnScreen::Mark::Always, [html](ZLDocument &document) { document.post.content = html; });
+    m_screen.write(PostOnScreen::Mark::Always, edit);
     if (RowUpdates *rows = m_screen.rowUpdates())
         rows->setContentToSelectedPost(html);
 }
@@ -308,12 +201,12 @@ void ZLMainWindowCreateViewController::setPostContent(const QString &html)
 bool ZLMainWindowCreateViewController::isChangedContent(const QString &html) const
 {
     if (m_screen.isNewPostNotInList())
-        return !isBlankContent(html);
+        return !BlankContent::is(html);
     const DocumentPtr document = m_screen.currentDocument();
     if (!document)
         return true;
     const QString stored = document->storedContent();
-    return html != stored && !(isBlankContent(html) && isBlankContent(stored));
+    return html != stored && !(BlankContent::is(html) && BlankContent::is(stored));
 }
 
 void ZLMainWindowCreateViewController::updateTaxonomiesAtLocalFile()
@@ -348,7 +241,8 @@ void ZLMainWindowCreateViewController::insertMedia()
 
 void ZLMainWindowCreateViewController::execCommand(const QString &command)
 {
-    m_page.execCommand(command);
+    if (!isUploadingCurrentPost())
+        m_page.execCommand(command);
 }
 
 void ZLMainWindowCreateViewController::addLinkToCurrentSelection()
@@ -388,7 +282,7 @@ void ZLMainWindowCreateViewController::reloadCurrentPostAfterSyncingEngine(int e
     if (post->status == ZLWordpressPost::New || !row || isNote != (engine == 1))
         return;
     const bool isListed = m_host.rowForFile(row->localFile) != nullptr;
-    loadLocalPost(isListed ? row : ZLLocalPostRepresentation::initWithContentsOfFileURL(row->localFile, m_host.now()));
+    reload(isListed ? row : ZLLocalPostRepresentation::initWithContentsOfFileURL(row->localFile, m_host.now()));
 }
 
 void ZLMainWindowCreateViewController::saveDocuments()

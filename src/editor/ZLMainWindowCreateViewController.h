@@ -18,9 +18,6 @@
 class ZLMainWindowCreateViewController : public QObject, public ComposeScreen {
     Q_OBJECT
 public:
-    /// What the post list can ask to be done with a post once it is loaded.
-    enum Action { Publish = 0, Delete = 1, Save = 2, None = 3 };
-
     ZLMainWindowCreateViewController(
         ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, QObject *parent = nullptr);
     ~ZLMainWindowCreateViewController() override;
@@ -31,7 +28,7 @@ public:
     // for the post list and the main window
     void loadPost(const LocalPostPtr &row);
     void loadLocalPost(const LocalPostPtr &row);
-    void loadLocalPostAndDoAction(const LocalPostPtr &row, int action);
+    void loadLocalPostAndDoAction(const LocalPostPtr &row, int action); ///< of AwaitingAction
     void doActionForCurrentPost(int action);
     void cleanEditorForNewPost();
     void makeTitleBecomeFirstResponder();
@@ -66,7 +63,9 @@ private:
     void observeNotifications();
 
     QCoro::Task<void> load(LocalPostPtr row, int action);
+    QCoro::Task<void> reload(LocalPostPtr row);
     void loadPostFromDocument();
+    void takePostFromDocument();
     void loadTokens();
     void loadContent();
     void showNotice();
@@ -74,7 +73,7 @@ private:
 
     bool promoteIfBlank();
     void titleDidChange();
-    void setPostContent(const QString &html);
+    void setPostContent(const QString &html, int generation);
     bool isChangedContent(const QString &html) const;
     void updateTaxonomiesAtLocalFile();
 

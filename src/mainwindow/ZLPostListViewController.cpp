@@ -3,11 +3,13 @@
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/PostContextMenu.h"
 #include "mainwindow/ZLPostListView.h"
+#include "model/LocalFileURL.h"
 #include "platform/ZLLog.h"
 #include "text/ContentPasses.h"
 #include "widgets/ZLIconButton.h"
 #include "widgets/ZLSyncBar.h"
 
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
@@ -221,10 +223,13 @@ void ZLPostListViewController::updatePostsAndSelectPreviousPost()
     leaveVanishedPost();
 }
 
-/// A selected post whose file is gone takes the editor's content with it.
+/// A selected post whose file is gone takes the editor's content with it. A new post that was kept on the screen while
+/// another blog was chosen is in no row either, but its file is there.
 void ZLPostListViewController::leaveVanishedPost()
 {
-    if (!m_selectedLocalFile.isEmpty() && m_selectedPostRow == none)
+    if (m_selectedLocalFile.isEmpty() || m_selectedPostRow != none)
+        return;
+    if (!QFileInfo::exists(pathOfFileURL(m_selectedLocalFile)))
         deselectRow();
 }
 

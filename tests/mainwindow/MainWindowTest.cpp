@@ -48,6 +48,7 @@ void MainWindowTest::validatesTheMenu()
     found.sort();
     off.sort();
     QCOMPARE(found, off);
+    QCOMPARE(f.window->findChild<QWidget *>(u"titleField"_qs)->isEnabled(), state != u"none");
 
     // What cannot be chosen does nothing, although its shortcut is alive.
     f.window->findChild<QAction *>(u"newPostItem"_qs)->trigger();

@@ -85,6 +85,18 @@ void PostListTest::selects_data()
         "rows rebuilt", [](ListFixture &f) { f.app->reloadPostsList(); }, {}, u"B"_qs);
     row(
         "rows rebuilt after a sync", [](ListFixture &f) { f.list().updatePostsAndSelectPreviousPost(); }, {}, u"B"_qs);
+    const auto vanish = [post](ListFixture &f, bool deletesFile) {
+        const LocalPostPtr row = post(f, "B");
+        f.app->removePost(row);
+        if (deletesFile)
+            QVERIFY(QFile::remove(row->localFile.toLocalFile()));
+        f.list().updatePostsAndSelectPreviousPost();
+    };
+    row(
+        "file gone after a sync", [vanish](ListFixture &f) { vanish(f, true); }, {u"clean"_qs, u"clean undo"_qs},
+        u"-"_qs);
+    row(
+        "kept from another blog", [vanish](ListFixture &f) { vanish(f, false); }, {}, u"-"_qs);
 }
 
 void PostListTest::selects()

@@ -11,9 +11,10 @@ class FakeComposePage : public ComposePage {
 public:
     using Answer = std::optional<QString>;
 
-    void loadHTMLContent(const EditorBody &content) override
+    void loadHTMLContent(const EditorBody &content, int newOwner) override
     {
         loaded.append(content.html);
+        owner = newOwner;
         body = content.html == QLatin1String("<p><br></p>") ? QString::fromLatin1("") : content.html;
     }
     QCoro::Task<Answer> getBodyContent() override
@@ -45,7 +46,7 @@ public:
     void type(const QString &html)
     {
         body = html;
-        Q_EMIT setPostContent(html);
+        Q_EMIT setPostContent(html, owner);
     }
     /// Answers what was asked first.
     void answer(const Answer &content)
@@ -56,6 +57,7 @@ public:
     }
 
     Answer body = QString::fromLatin1("");
+    int owner = -1;
     bool holdsAnswers = false;
     QList<std::shared_ptr<QPromise<Answer>>> held;
     QStringList loaded;

@@ -157,14 +157,26 @@ void EditingTest::goesIntoThePostThatWasEdited()
     QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
     const LocalPostPtr one = screen.post()->localPost;
     const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
+    const int ownerOfOne = screen.page.owner;
     screen.controller->loadPost(two);
     screen.page.type("<p>Late words</p>"); // the second post is not there yet
     QTRY_COMPARE(screen.view.titleText, "Two");
     screen.settle();
     QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words</p>");
+    Q_EMIT screen.page.setPostContent("<p>Late words.</p>", ownerOfOne); // was on its way
+    screen.settle();
+    QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words.</p>");
+    QCOMPARE(screen.onDisk(one)->fileInfo.status, "modified");
     QCOMPARE(screen.onDisk(two)->post.content, "<p>2</p>");
     QVERIFY(screen.rowUpdates.contents.isEmpty());
     QCOMPARE(screen.controller->currentDocument()->fileURL(), two->localFile);
+    const int ownerOfTwo = screen.page.owner;
+    screen.controller->cleanEditorForNewPost();
+    QCOMPARE(screen.rowUpdates.selectedRow, -1);
+    Q_EMIT screen.page.setPostContent("<p>2.</p>", ownerOfTwo);
+    screen.settle();
+    QCOMPARE(screen.onDisk(two)->post.content, "<p>2.</p>");
+    QVERIFY(screen.controller->currentPost()->localPost == nullptr);
 }
 
 void EditingTest::keepsTheTextWhenTheDiskFails()

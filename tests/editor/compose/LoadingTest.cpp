@@ -155,6 +155,58 @@ void LoadingTest::readsThePostAgainAfterASync()
     QTEST(screen.post() != before, "reads");
 }
 
+void LoadingTest::leavesTheScreenAloneWhenASyncBroughtNothing_data()
+{
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<bool>("shows");
+    QTest::newRow("nothing") << "" << false << false;
+    QTest::newRow("nothing, after an outcome let go of the file") << "" << true << false;
+    QTest::newRow("content") << "<p>From the blog</p>" << false << true;
+}
+
+void LoadingTest::leavesTheScreenAloneWhenASyncBroughtNothing()
+{
+    QFETCH(QString, written);
+    QFETCH(bool, closed);
+    QFETCH(bool, shows);
+    ComposeFixture screen;
+    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+    const LocalPostPtr row = screen.post()->localPost;
+    screen.view.typeTitle("Better");
+    screen.page.type("<p>Text, longer</p>");
+    screen.controller->saveDocuments();
+    if (closed)
+        screen.controller->currentDocument()->close();
+    if (!written.isEmpty()) {
+        const DocumentPtr synced = *ZLDocument::open(row->localFile);
+        synced->post.content = written;
+        synced->updateChangeCount();
+        QVERIFY(synced->saveDocument());
+    }
+    screen.view.tokenTexts = QStringList("half typ");
+    screen.controller->reloadCurrentPostAfterSyncingEngine(0);
+    if (!shows)
+        screen.page.type("<p>Text, longer still</p>"); // in the midst of it
+    screen.settle();
+    QCOMPARE(screen.page.loaded.size(), shows ? 3 : 2);
+    QCOMPARE(screen.view.tokenTexts.isEmpty(), shows);
+    QCOMPARE(screen.view.titleText, "Better");
+    if (!shows)
+        QCOMPARE(screen.onDisk(row)->post.content, "<p>Text, longer still</p>");
+}
+
+void LoadingTest::letsTheChosenPostWinOverASync()
+{
+    ComposeFixture screen;
+    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+    screen.controller->loadPost(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>"));
+    screen.controller->reloadCurrentPostAfterSyncingEngine(0); // still the first
+    screen.settle();
+    QCOMPARE(screen.view.titleText, "Two");
+    QCOMPARE(screen.post()->title, "Two");
+}
+
 void LoadingTest::bringsTheContentBackAfterACrash()
 {
     ComposeFixture screen;

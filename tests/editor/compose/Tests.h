@@ -39,6 +39,9 @@ private Q_SLOTS:
     void goesBlank();
     void readsThePostAgainAfterASync_data();
     void readsThePostAgainAfterASync();
+    void leavesTheScreenAloneWhenASyncBroughtNothing_data();
+    void leavesTheScreenAloneWhenASyncBroughtNothing();
+    void letsTheChosenPostWinOverASync();
     void bringsTheContentBackAfterACrash();
     void followsTheRebuiltList();
 };

@@ -60,7 +60,13 @@ void UploadGuardsTest::ignoreAPressDuringTheUpload()
     screen.controller->didPressedSaveButton();
     screen.controller->didPressedPublishButton();
     screen.controller->didPressedDeleteButton();
+    screen.view.media = QUrl::fromLocalFile(screen.host.folder.filePath("gone.png"));
+    screen.controller->insertMedia();
+    screen.controller->execCommand("Bold");
+    screen.controller->addLinkToCurrentSelection();
     screen.settle();
+    QCOMPARE(screen.page.calls, QStringList());
+    QCOMPARE(screen.prompts.journal, QStringList());
     QCOMPARE(screen.host.sent.size(), 1); // no second post on the blog
     QCOMPARE(screen.view.heading, "Saving Draft");
     QCOMPARE(screen.view.deleteQuestion, "");

@@ -58,7 +58,7 @@ bool PageFixture::start()
 
 void PageFixture::load(const QString &stored)
 {
-    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files));
+    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files), 1);
     body();
     reports.clear();
 }

@@ -146,7 +146,7 @@ void TestSafety::returnsAfterACrash()
 void TestSafety::survivesAnEndlessBody()
 {
     const QString endless = QStringLiteral("<!-- wp:html -->\nfor (;;);\n<!-- /wp:html -->");
-    m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(endless, m_page.files));
+    m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(endless, m_page.files), 1);
     QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
     QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 30'000);
     m_page.load(endless); // as the compose screen does then
@@ -156,8 +156,8 @@ void TestSafety::survivesAnEndlessBody()
 void TestSafety::keepsContentLoadedBeforeReady()
 {
     PageFixture other;
-    other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(QStringLiteral("older"), other.files));
-    other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(QStringLiteral("newer"), other.files));
+    other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(QStringLiteral("older"), other.files), 1);
+    other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(QStringLiteral("newer"), other.files), 1);
     QVERIFY(other.start());
     QTRY_COMPARE(other.body(), QStringLiteral("newer"));
 }
@@ -174,13 +174,20 @@ void TestSafety::answersNothingWithoutAPage()
     QVERIFY(!QCoro::waitFor(std::move(task)).has_value());
 }
 
-void TestSafety::dropsReportsOfTheLastPost()
+void TestSafety::givesTheLastReportToItsPost()
 {
     m_page.load(QStringLiteral("first"));
     m_page.putCursorBehind(QStringLiteral("first"));
+    QMap<int, QString> reports;
+    connect(&m_page.page, &ComposePage::setPostContent, this,
+        [&reports](const QString &html, int owner) { reports[owner] = html; });
     m_page.type(QStringLiteral("X"));
-    m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(QStringLiteral("second"), m_page.files));
-    m_page.reports.clear();
+    m_page.page.loadHTMLContent(
+        ContentConversion::postContentForZalmoEditor(QStringLiteral("second"), m_page.files), 2);
     QCOMPARE(m_page.body(), QStringLiteral("second")); // the answer waits for the content
-    QVERIFY(m_page.reports.filter(QStringLiteral("first")).isEmpty());
+    QCOMPARE(reports, (QMap<int, QString>{{1, QStringLiteral("firstX")}}));
+    m_page.putCursorBehind(QStringLiteral("second"));
+    m_page.type(QStringLiteral("Y"));
+    QTRY_COMPARE(reports.value(2), QStringLiteral("secondY"));
+    disconnect(&m_page.page, &ComposePage::setPostContent, this, nullptr);
 }

@@ -20,5 +20,5 @@ private Q_SLOTS:
     void survivesAnEndlessBody();
     void keepsContentLoadedBeforeReady();
     void answersNothingWithoutAPage();
-    void dropsReportsOfTheLastPost();
+    void givesTheLastReportToItsPost();
 };
