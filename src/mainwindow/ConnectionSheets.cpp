@@ -60,7 +60,7 @@ ZLWordpressLoginWindow::ZLWordpressLoginWindow()
     m_password->textField()->setObjectName(u"passwordField"_qs);
     m_password->setSecure();
     ZLTextField::alignTextFields({m_username, m_password});
-    setTexts(u"sheet_login"_qs, QColor(), tr("Log in to your blog"), u"%1"_qs);
+    setTexts(u"sheet_login"_qs, ZLTheme::accent, tr("Log in to your blog"), u"%1"_qs);
     addContent(m_username);
     addContent(m_password);
     setInitialFirstResponder(m_username->textField());
@@ -69,9 +69,9 @@ ZLWordpressLoginWindow::ZLWordpressLoginWindow()
 }
 
 void ZLWordpressLoginWindow::setTexts(
-    const QString &icon, const QColor &color, const QString &heading, const QString &text)
+    const QString &icon, ZLIconView::Tone tone, const QString &heading, const QString &text)
 {
-    setIcon(icon, color);
+    setIcon(icon, tone);
     setHeading(heading);
     m_text = text;
     setText(text);
@@ -118,7 +118,7 @@ void ZLWordpressLoginWindow::didPressEscape()
 ZLWordpressLoginErrorWindow::ZLWordpressLoginErrorWindow()
 {
     setObjectName(u"loginErrorSheet"_qs);
-    setTexts(u"sheet_warning"_qs, ZLTheme::warning(palette()), tr("That login does not work"),
+    setTexts(u"sheet_warning"_qs, ZLTheme::warning, tr("That login does not work"),
         tr("Check your username and password for\n%1"));
 }
 
@@ -159,7 +159,7 @@ void ZLConnectingSheet::hideEvent(QHideEvent *)
 ZLBlogIsConnectedSheet::ZLBlogIsConnectedSheet()
 {
     setObjectName(u"blogIsConnectedSheet"_qs);
-    setIcon(u"sheet_success"_qs, ZLTheme::good(palette()));
+    setIcon(u"sheet_success"_qs, ZLTheme::good);
     setHeading(tr("Your blog is connected"));
 }
 

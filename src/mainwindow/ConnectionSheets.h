@@ -47,7 +47,7 @@ Q_SIGNALS:
     void didEndEditingPassword(); ///< Return in the password field
 
 protected:
-    void setTexts(const QString &icon, const QColor &color, const QString &heading, const QString &text);
+    void setTexts(const QString &icon, ZLIconView::Tone tone, const QString &heading, const QString &text);
     void didPressReturn() override;
     void didPressEscape() override;
 

@@ -1,8 +1,5 @@
 #include "mainwindow/ZLGetStartedWindowController.h"
 
-#include "widgets/ZLIcons.h"
-#include "widgets/ZLTheme.h"
-
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -35,8 +32,7 @@ void ZLGetStartedWindowController::addTip(
     constexpr int iconSide = 24;
     auto *row = new QHBoxLayout;
     row->setSpacing(2 * ZLTheme::spacing);
-    auto *image = new QLabel(this);
-    image->setPixmap(ZLIcons::pixmap(icon, iconSide, ZLTheme::accent(palette()), devicePixelRatioF()));
+    auto *image = new ZLIconView(icon, iconSide, this, ZLTheme::accent);
     auto *texts = new QVBoxLayout;
     texts->setSpacing(2);
     auto *heading = new QLabel(title, this);

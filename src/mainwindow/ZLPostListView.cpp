@@ -3,6 +3,7 @@
 #include "mainwindow/ZLPostListCellView.h"
 #include "mainwindow/ZLPostListModel.h"
 #include "widgets/ZLIconButton.h"
+#include "widgets/ZLIconView.h"
 #include "widgets/ZLIcons.h"
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLSyncBar.h"
@@ -78,7 +79,7 @@ void ZLPostListView::makeTable(ZLPostListModel *model)
 void ZLPostListView::makeEmptyState()
 {
     m_empty = new QWidget(m_tableView);
-    m_emptyIcon = new QLabel(m_empty);
+    m_emptyIcon = new ZLIconView(u"postlist_empty"_qs, 32, m_empty, ZLTheme::secondaryText);
     m_emptyHeading = new QLabel(m_empty);
     m_emptyHeading->setObjectName(u"emptyHeading"_qs);
     m_emptyHeading->setFont(ZLTheme::font(font(), 0, QFont::DemiBold));
@@ -91,7 +92,8 @@ void ZLPostListView::makeEmptyState()
     column->setSpacing(ZLTheme::spacing);
     column->addStretch(2);
     column->addWidget(m_loading, 0, Qt::AlignHCenter);
-    for (QLabel *label : {m_emptyIcon, m_emptyHeading, m_emptyText}) {
+    column->addWidget(m_emptyIcon, 0, Qt::AlignHCenter);
+    for (QLabel *label : {m_emptyHeading, m_emptyText}) {
         label->setAlignment(Qt::AlignHCenter);
         label->setWordWrap(true);
         column->addWidget(label);
@@ -124,8 +126,7 @@ void ZLPostListView::updateEmptyState()
         m_loading->startAnimation();
     else
         m_loading->stopAnimation();
-    m_emptyIcon->setPixmap(ZLIcons::pixmap(searching ? u"postlist_no_matches"_qs : u"postlist_empty"_qs, 32,
-        ZLTheme::secondaryText(palette()), devicePixelRatioF()));
+    m_emptyIcon->setIcon(searching ? u"postlist_no_matches"_qs : u"postlist_empty"_qs, ZLTheme::secondaryText);
     m_emptyHeading->setText(m_isLoading ? tr("Fetching your posts")
             : searching                 ? tr("No matches")
                                         : tr("No posts yet"));

@@ -6,6 +6,7 @@ class QLabel;
 class QLineEdit;
 class QListView;
 class ZLIconButton;
+class ZLIconView;
 class ZLPostListModel;
 class ZLSpinner;
 class ZLSyncBar;
@@ -44,7 +45,7 @@ private:
     ZLIconButton *m_refreshButton = nullptr;
     QListView *m_tableView = nullptr;
     QWidget *m_empty = nullptr;
-    QLabel *m_emptyIcon = nullptr;
+    ZLIconView *m_emptyIcon = nullptr;
     QLabel *m_emptyHeading = nullptr;
     QLabel *m_emptyText = nullptr;
     ZLSpinner *m_loading = nullptr;

@@ -13,6 +13,13 @@ ZLIconView::ZLIconView(const QString &iconName, int side, QWidget *parent, Tone 
     setFixedSize(side, side);
 }
 
+void ZLIconView::setIcon(const QString &iconName, Tone tone)
+{
+    m_iconName = iconName;
+    m_tone = tone;
+    update();
+}
+
 void ZLIconView::paintEvent(QPaintEvent *)
 {
     const QColor color = m_tone ? m_tone(palette()) : ZLIcons::tone(m_iconName, palette());

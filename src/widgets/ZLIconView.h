@@ -11,6 +11,8 @@ public:
     /// Without a tone the icon has the one of its name.
     ZLIconView(const QString &iconName, int side, QWidget *parent = nullptr, Tone tone = nullptr);
 
+    void setIcon(const QString &iconName, Tone tone = nullptr);
+
     QSize sizeHint() const override { return {m_side, m_side}; }
 
 protected:

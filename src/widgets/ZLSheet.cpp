@@ -1,8 +1,5 @@
 #include "widgets/ZLSheet.h"
 
-#include "widgets/ZLIcons.h"
-#include "widgets/ZLTheme.h"
-
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,6 +10,7 @@
 
 ZLSheet::ZLSheet(int width)
     : m_column(new QVBoxLayout(this))
+    , m_head(new QVBoxLayout)
     , m_contents(new QVBoxLayout)
     , m_buttons(new QHBoxLayout)
 {
@@ -25,6 +23,7 @@ ZLSheet::ZLSheet(int width)
     m_buttons->setSpacing(ZLTheme::spacing);
     m_buttons->setContentsMargins(0, 2 * ZLTheme::spacing, 0, 0);
     m_buttons->setDirection(QBoxLayout::RightToLeft);
+    m_column->addLayout(m_head);
     m_column->addLayout(m_contents);
     m_column->addLayout(m_buttons);
 }
@@ -40,23 +39,21 @@ QLabel *ZLSheet::addLabel(int step)
     return label;
 }
 
-void ZLSheet::setIcon(const QString &name, const QColor &color)
+void ZLSheet::setIcon(const QString &name, ZLIconView::Tone tone)
 {
     if (!m_icon) {
-        m_icon = new QLabel(this);
-        m_icon->setAlignment(Qt::AlignHCenter);
-        m_icon->setContentsMargins(0, 0, 0, ZLTheme::spacing);
-        m_column->insertWidget(0, m_icon);
+        m_icon = new ZLIconView(name, 36, this);
+        m_head->addWidget(m_icon, 0, Qt::AlignHCenter);
+        m_head->setContentsMargins(0, 0, 0, ZLTheme::spacing);
     }
-    const QColor tint = color.isValid() ? color : ZLTheme::accent(palette());
-    m_icon->setPixmap(ZLIcons::pixmap(name, 36, tint, devicePixelRatioF()));
+    m_icon->setIcon(name, tone);
 }
 
 QLabel *ZLSheet::setHeading(const QString &text)
 {
     if (!m_heading) {
         m_heading = addLabel(1);
-        m_column->insertWidget(m_icon ? 1 : 0, m_heading);
+        m_column->insertWidget(1, m_heading);
     }
     m_heading->setText(text);
     setAccessibleName(text);
@@ -68,7 +65,7 @@ QLabel *ZLSheet::setText(const QString &text)
     if (!m_text) {
         m_text = addLabel(0);
         m_text->setForegroundRole(QPalette::PlaceholderText);
-        m_column->insertWidget((m_icon ? 1 : 0) + (m_heading ? 1 : 0), m_text);
+        m_column->insertWidget(m_heading ? 2 : 1, m_text);
     }
     m_text->setText(text);
     m_text->setVisible(!text.isEmpty());

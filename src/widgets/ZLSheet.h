@@ -1,5 +1,8 @@
 #pragma once
 
+#include "widgets/ZLIconView.h"
+#include "widgets/ZLTheme.h"
+
 #include <QFrame>
 
 class QBoxLayout;
@@ -22,7 +25,7 @@ Q_SIGNALS:
     void orderedOut();
 
 protected:
-    void setIcon(const QString &name, const QColor &color = QColor());
+    void setIcon(const QString &name, ZLIconView::Tone tone = ZLTheme::accent);
     QLabel *setHeading(const QString &text);
     QLabel *setText(const QString &text);
     void addContent(QWidget *widget);
@@ -42,9 +45,10 @@ private:
     QLabel *addLabel(int step);
 
     QBoxLayout *m_column;
+    QBoxLayout *m_head;
     QBoxLayout *m_contents;
     QBoxLayout *m_buttons;
-    QLabel *m_icon = nullptr;
+    ZLIconView *m_icon = nullptr;
     QLabel *m_heading = nullptr;
     QLabel *m_text = nullptr;
     QPushButton *m_default = nullptr;

@@ -122,7 +122,8 @@ void ZLSheetHost::layOut()
         return;
     const QRect room = m_rect ? m_rect() : rect();
     const int width = m_shown->width();
-    const int height = m_shown->hasHeightForWidth() ? m_shown->heightForWidth(width) : m_shown->sizeHint().height();
+    const int wanted = m_shown->hasHeightForWidth() ? m_shown->heightForWidth(width) : m_shown->sizeHint().height();
+    const int height = qMin(wanted, room.height()); // a long text gives way before the buttons do
     const int slide = qRound((1 - m_dim) * 3 * ZLTheme::spacing);
     // A window narrower than the sheet shows its left part, where the fields are.
     const int x = qMax(0, qMin(room.left() + int((room.width() - width) * 0.5), rect().width() - width));

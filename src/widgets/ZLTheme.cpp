@@ -31,8 +31,6 @@ QPalette makePalette(const Colors &colors)
     set(QPalette::BrightText, colors.accentText);
     set(QPalette::Highlight, colors.accent);
     set(QPalette::HighlightedText, colors.accentText);
-    set(QPalette::Link, colors.accent);
-    set(QPalette::LinkVisited, colors.accent);
     set(QPalette::Mid, colors.separator);
     set(QPalette::Midlight, colors.hover);
     set(QPalette::Light, colors.base);
@@ -42,6 +40,9 @@ QPalette makePalette(const Colors &colors)
     set(QPalette::ToolTipText, 0xffffffff);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colors.disabled));
+    // The accent as text: on dark ground that is lighter than the one that white text stands on.
+    for (const QPalette::ColorRole role : {QPalette::Link, QPalette::LinkVisited})
+        palette.setColor(role, ZLTheme::accent(palette));
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor::fromRgb(colors.separator));
     return palette;
 }

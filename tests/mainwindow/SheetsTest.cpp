@@ -147,6 +147,18 @@ void SheetsTest::showsAlertsBeforeSheets()
     QCOMPARE(f.attached(), u"introSheet"_qs);
 }
 
+void SheetsTest::keepsTheButtonOfALongAlert()
+{
+    SheetFixture f(true);
+    f.window->resize(f.window->minimumSize());
+    f.prompts().alert(u"A fault. "_qs.repeated(2000));
+    const QWidget *button = QApplication::focusWidget();
+    const QRect place(button->mapTo(f.window.get(), QPoint()), button->size());
+    QVERIFY(f.window->rect().contains(place));
+    QVERIFY(place.height() >= button->fontMetrics().height());
+    QVERIFY(f.textOf(u"alertMessage"_qs).endsWith(u'…'));
+}
+
 void SheetsTest::keepsTheFocusInside()
 {
     SheetFixture f(true);

@@ -51,5 +51,6 @@ private Q_SLOTS:
     void answersAlerts_data();
     void answersAlerts();
     void showsAlertsBeforeSheets();
+    void keepsTheButtonOfALongAlert();
     void keepsTheFocusInside();
 };
