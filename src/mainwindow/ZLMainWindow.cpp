@@ -16,12 +16,11 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
 #include <QTimer>
-#include <ZalmoServices.h>
+#include <QWindowStateChangeEvent>
 
 namespace {
 const QString toolViewKey = u"postListShouldBeOpen"_qs;
@@ -235,6 +234,9 @@ void ZLMainWindow::changeEvent(QEvent *event)
     QMainWindow::changeEvent(event);
     if (event->type() != QEvent::WindowStateChange)
         return;
+    const Qt::WindowStates before = static_cast<QWindowStateChangeEvent *>(event)->oldState();
+    if (before.testFlag(Qt::WindowFullScreen) == isFullScreen())
+        return; // no other state changes what is here
     m_compose->controller().hidePopupWindows();
     m_leaveFullScreen->setEnabled(isFullScreen());
     menuBar()->setVisible(!isFullScreen());
@@ -300,146 +302,4 @@ void ZLMainWindow::updateButtons()
 {
     m_sideBarView->setButtonsEnabled(m_app.numberOfConnectedAccounts() > 0);
     m_postList->view()->refreshButton()->setEnabled(m_app.numberOfConnectedAccounts() > 0);
-}
-
-// Actions
-
-void ZLMainWindow::didClickOnNewPost()
-{
-    const QPointer<ZLMainWindow> self(this);
-    m_compose->controller().canCreateNewPost().then([this, self](bool can) {
-        if (self && can)
-            m_app.createNewPost();
-    });
-}
-
-void ZLMainWindow::didClickOnPostsList()
-{
-    if (m_isDisplayingToolView)
-        hidePostListBar();
-    else
-        showPostListBar();
-}
-
-void ZLMainWindow::didClickOnImportMedia()
-{
-    m_compose->controller().insertMedia();
-}
-
-void ZLMainWindow::didClickPostOnMenuItem()
-{
-    if (!hasAttachedSheet())
-        m_compose->controller().didPressedPublishButton();
-}
-
-void ZLMainWindow::didClickSaveOnMenuItem()
-{
-    m_compose->controller().didPressedSaveButton();
-}
-void ZLMainWindow::didClickDeletePostOnMenuItem()
-{
-    m_compose->controller().didPressedDeleteButton();
-}
-void ZLMainWindow::didClickRefreshPostListOnMenuItem()
-{
-    m_postList->refresh();
-}
-
-void ZLMainWindow::didClickStrikethroughOnMenuItem()
-{
-    m_compose->controller().execCommand(u"Strikethrough"_qs);
-}
-
-void ZLMainWindow::didClickLinkOnMenuItem()
-{
-    if (!hasAttachedSheet())
-        m_compose->controller().addLinkToCurrentSelection();
-}
-
-void ZLMainWindow::didClickOrderedListOnMenuItem()
-{
-    m_compose->controller().execCommand(u"InsertOrderedList"_qs);
-}
-
-void ZLMainWindow::didClickUnorderedListOnMenuItem()
-{
-    m_compose->controller().execCommand(u"InsertUnorderedList"_qs);
-}
-
-void ZLMainWindow::addBold()
-{
-    m_compose->controller().execCommand(u"Bold"_qs);
-}
-void ZLMainWindow::addItalic()
-{
-    m_compose->controller().execCommand(u"Italic"_qs);
-}
-void ZLMainWindow::addUnderline()
-{
-    m_compose->controller().execCommand(u"Underline"_qs);
-}
-
-void ZLMainWindow::undo()
-{
-    edit("undo", QWebEnginePage::Undo);
-}
-void ZLMainWindow::redo()
-{
-    edit("redo", QWebEnginePage::Redo);
-}
-void ZLMainWindow::cut()
-{
-    edit("cut", QWebEnginePage::Cut);
-}
-void ZLMainWindow::copy()
-{
-    edit("copy", QWebEnginePage::Copy);
-}
-void ZLMainWindow::paste()
-{
-    edit("paste", QWebEnginePage::Paste);
-}
-void ZLMainWindow::selectAll()
-{
-    edit("selectAll", QWebEnginePage::SelectAll);
-}
-
-void ZLMainWindow::edit(const char *method, int webAction)
-{
-    QWidget *focused = focusWidget();
-    if (focused && focused->metaObject()->indexOfMethod((QByteArray(method) + "()").constData()) != -1)
-        QMetaObject::invokeMethod(focused, method);
-    else if (m_compose->canFormatSelectedDOMRange())
-        m_compose->webView()->triggerPageAction(QWebEnginePage::WebAction(webAction));
-}
-
-void ZLMainWindow::searchPosts()
-{
-    showPostListBar();
-    QLineEdit *field = m_postList->view()->searchPostsField();
-    field->setFocus(Qt::ShortcutFocusReason);
-    field->selectAll();
-}
-
-void ZLMainWindow::newAccount()
-{
-    m_app.newAccount();
-}
-void ZLMainWindow::getStartedFromMenu()
-{
-    m_prompts->showGetStartedPanel();
-}
-void ZLMainWindow::didClickQuit()
-{
-    close();
-}
-
-void ZLMainWindow::didClickOnContactSupport()
-{
-    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::supportPage)));
-}
-
-void ZLMainWindow::didClickOnBrowserExtensions()
-{
-    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::extensionsPage)));
 }

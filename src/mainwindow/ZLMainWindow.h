@@ -92,6 +92,7 @@ private:
     bool isRuleMet(MenuCommand::Rule rule) const;
     bool hasAttachedSheet() const;
     void edit(const char *method, int webAction);
+    void format(const QString &command);
     QRect sheetRect() const;
 
     ZLAppDelegate &m_app;
@@ -111,4 +112,5 @@ private:
     QHash<QString, MenuCommand::Rule> m_rules;
     bool m_isDisplayingToolView = false;
     bool m_wasPainted = false;
+    bool m_isAskingForNewPost = false;
 };

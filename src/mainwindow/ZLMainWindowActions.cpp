@@ -1,0 +1,164 @@
+// What the side bar and the menu do.
+
+#include "app/ZLAppDelegate.h"
+#include "mainwindow/ComposeArea.h"
+#include "mainwindow/ZLMainWindow.h"
+#include "mainwindow/ZLPostListView.h"
+#include "mainwindow/ZLPostListViewController.h"
+#include "mainwindow/ZLPrompts.h"
+#include "widgets/ZLSheetHost.h"
+
+#include <QLineEdit>
+#include <ZalmoServices.h>
+
+void ZLMainWindow::didClickOnNewPost()
+{
+    if (std::exchange(m_isAskingForNewPost, true))
+        return;
+    const QPointer<ZLMainWindow> self(this);
+    m_compose->controller().canCreateNewPost().then([this, self](bool can) {
+        if (!self)
+            return;
+        m_isAskingForNewPost = false;
+        if (can)
+            m_app.createNewPost();
+    });
+}
+
+void ZLMainWindow::didClickOnPostsList()
+{
+    if (m_isDisplayingToolView)
+        hidePostListBar();
+    else
+        showPostListBar();
+}
+
+void ZLMainWindow::didClickOnImportMedia()
+{
+    m_compose->controller().insertMedia();
+}
+
+void ZLMainWindow::didClickPostOnMenuItem()
+{
+    if (!hasAttachedSheet())
+        m_compose->controller().didPressedPublishButton();
+}
+
+void ZLMainWindow::didClickSaveOnMenuItem()
+{
+    m_compose->controller().didPressedSaveButton();
+}
+void ZLMainWindow::didClickDeletePostOnMenuItem()
+{
+    m_compose->controller().didPressedDeleteButton();
+}
+void ZLMainWindow::didClickRefreshPostListOnMenuItem()
+{
+    m_postList->refresh();
+}
+
+void ZLMainWindow::didClickStrikethroughOnMenuItem()
+{
+    m_compose->controller().execCommand(u"Strikethrough"_qs);
+}
+
+void ZLMainWindow::didClickLinkOnMenuItem()
+{
+    if (!hasAttachedSheet())
+        m_compose->controller().addLinkToCurrentSelection();
+}
+
+void ZLMainWindow::didClickOrderedListOnMenuItem()
+{
+    m_compose->controller().execCommand(u"InsertOrderedList"_qs);
+}
+
+void ZLMainWindow::didClickUnorderedListOnMenuItem()
+{
+    m_compose->controller().execCommand(u"InsertUnorderedList"_qs);
+}
+
+// These items are always enabled, and yet have nothing to format while the cursor is elsewhere.
+void ZLMainWindow::format(const QString &command)
+{
+    if (m_compose->canFormatSelectedDOMRange())
+        m_compose->controller().execCommand(command);
+}
+
+void ZLMainWindow::addBold()
+{
+    format(u"Bold"_qs);
+}
+void ZLMainWindow::addItalic()
+{
+    format(u"Italic"_qs);
+}
+void ZLMainWindow::addUnderline()
+{
+    format(u"Underline"_qs);
+}
+
+void ZLMainWindow::undo()
+{
+    edit("undo", QWebEnginePage::Undo);
+}
+void ZLMainWindow::redo()
+{
+    edit("redo", QWebEnginePage::Redo);
+}
+void ZLMainWindow::cut()
+{
+    edit("cut", QWebEnginePage::Cut);
+}
+void ZLMainWindow::copy()
+{
+    edit("copy", QWebEnginePage::Copy);
+}
+void ZLMainWindow::paste()
+{
+    edit("paste", QWebEnginePage::Paste);
+}
+void ZLMainWindow::selectAll()
+{
+    edit("selectAll", QWebEnginePage::SelectAll);
+}
+
+void ZLMainWindow::edit(const char *method, int webAction)
+{
+    QWidget *focused = focusWidget();
+    if (focused && focused->metaObject()->indexOfMethod((QByteArray(method) + "()").constData()) != -1)
+        QMetaObject::invokeMethod(focused, method);
+    else if (m_compose->canFormatSelectedDOMRange())
+        m_compose->webView()->triggerPageAction(QWebEnginePage::WebAction(webAction));
+}
+
+void ZLMainWindow::searchPosts()
+{
+    showPostListBar();
+    QLineEdit *field = m_postList->view()->searchPostsField();
+    field->setFocus(Qt::ShortcutFocusReason);
+    field->selectAll();
+}
+
+void ZLMainWindow::newAccount()
+{
+    m_app.newAccount();
+}
+void ZLMainWindow::getStartedFromMenu()
+{
+    m_prompts->showGetStartedPanel();
+}
+void ZLMainWindow::didClickQuit()
+{
+    close();
+}
+
+void ZLMainWindow::didClickOnContactSupport()
+{
+    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::supportPage)));
+}
+
+void ZLMainWindow::didClickOnBrowserExtensions()
+{
+    m_app.platform().workspace.openURL(QUrl(QString::fromUtf16(ZalmoServices::extensionsPage)));
+}
