@@ -1,6 +1,8 @@
 #include "mainwindow/ZLPostListModel.h"
 
+#include "mainwindow/ZLPostListCellView.h"
 #include "text/ContentPasses.h"
+#include "text/HTMLEntities.h"
 
 static constexpr int shownLength = 300; // more than two lines of the list hold
 
@@ -21,8 +23,8 @@ QVariant ZLPostListModel::data(const QModelIndex &index, int role) const
         return detail(index.row());
     case StatusRole:
         return post->status;
-    case Qt::AccessibleDescriptionRole:
-        return detail(index.row());
+    case Qt::AccessibleDescriptionRole: // what one sees as an icon, too
+        return u"%1. %2"_qs.arg(ZLPostListCellView::wordForPostStatus(post->status), detail(index.row()));
     default:
         return {};
     }
@@ -34,7 +36,8 @@ QString ZLPostListModel::detail(int row) const
     const auto known = m_details.constFind(post);
     if (known != m_details.cend())
         return *known;
-    const QString extract = ContentPasses::removeHTMLFromString(post->content);
+    const QString extract =
+        HTMLEntities::stringByDecodingHTMLEntities(ContentPasses::removeHTMLFromString(post->content));
     const QString shown = extract.isEmpty() ? u"No content"_qs : extract.left(shownLength);
     m_details.insert(post, shown);
     return shown;

@@ -263,9 +263,18 @@ bool ZLPostListViewController::keepsStatus(const ZLLocalPostRepresentation &post
     return post.status == ZLLocalPostRepresentation::New || post.status == ZLLocalPostRepresentation::ConflictSolved;
 }
 
+/// Its row follows what is typed, also while a search hides it.
+LocalPostPtr ZLPostListViewController::postOnScreen() const
+{
+    const QList<LocalPostPtr> &posts = m_app.posts();
+    const auto isSelected = [this](const LocalPostPtr &post) { return post->localFile == m_selectedLocalFile; };
+    const auto found = std::find_if(posts.cbegin(), posts.cend(), isSelected);
+    return found == posts.cend() ? nullptr : *found;
+}
+
 void ZLPostListViewController::setTitleToSelectedPost(const QString &title)
 {
-    const LocalPostPtr post = selectedLocalPost();
+    const LocalPostPtr post = postOnScreen();
     if (!post || post->title == title)
         return;
     post->title = title;
@@ -276,7 +285,7 @@ void ZLPostListViewController::setTitleToSelectedPost(const QString &title)
 
 void ZLPostListViewController::setContentToSelectedPost(const QString &content)
 {
-    const LocalPostPtr post = selectedLocalPost();
+    const LocalPostPtr post = postOnScreen();
     if (!post)
         return;
     QString before = ContentPasses::removeHTMLFromString(post->content);
@@ -297,7 +306,7 @@ void ZLPostListViewController::setContentToSelectedPost(const QString &content)
 
 void ZLPostListViewController::setStatusToSelectedPost(int status)
 {
-    const LocalPostPtr post = selectedLocalPost();
+    const LocalPostPtr post = postOnScreen();
     if (!post || post->status == status)
         return;
     post->status = status;

@@ -73,6 +73,7 @@ private:
     void tableViewSelectionDidChange();
     void loadSelectedPost(const LocalPostPtr &post);
     void leaveVanishedPost();
+    LocalPostPtr postOnScreen() const;
     void setRows(const QList<LocalPostPtr> &posts);
     void selectInTable(int row); ///< without telling anybody
     int selectedRowInTable() const;

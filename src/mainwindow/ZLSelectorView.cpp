@@ -21,7 +21,6 @@ ZLSelectorView::ZLSelectorView(QWidget *parent)
     , m_menu(new QMenu(this))
 {
     setObjectName(u"blogSelector"_qs);
-    setAccessibleName(tr("Current blog"));
     setToolTip(tr("Switch blog"));
     setFont(ZLTheme::font(font(), 0, QFont::DemiBold));
     setFocusPolicy(Qt::TabFocus);
@@ -89,6 +88,7 @@ void ZLSelectorView::removeBlogSelector()
 void ZLSelectorView::setTitle(const QString &blogName, const QString &faviconPath)
 {
     setText(blogName.trimmed());
+    setAccessibleName(tr("Current blog: %1").arg(text()));
     setIcon(ZLFavicon::icon(faviconPath));
     updateGeometry();
 }

@@ -208,6 +208,9 @@ void PostListTest::keepsTheRowCurrentWhileTyping()
     f.list().setContentToSelectedPost(u"<p>%1 one two</p>"_qs.arg(start));
     QCOMPARE(reloads.size(), 0);
     QCOMPARE(row->content, u"<p>%1 one two</p>"_qs.arg(start));
+    f.list().view()->searchPostsField()->setText(u"nothing has this"_qs);
+    f.list().setTitleToSelectedPost(u"Best"_qs);
+    QCOMPARE(row->title, u"Best"_qs);
 }
 
 void PostListTest::searches()
@@ -243,6 +246,7 @@ void PostListTest::showsSomethingForEveryRow_data()
     QTest::addColumn<QString>("shownTitle");
     QTest::addColumn<QString>("shownDetail");
     QTest::newRow("text") << u"T"_qs << u"<p>One<br>two&nbsp;three</p>"_qs << u"T"_qs << u"Onetwo three"_qs;
+    QTest::newRow("entities") << u"T"_qs << u"<p>Fish &amp; chips</p>"_qs << u"T"_qs << u"Fish & chips"_qs;
     QTest::newRow("nothing") << QString() << QString() << u"No title"_qs << u"No content"_qs;
     QTest::newRow("only a picture") << u"T"_qs << u"<img src=\"a.png\">"_qs << u"T"_qs << u"No content"_qs;
 }
