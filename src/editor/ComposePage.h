@@ -39,7 +39,6 @@ public:
     virtual void addLinkMarkToCurrentSelection() = 0;
     virtual void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) = 0;
     virtual void removeLinkMarkForCurrentSelection() = 0;
-    virtual void removeLink() = 0;
     virtual void hidePopupWindows() = 0;
     virtual void focus() = 0;
     virtual bool isShowingImageEditor() const { return false; }
@@ -53,5 +52,6 @@ Q_SIGNALS:
     void selectionChanged(const QString &text, const SelectionStyle &style);
     void openAddLink(const QString &url, const QString &tooltip, bool newWindow);
     void focusTitleRequested();
+    void focusTokensRequested();
     void crashed(); ///< the page's process died; it has been loaded anew and wants its content again
 };

@@ -29,7 +29,9 @@ public:
     virtual void setTitle(const QString &title) = 0;
     virtual QStringList tokens() const = 0;
     virtual void setTokens(const QStringList &tokens) = 0;
+    virtual void commitTokens() = 0; ///< text that is on its way to a token becomes one
     virtual void focusTitle() = 0;
+    virtual void focusTokens() = 0;
     virtual void setSaveButton(const Button &button) = 0;
     virtual void setPublishButton(const Button &button) = 0;
     virtual void setCalendarButton(const Button &button) = 0;

@@ -85,3 +85,8 @@ void EditorCalls::leaveForTitle()
 {
     Q_EMIT focusTitleRequested();
 }
+
+void EditorCalls::leaveForTokens()
+{
+    Q_EMIT focusTokensRequested();
+}

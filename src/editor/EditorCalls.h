@@ -38,11 +38,13 @@ public Q_SLOTS:
     void answered(int id, const QVariant &value);
     void reportSelectionStyle(const QVariantMap &style);
     void leaveForTitle();
+    void leaveForTokens();
 
 Q_SIGNALS:
     void requested(int id, const QString &name, const QVariantList &arguments);
     void selectionStyleChanged(const QVariantMap &style);
     void focusTitleRequested();
+    void focusTokensRequested();
 
 private:
     struct Request {

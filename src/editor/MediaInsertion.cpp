@@ -40,7 +40,7 @@ QCoro::Task<void> MediaInsertion::insertMedia()
     if (linksToFullImage(copy))
         image.linkTo = copy;
     m_parts.page.addImage(image);
-    QCoro::Task<std::optional<QString>> asking = m_parts.page.getBodyContent();
+    QCoro::Task<std::optional<QString>> asking = m_parts.page.getRawContent();
     const std::optional<QString> content = co_await asking;
     if (self && content && generation == m_parts.screen.generation())
         Q_EMIT setPostContent(*content);

@@ -1,5 +1,6 @@
 #include "editor/ZLComposeWidget.h"
 
+#include "editor/PageColumn.h"
 #include "editor/ZLAddLinkPopupView.h"
 #include "editor/ZLComposeBar.h"
 #include "widgets/ZLAlertView.h"
@@ -19,8 +20,6 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int titleWidth = 900;
-constexpr int sideMargin = 48;
 } // namespace
 
 /// The widget as its controller sees it.
@@ -36,7 +35,9 @@ public:
     void setTitle(const QString &title) override { m_widget.m_title->setString(title); }
     QStringList tokens() const override { return m_widget.m_tokens->tokens(); }
     void setTokens(const QStringList &tokens) override { m_widget.m_tokens->setTokens(tokens); }
+    void commitTokens() override { m_widget.m_tokens->commit(); }
     void focusTitle() override { m_widget.focusTitle(); }
+    void focusTokens() override { m_widget.m_tokens->setFocus(Qt::TabFocusReason); }
     void setSaveButton(const Button &button) override { m_widget.m_bar->setSaveButton(button); }
     void setPublishButton(const Button &button) override { m_widget.m_bar->setPublishButton(button); }
     void setCalendarButton(const Button &) override { } // the bar has no calendar while dates cannot be chosen
@@ -144,17 +145,20 @@ ComposeView &ZLComposeWidget::view()
 QWidget *ZLComposeWidget::makeTitleRow()
 {
     auto *row = new QWidget(m_content);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(sideMargin, 3 * ZLTheme::spacing, sideMargin, ZLTheme::spacing);
+    m_titleRow = new QHBoxLayout(row);
     m_title = new ZLTextViewWithPlaceHolder(QStringLiteral(" Your title here"), row);
     m_title->setObjectName(QStringLiteral("titleField"));
     m_title->setFont(ZLTheme::font(font(), 2, QFont::Bold));
-    m_title->setMaximumWidth(titleWidth);
     m_title->viewport()->setAutoFillBackground(false);
-    layout->addStretch(1);
-    layout->addWidget(m_title, 1000);
-    layout->addStretch(1);
+    m_titleRow->addWidget(m_title);
     return row;
+}
+
+void ZLComposeWidget::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int side = PageColumn::margin(width()) - qRound(m_title->document()->documentMargin());
+    m_titleRow->setContentsMargins(side, 3 * ZLTheme::spacing, side, ZLTheme::spacing);
 }
 
 QWidget *ZLComposeWidget::makeLine()
@@ -176,7 +180,11 @@ QWidget *ZLComposeWidget::makeTokenRow()
     icon->setToolTip(QStringLiteral("Tags and Categories"));
     m_tokens = new ZLTokenField(QStringLiteral("categories and #tags"), row);
     m_tokens->setObjectName(QStringLiteral("tokenField"));
-    layout->addWidget(icon);
+    auto *iconColumn = new QVBoxLayout; // beside the first row of tokens
+    iconColumn->setContentsMargins(0, (m_tokens->rowHeight() - icon->height()) / 2, 0, 0);
+    iconColumn->addWidget(icon);
+    iconColumn->addStretch();
+    layout->addLayout(iconColumn);
     layout->addWidget(m_tokens, 1);
     return row;
 }

@@ -7,6 +7,7 @@
 #include <functional>
 
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QVBoxLayout;
 class ZLAddLinkPopupView;
@@ -34,6 +35,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     class View;
@@ -54,6 +56,7 @@ private:
     ZLComposeBar *m_bar;
     QLabel *m_noticeText = nullptr; ///< before the notice, whose making fills it
     QFrame *m_notice;
+    QHBoxLayout *m_titleRow = nullptr;
     ZLTextViewWithPlaceHolder *m_title = nullptr;
     QVBoxLayout *m_pageArea;
     ZLTokenField *m_tokens = nullptr;

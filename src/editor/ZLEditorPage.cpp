@@ -62,6 +62,7 @@ ZLEditorPage::ZLEditorPage(QObject *parent)
         Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
     });
     connect(&m_calls, &EditorCalls::focusTitleRequested, this, &ComposePage::focusTitleRequested);
+    connect(&m_calls, &EditorCalls::focusTokensRequested, this, &ComposePage::focusTokensRequested);
 }
 
 void ZLEditorPage::setView(ZLEditorWebView *view)
@@ -163,11 +164,6 @@ void ZLEditorPage::removeLinkMarkForCurrentSelection()
     m_calls.call(QStringLiteral("removeLinkMarkForCurrentSelection"));
 }
 
-void ZLEditorPage::removeLink()
-{
-    m_calls.call(QStringLiteral("removeLink"));
-}
-
 void ZLEditorPage::hidePopupWindows()
 {
     m_calls.call(QStringLiteral("removeCurrentSelections"));
@@ -238,11 +234,6 @@ void ZLEditorPage::selectionWasUnselected(const QString &)
 void ZLEditorPage::openAddLinkPopover(const QString &url, const QString &tooltip, bool newWindow)
 {
     Q_EMIT openAddLink(url, tooltip, newWindow);
-}
-
-void ZLEditorPage::resizeTitleView()
-{
-    Q_EMIT titleViewShouldResize();
 }
 
 bool ZLEditorPage::editorIsMainWindow()

@@ -27,7 +27,6 @@ public:
     void addLinkMarkToCurrentSelection() override;
     void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) override;
     void removeLinkMarkForCurrentSelection() override;
-    void removeLink() override;
     void hidePopupWindows() override;
     void focus() override;
     void cleanUndoStack() override;
@@ -43,9 +42,6 @@ public:
     EditorCalls &calls() { return m_calls; }
     ZLEditorWebViewBridge &bridge() { return m_bridge; }
 
-Q_SIGNALS:
-    void titleViewShouldResize();
-
 private:
     static constexpr int nobody = -1;
 
@@ -54,7 +50,6 @@ private:
     void selectionChanged(const QString &text, const QPoint &location) override;
     void selectionWasUnselected(const QString &text) override;
     void openAddLinkPopover(const QString &url, const QString &tooltip, bool newWindow) override;
-    void resizeTitleView() override;
     bool editorIsMainWindow() override;
     QString targetForLinkImage() override;
 

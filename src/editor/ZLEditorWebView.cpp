@@ -147,10 +147,11 @@ void ZLEditorWebView::loadIfGivenUp()
 
 void ZLEditorWebView::contextMenuEvent(QContextMenuEvent *event)
 {
-    QMenu menu(this);
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
     for (const auto action : {QWebEnginePage::Cut, QWebEnginePage::Copy, QWebEnginePage::Paste})
-        menu.addAction(m_enginePage->action(action));
-    menu.exec(event->globalPos());
+        menu->addAction(m_enginePage->action(action));
+    menu->popup(event->globalPos());
 }
 
 void ZLEditorWebView::changeEvent(QEvent *event)

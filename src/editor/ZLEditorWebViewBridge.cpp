@@ -32,6 +32,7 @@ void ZLEditorWebViewBridge::selectionChangedWithText_X_Y_Bold_Italic_Underline_S
 void ZLEditorWebViewBridge::selectionWasUnselected_(const QString &text)
 {
     m_delegate.selectionWasUnselected(text);
+    ZLLog(QStringLiteral("last selection: %1").arg(text));
 }
 
 void ZLEditorWebViewBridge::lastSelection_(const QString &)

@@ -64,6 +64,7 @@ void ZLMainWindowCreateViewController::observePage()
     connect(&m_page, &ComposePage::selectionChanged, this,
         [this](const QString &, const SelectionStyle &style) { m_view.setSelectionStyle(style); });
     connect(&m_page, &ComposePage::focusTitleRequested, this, &Self::makeTitleBecomeFirstResponder);
+    connect(&m_page, &ComposePage::focusTokensRequested, this, [this] { m_view.focusTokens(); });
     connect(&m_page, &ComposePage::crashed, this, &Self::loadContent);
 }
 
@@ -283,6 +284,11 @@ void ZLMainWindowCreateViewController::reloadCurrentPostAfterSyncingEngine(int e
         return;
     const bool isListed = m_host.rowForFile(row->localFile) != nullptr;
     reload(isListed ? row : ZLLocalPostRepresentation::initWithContentsOfFileURL(row->localFile, m_host.now()));
+}
+
+void ZLMainWindowCreateViewController::commitEditing()
+{
+    m_view.commitTokens();
 }
 
 void ZLMainWindowCreateViewController::saveDocuments()

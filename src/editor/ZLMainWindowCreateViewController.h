@@ -44,6 +44,7 @@ public:
     void insertMedia();
     void execCommand(const QString &command);
     void addLinkToCurrentSelection();
+    void commitEditing(); ///< the program is about to end
     /// Writes what is unsaved, of every open document.
     void saveDocuments();
 

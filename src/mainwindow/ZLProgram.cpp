@@ -1,6 +1,7 @@
 #include "mainwindow/ZLProgram.h"
 
 #include "editor/EditorScheme.h"
+#include "mainwindow/ComposeArea.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "widgets/ZLTheme.h"
 
@@ -92,6 +93,7 @@ QCoro::Task<void> ZLProgram::launch()
 QCoro::Task<void> ZLProgram::quit()
 {
     const QPointer<ZLProgram> self(this);
+    m_window->composeArea().controller().commitEditing();
     const bool mayQuit = co_await m_controller.applicationShouldTerminate();
     if (self && mayQuit)
         QCoreApplication::exit();

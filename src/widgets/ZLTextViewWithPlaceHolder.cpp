@@ -121,6 +121,8 @@ int ZLTextViewWithPlaceHolder::textHeight() const
 
 QSize ZLTextViewWithPlaceHolder::sizeHint() const
 {
-    const int oneLine = fontMetrics().lineSpacing() + qRound(2 * document()->documentMargin());
-    return {200, qMax(oneLine, textHeight())};
+    constexpr int mostLines = 5; // a longer title scrolls
+    const int margins = qRound(2 * document()->documentMargin());
+    const int line = fontMetrics().lineSpacing();
+    return {200, qBound(line + margins, textHeight(), mostLines * line + margins)};
 }

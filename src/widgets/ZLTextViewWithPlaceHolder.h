@@ -2,7 +2,7 @@
 
 #include <QTextEdit>
 
-/// The title of a post: plain text without line breaks, as high as its lines.
+/// The title of a post: plain text without line breaks, as high as its first few lines.
 class ZLTextViewWithPlaceHolder : public QTextEdit {
     Q_OBJECT
 public:

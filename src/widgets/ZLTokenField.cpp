@@ -42,6 +42,16 @@ void ZLTokenField::hideCompletions()
     m_editor->hideCompletions();
 }
 
+void ZLTokenField::commit()
+{
+    m_editor->commit();
+}
+
+int ZLTokenField::rowHeight() const
+{
+    return m_editor->sizeHint().height();
+}
+
 QStringList ZLTokenField::tokens() const
 {
     QStringList tokens;
@@ -136,7 +146,7 @@ void ZLTokenField::updatePlaceHolder()
 
 int ZLTokenField::layOut(int width, bool apply) const
 {
-    const int rowHeight = m_editor->sizeHint().height();
+    const int rowHeight = this->rowHeight();
     int x = 0;
     int y = 0;
     const auto place = [&](QWidget *widget, QSize size) {

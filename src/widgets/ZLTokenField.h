@@ -22,6 +22,8 @@ public:
     /// Asked for texts of at least 3 characters.
     void setCompletions(std::function<QStringList(const QString &)> completions);
     void hideCompletions();
+    void commit(); ///< makes a token of the text that has not become one yet
+    int rowHeight() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -37,7 +37,6 @@ public:
         calls.append(QStringLiteral("addLink %1 %2 %3").arg(url, tooltip).arg(newWindow));
     }
     void removeLinkMarkForCurrentSelection() override { calls.append(QStringLiteral("removeLinkMark")); }
-    void removeLink() override { calls.append(QStringLiteral("removeLink")); }
     void hidePopupWindows() override { }
     void focus() override { calls.append(QStringLiteral("focus")); }
     void cleanUndoStack() override { }

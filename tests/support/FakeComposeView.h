@@ -9,7 +9,9 @@ public:
     void setTitle(const QString &title) override { titleText = title; }
     QStringList tokens() const override { return tokenTexts; }
     void setTokens(const QStringList &tokens) override { tokenTexts = tokens; }
+    void commitTokens() override { }
     void focusTitle() override { ++titleFocused; }
+    void focusTokens() override { }
     void setSaveButton(const Button &button) override { save = button; }
     void setPublishButton(const Button &button) override { publish = button; }
     void setCalendarButton(const Button &button) override { calendar = button; }

@@ -71,14 +71,6 @@ export function removeLinkMarkForCurrentSelection(editor) {
     restore(editor);
 }
 
-export function removeLink(editor) {
-    const range = rangeIn(editor.content);
-    if (!range)
-        return;
-    select(widened(range));
-    document.execCommand('unlink');
-}
-
 /** A click on a link does nothing (nor does one on anything else that answers to clicks); a double click opens the sheet. */
 export function watchLinks(editor, bridge) {
     document.addEventListener('click', event => {

@@ -6,7 +6,7 @@ import {execCommand, prepareCommands} from './commands.js';
 import {Editor} from './editor.js';
 import {addImage} from './images.js';
 import {
-    addLinkMarkToCurrentSelection, addLinkToSelection, removeLink, removeLinkMarkForCurrentSelection, watchLinks,
+    addLinkMarkToCurrentSelection, addLinkToSelection, removeLinkMarkForCurrentSelection, watchLinks,
 } from './links.js';
 import {watchKeys} from './keys.js';
 import {watchPaste} from './paste.js';
@@ -26,7 +26,6 @@ function functionsOf(editor, bridge, watch) {
         addLinkMarkToCurrentSelection: () => addLinkMarkToCurrentSelection(editor),
         addLinkToSelection: (...args) => addLinkToSelection(editor, ...args),
         removeLinkMarkForCurrentSelection: () => removeLinkMarkForCurrentSelection(editor),
-        removeLink: () => removeLink(editor),
         removeCurrentSelections: () => getSelection().removeAllRanges(),
         cleanUndoStack: () => editor.cleanUndoStack(),
         focusContent: () => ensureSelection(editor.content),

@@ -111,8 +111,11 @@ void ComposeWidgetTest::titleGrows()
     const int oneLine = title().height();
     m_widget->view().setTitle(QString("many words ").repeated(20));
     QTRY_VERIFY(title().height() > 2 * oneLine);
+    m_widget->view().setTitle(QString("many words ").repeated(200));
+    QTRY_VERIFY(title().height() > 3 * oneLine);
+    QVERIFY(title().height() < 6 * oneLine);
     m_window->resize(1600, 640);
-    QTRY_COMPARE(title().width(), 900);
+    QTRY_VERIFY(title().width() <= 900);
     m_widget->view().setTitle({});
     QTRY_COMPARE(title().height(), oneLine);
 }

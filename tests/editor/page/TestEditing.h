@@ -24,5 +24,7 @@ private Q_SLOTS:
     void imageGoesWhereTheCursorWas();
     void typesBehindABox_data();
     void typesBehindABox();
-    void tabLeavesBackwards();
+    void tabLeavesThePage();
+    void textIsWhereTheTitleExpectsIt_data();
+    void textIsWhereTheTitleExpectsIt();
 };
