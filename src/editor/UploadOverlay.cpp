@@ -57,6 +57,7 @@ void UploadOverlay::addPostForLoadingList(const PostPtr &post, int heading)
     loadingPostStatuses[post->id] = Preparing;
     loadingPostTypes[post->id] = heading;
     m_sentPosts[post->id] = post;
+    m_blogNames[post->id] = m_host.getBlogName();
 }
 
 void UploadOverlay::removePostFromLoadingList(const QString &id)
@@ -65,18 +66,19 @@ void UploadOverlay::removePostFromLoadingList(const QString &id)
     loadingPostStatuses.remove(id);
     loadingPostTypes.remove(id);
     m_sentPosts.remove(id);
+    m_blogNames.remove(id);
 }
 
-void UploadOverlay::show(int heading, int step)
+void UploadOverlay::show(int heading, int step, const QString &blogName)
 {
     m_heading = heading;
     m_isShowingLoadingView = true;
-    m_view.showLoadingView(headingText(heading), stepText(step), m_host.getBlogName());
+    m_view.showLoadingView(headingText(heading), stepText(step), blogName);
 }
 
 void UploadOverlay::showLoadingView(int heading)
 {
-    show(heading, Preparing);
+    show(heading, Preparing, m_host.getBlogName());
 }
 
 void UploadOverlay::hideLoadingView()
@@ -92,7 +94,7 @@ void UploadOverlay::follow(const PostPtr &onScreen)
     if (!isLoading(onScreen->id))
         hideLoadingView();
     else
-        show(loadingPostTypes[onScreen->id], loadingPostStatuses[onScreen->id]);
+        show(loadingPostTypes[onScreen->id], loadingPostStatuses[onScreen->id], m_blogNames[onScreen->id]);
 }
 
 void UploadOverlay::didUpdateLoadingStatus(const PostPtr &post, int step, const PostPtr &onScreen)

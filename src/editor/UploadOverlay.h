@@ -46,7 +46,7 @@ public:
     void cancel(const PostPtr &onScreen);
 
 private:
-    void show(int heading, int step);
+    void show(int heading, int step, const QString &blogName);
 
     ComposeHost &m_host;
     ComposeView &m_view;
@@ -56,4 +56,6 @@ private:
     QHash<QString, int> loadingPostStatuses;
     QHash<QString, int> loadingPostTypes;
     QHash<QString, PostPtr> m_sentPosts; ///< the very records that the service works on
+    /// Where each goes. The overlay does not follow a change of the blog: an upload goes on to the one it began with.
+    QHash<QString, QString> m_blogNames;
 };

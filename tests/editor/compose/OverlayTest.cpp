@@ -58,8 +58,10 @@ void OverlayTest::followsThePost()
     overlay.follow(makePost("2"));
     QVERIFY(!view.isLoading);
     overlay.didUpdateLoadingStatus(uploading, UploadOverlay::SyncingImages, makePost("2"));
+    host.account->blog_name = "Another";
     overlay.follow(makePost("1"));
     QVERIFY(view.isLoading);
+    QCOMPARE(view.blogName, "Blog"); // to which it still goes
     QCOMPARE(view.heading, "Saving Draft");
     QCOMPARE(view.step, "Syncing images...");
     overlay.removePostFromLoadingList("1");
