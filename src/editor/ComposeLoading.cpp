@@ -63,6 +63,7 @@ void ZLMainWindowCreateViewController::loadPostFromDocument()
     loadContent();
     loadTokens();
     m_view.setSaveState({});
+    Q_EMIT didLoadedPost(post);
 }
 
 void ZLMainWindowCreateViewController::takePostFromDocument()

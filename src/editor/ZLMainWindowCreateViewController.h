@@ -57,6 +57,9 @@ public:
     void reloadCurrentPostAfterSyncingEngine(int engine) override;
     void didSendBodyData(const PostPtr &post, float progress) override;
 
+Q_SIGNALS:
+    void didLoadedPost(const PostPtr &post); ///< it has come on the screen
+
 private:
     void observeView();
     void observePage();

@@ -3,6 +3,7 @@
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
+#include "mainwindow/KeyHold.h"
 #include "mainwindow/ZLPostListView.h"
 #include "mainwindow/ZLPostListViewController.h"
 #include "mainwindow/ZLPrompts.h"
@@ -32,6 +33,7 @@ constexpr QSize smallestSize(580, 420); // with a closed list
 ZLMainWindow::ZLMainWindow(ZLAppDelegate &app)
     : m_app(app)
     , m_leaveFullScreen(new QShortcut(Qt::Key_Escape, this))
+    , m_keyHold(new KeyHold(this))
 {
     ZLTheme::applyOnce(*qApp);
     setObjectName(u"mainWindow"_qs);
@@ -125,6 +127,7 @@ void ZLMainWindow::connectViews()
 {
     m_postList->delegate = m_compose.get();
     m_compose->controller().setRowUpdates(m_postList.get());
+    connect(&m_compose->controller(), &ZLMainWindowCreateViewController::didLoadedPost, m_keyHold, &KeyHold::release);
     connect(m_postList.get(), &ZLPostListViewController::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
     connect(m_sideBarView, &ZLSideBarView::didClickOnPostsList, this, &ZLMainWindow::didClickOnPostsList);
     connect(m_sideBarView, &ZLSideBarView::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);

@@ -8,6 +8,7 @@
 #include <memory>
 
 class ComposeArea;
+class KeyHold;
 class QShortcut;
 class QHBoxLayout;
 class ZLAppDelegate;
@@ -113,4 +114,5 @@ private:
     bool m_isDisplayingToolView = false;
     bool m_wasPainted = false;
     bool m_isAskingForNewPost = false;
+    KeyHold *m_keyHold;
 };

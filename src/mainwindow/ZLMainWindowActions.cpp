@@ -2,6 +2,7 @@
 
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/ComposeArea.h"
+#include "mainwindow/KeyHold.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLPostListView.h"
 #include "mainwindow/ZLPostListViewController.h"
@@ -15,6 +16,7 @@ void ZLMainWindow::didClickOnNewPost()
 {
     if (std::exchange(m_isAskingForNewPost, true))
         return;
+    m_keyHold->hold(); // who types on at once means the new post
     const QPointer<ZLMainWindow> self(this);
     m_compose->controller().canCreateNewPost().then([this, self](bool can) {
         if (!self)
@@ -22,6 +24,8 @@ void ZLMainWindow::didClickOnNewPost()
         m_isAskingForNewPost = false;
         if (can)
             m_app.createNewPost();
+        else
+            m_keyHold->release();
     });
 }
 

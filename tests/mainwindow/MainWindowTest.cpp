@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QSet>
+#include <QTextEdit>
 
 void MainWindowTest::validatesTheMenu_data()
 {
@@ -68,6 +69,24 @@ void MainWindowTest::hasNoShortcutTwice()
             }
         }
     }
+}
+
+void MainWindowTest::givesWhatIsTypedAtOnceToTheNewPost()
+{
+    WindowFixture f;
+    f.seedPosts({u"A"_qs});
+    f.launch();
+    f.show();
+    f.list().selectRow(0);
+    auto *title = f.find<QTextEdit>(u"titleField"_qs);
+    QTRY_COMPARE(title->toPlainText(), u"A"_qs);
+    title->setFocus();
+    f.window->didClickOnNewPost();
+    f.window->didClickOnNewPost();
+    QTest::keyClicks(title, u"New"_qs);
+    QTRY_COMPARE(title->toPlainText(), u"New"_qs);
+    QTRY_VERIFY(f.row(u"New"_qs));
+    QVERIFY(f.row(u"A"_qs));
 }
 
 void MainWindowTest::growsByThePostList()

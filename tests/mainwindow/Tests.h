@@ -34,6 +34,7 @@ private Q_SLOTS:
     void validatesTheMenu_data();
     void validatesTheMenu();
     void hasNoShortcutTwice();
+    void givesWhatIsTypedAtOnceToTheNewPost();
     void growsByThePostList();
     void comesBackNarrow();
     void standsInAColumnInFullScreen_data();
