@@ -75,11 +75,6 @@ void BlogPostSync::write(ZLWordpressPost &post, const QString &blogName)
         ZLLog(QStringLiteral("error-The blog sent a post without an id"));
         return;
     }
-    if (blogName.isEmpty()) {
-        // A blog whose connection failed has no folder, and none could be told from that of all blogs.
-        ZLLog(QStringLiteral("error-The blog of post %1 has no name").arg(post.id));
-        return;
-    }
     const QString folder = m_environment.files.postPathForBlogURL(blogName, post.id);
     if (folder.isNull()) // refused, and logged there
         return;
