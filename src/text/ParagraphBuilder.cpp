@@ -41,28 +41,6 @@ bool needsParagraph(QStringView chunk)
     return !matches(chunk, at, u"<a") || !linkLeadsToImage(chunk, at);
 }
 
-/// A line end in front of each opening block tag and two behind each closing one, in one walk.
-QString linesAroundBlocks(const QString &content)
-{
-    Rewriter out(content);
-    NextChar tagEnd(content, u'>');
-    qsizetype opened = 0; // what stands before belongs to an opening tag
-    for (qsizetype at = indexOf(content, u'<', 0); at + 1 < content.size(); at = indexOf(content, u'<', at + 1)) {
-        if (content[at + 1] == u'/') {
-            const qsizetype end = BlockNames::endOfClosing(content, at + 2);
-            if (end >= 0)
-                out.replace(end, end, QStringView(u"\n\n"));
-        } else if (at >= opened && BlockNames::startsAt(content, at + 1)) {
-            const qsizetype end = tagEnd.from(at + 1);
-            if (end == content.size())
-                continue;
-            opened = end;
-            out.replace(at, at, QChar(u'\n'));
-        }
-    }
-    return out.result();
-}
-
 /// Two line ends with nothing but white space between.
 struct BlankLine {
     qsizetype start;
@@ -94,6 +72,19 @@ void appendParagraph(TextBuffer &out, QStringView chunk)
     out.append(chunk.sliced(at));
     out.append(QStringView(u"<br /><br /></p>"));
 }
+/// The chunks of a stretch; a blank line parts them, whatever white space is in it.
+void appendChunks(TextBuffer &out, QStringView text)
+{
+    BlankLine line{0, 0};
+    for (qsizetype at = 0; at < text.size(); at = line.end) {
+        line = blankLineFrom(text, at);
+        const QStringView chunk = text.sliced(at, line.start - at);
+        if (needsParagraph(chunk))
+            appendParagraph(out, chunk);
+        else
+            out.append(chunk);
+    }
+}
 } // namespace
 
 QString ContentPasses::removeEmptyParagraphs(const QString &content)
@@ -113,20 +104,36 @@ QString ContentPasses::removeEmptyParagraphs(const QString &content)
     return out.result();
 }
 
-/// A blank line parts, whatever white space is in it.
+/// A line end stands in front of each opening block tag and two behind each closing one. A chunk ends there in any
+/// case, so that the text with its line ends is needed from one closing tag to the next only.
 QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &content)
 {
-    const QString lines = linesAroundBlocks(content);
-    const QStringView text(lines);
-    TextBuffer out(lines.size() + lines.size() / 4);
-    BlankLine line{0, 0};
-    for (qsizetype at = 0; at < text.size(); at = line.end) {
-        line = blankLineFrom(text, at);
-        const QStringView chunk = text.sliced(at, line.start - at);
-        if (needsParagraph(chunk))
-            appendParagraph(out, chunk);
-        else
-            out.append(chunk);
+    const QStringView text(content);
+    TextBuffer out(content.size() + content.size() / 4);
+    TextBuffer lines(0);
+    NextChar tagEnd(content, u'>');
+    qsizetype kept = 0;
+    qsizetype opened = 0; // what stands before belongs to an opening tag
+    for (qsizetype at = indexOf(content, u'<', 0); at + 1 < content.size(); at = indexOf(content, u'<', at + 1)) {
+        if (content[at + 1] == u'/') {
+            const qsizetype end = BlockNames::endOfClosing(content, at + 2);
+            if (end < 0)
+                continue;
+            lines.append(text.sliced(kept, end - kept));
+            appendChunks(out, lines.text());
+            lines.clear();
+            kept = end;
+        } else if (at >= opened && BlockNames::startsAt(content, at + 1)) {
+            const qsizetype end = tagEnd.from(at + 1);
+            if (end == content.size())
+                continue;
+            opened = end;
+            lines.append(text.sliced(kept, at - kept));
+            lines.append(QChar(u'\n'));
+            kept = at;
+        }
     }
+    lines.append(text.sliced(kept));
+    appendChunks(out, lines.text());
     return removeEmptyParagraphs(out.take());
 }

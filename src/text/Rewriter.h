@@ -29,6 +29,8 @@ public:
             grow(1);
         *m_end++ = c;
     }
+    QStringView text() const { return {m_text.constData(), m_end - m_text.constData()}; }
+    void clear() { m_end = m_text.data(); }
     QString take()
     {
         m_text.truncate(m_end - m_text.constData());
