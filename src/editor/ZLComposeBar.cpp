@@ -58,13 +58,14 @@ ZLComposeBar::ZLComposeBar(QWidget *parent)
     media->setObjectName(QStringLiteral("insertMediaButton"));
     connect(media, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedInsertMedia);
     row->addWidget(media);
-    row->addStretch(1);
 
     m_saveState = new QLabel(this);
+    m_saveState->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_saveState->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // it gives way before the buttons do
     m_saveState->setObjectName(QStringLiteral("saveStateLabel"));
     m_saveState->setFont(ZLTheme::font(font(), -1));
     m_saveState->setForegroundRole(QPalette::PlaceholderText);
-    row->addWidget(m_saveState);
+    row->addWidget(m_saveState, 1);
     row->addSpacing(ZLTheme::spacing);
     m_delete = new ZLIconButton(QStringLiteral("editor_delete_button"), QStringLiteral("Delete post"), this);
     m_delete->setObjectName(QStringLiteral("deleteButton"));
@@ -143,7 +144,21 @@ void ZLComposeBar::setSelectionStyle(const SelectionStyle &style)
 
 void ZLComposeBar::setSaveState(const QString &text)
 {
-    m_saveState->setText(text);
+    m_saveStateText = text;
+    showSaveState();
+}
+
+void ZLComposeBar::showSaveState()
+{
+    const bool hasRoom = m_saveState->fontMetrics().horizontalAdvance(m_saveStateText) <= m_saveState->width();
+    m_saveState->setText(hasRoom ? m_saveStateText : QString());
+}
+
+void ZLComposeBar::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    showSaveState();
 }
 
 void ZLComposeBar::paintEvent(QPaintEvent *)

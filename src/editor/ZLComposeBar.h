@@ -32,6 +32,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     struct Format;
@@ -40,10 +41,12 @@ private:
     ZLIconButton *addFormatButton(const QString &icon, const QString &toolTip);
     QWidget *makeSeparator();
     void showPublishIcon();
+    void showSaveState();
 
     std::array<ZLIconButton *, 6> m_formatButtons{};
     ZLIconButton *m_link;
     QLabel *m_saveState;
+    QString m_saveStateText; ///< shown where there is room for all of it
     ZLIconButton *m_save;
     ZLIconButton *m_delete;
     QPushButton *m_publish;

@@ -159,6 +159,8 @@ void ZLComposeWidget::resizeEvent(QResizeEvent *event)
     QWidget::resizeEvent(event);
     const int side = PageColumn::margin(width()) - qRound(m_title->document()->documentMargin());
     m_titleRow->setContentsMargins(side, 3 * ZLTheme::spacing, side, ZLTheme::spacing);
+    const int iconTop = (m_tokens->rowHeight() - m_tokenIcon->itemAt(0)->widget()->height()) / 2;
+    m_tokenIcon->setContentsMargins(0, iconTop, 0, 0); // beside the first row of tokens
 }
 
 QWidget *ZLComposeWidget::makeLine()
@@ -180,11 +182,10 @@ QWidget *ZLComposeWidget::makeTokenRow()
     icon->setToolTip(QStringLiteral("Tags and Categories"));
     m_tokens = new ZLTokenField(QStringLiteral("categories and #tags"), row);
     m_tokens->setObjectName(QStringLiteral("tokenField"));
-    auto *iconColumn = new QVBoxLayout; // beside the first row of tokens
-    iconColumn->setContentsMargins(0, (m_tokens->rowHeight() - icon->height()) / 2, 0, 0);
-    iconColumn->addWidget(icon);
-    iconColumn->addStretch();
-    layout->addLayout(iconColumn);
+    m_tokenIcon = new QVBoxLayout;
+    m_tokenIcon->addWidget(icon);
+    m_tokenIcon->addStretch();
+    layout->addLayout(m_tokenIcon);
     layout->addWidget(m_tokens, 1);
     return row;
 }

@@ -59,6 +59,7 @@ private:
     QHBoxLayout *m_titleRow = nullptr;
     ZLTextViewWithPlaceHolder *m_title = nullptr;
     QVBoxLayout *m_pageArea;
+    QVBoxLayout *m_tokenIcon = nullptr;
     ZLTokenField *m_tokens = nullptr;
     ZLLoadingView *m_loading;
     ZLAlertView *m_deleteAlert;

@@ -27,7 +27,7 @@ namespace {
 const QString toolViewKey = u"postListShouldBeOpen"_qs;
 const QString frameKey = u"mainWindowFrame"_qs;
 constexpr QSize sizeWithOpenList(1180, 780);
-constexpr QSize smallestSize(580, 420); // with a closed list
+constexpr QSize smallestSize(600, 420); // with a closed list
 } // namespace
 
 ZLMainWindow::ZLMainWindow(ZLAppDelegate &app)
