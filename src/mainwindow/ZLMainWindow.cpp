@@ -136,7 +136,7 @@ void ZLMainWindow::connectViews()
         [this](int index) { m_app.selectorDidChange(index); });
     connect(&m_app.notifications(), &ZLNotifications::didUpdatePosts, this, [this] {
         updateButtons();
-        makeWebViewSoon(0);
+        m_hasNewRows = true;
     });
     connect(m_leaveFullScreen, &QShortcut::activated, this, &ZLMainWindow::toggleFullScreen);
     m_leaveFullScreen->setEnabled(false);
@@ -249,18 +249,19 @@ void ZLMainWindow::changeEvent(QEvent *event)
 bool ZLMainWindow::event(QEvent *event)
 {
     const bool handled = QMainWindow::event(event);
-    if (event->type() == QEvent::UpdateRequest && !m_wasPainted) {
-        m_wasPainted = true;
+    if (event->type() == QEvent::UpdateRequest && !m_compose->webView()) {
         constexpr int patience = 100; // ms for the rows, which come first when there are any
-        makeWebViewSoon(patience);
+        if (!std::exchange(m_wasPainted, true))
+            makeWebViewSoon(patience);
+        else if (m_hasNewRows)
+            makeWebViewSoon(0);
     }
     return handled;
 }
 
 void ZLMainWindow::makeWebViewSoon(int milliseconds)
 {
-    if (m_wasPainted && !m_compose->webView())
-        QTimer::singleShot(milliseconds, this, [this] { m_compose->makeWebView(); });
+    QTimer::singleShot(milliseconds, this, [this] { m_compose->makeWebView(); });
 }
 
 // Menu

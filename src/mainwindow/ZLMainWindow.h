@@ -113,6 +113,7 @@ private:
     QHash<QString, MenuCommand::Rule> m_rules;
     bool m_isDisplayingToolView = false;
     bool m_wasPainted = false;
+    bool m_hasNewRows = false;
     bool m_isAskingForNewPost = false;
     KeyHold *m_keyHold;
 };

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontDatabase>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
@@ -31,7 +32,8 @@ ZLProgram::ZLProgram()
 }
 
 ZLProgram::ZLProgram(const Options &options)
-    : m_files(ZLFileManager::forUser())
+    : m_fonts(std::async(std::launch::async, [] { QFontDatabase::families(); }))
+    , m_files(ZLFileManager::forUser())
     , m_defaults(m_files.applicationSupportDirectory() + u"/preferences.ini"_qs)
     , m_keychain(makeSystemKeychain())
     , m_controller(platform(options))

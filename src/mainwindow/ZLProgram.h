@@ -6,6 +6,7 @@
 
 #include <QNetworkAccessManager>
 #include <QObject>
+#include <future>
 
 class ZLMainWindow;
 
@@ -41,6 +42,7 @@ private:
     /// Saves, asks when that fails, and ends the event loop unless the user wants to stay.
     QCoro::Task<void> quit();
 
+    std::future<void> m_fonts; ///< being looked up while the rest is made
     ZLFileManager m_files;
     ZLDefaults m_defaults;
     ZLKeychain m_keychain;
