@@ -39,10 +39,12 @@ protected:
     {
         if (event->type() == QEvent::Paint && !m_said && m_holds()) {
             m_said = true;
-            QTimer::singleShot(0, ready);
+            // Before what the program has put off until after its first paint.
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
         }
         return false;
     }
+    void customEvent(QEvent *) override { ready(); }
 
 private:
     std::function<bool()> m_holds;
