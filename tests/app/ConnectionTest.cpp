@@ -1,302 +1,308 @@
 #include "AppFixture.h"
-#include "Tests.h"
 #include "support/TestClasses.h"
 
 Q_DECLARE_METATYPE(XMLRPCValue)
 
-void ConnectionTest::checksTheAddress_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("address"); // null: the intro comes again
-    QTest::newRow("without scheme") << u"blog.example"_qs << u"http://blog.example"_qs;
-    QTest::newRow("without dot") << u"example"_qs << u"http://example"_qs;
-    QTest::newRow("secure") << u"https://blog.example/site"_qs << u"https://blog.example/site"_qs;
-    QTest::newRow("white space around") << u"  blog.example\n"_qs << u"http://blog.example"_qs;
-    QTest::newRow("a slash at the end stays") << u"http://blog.example/"_qs << u"http://blog.example/"_qs;
-    QTest::newRow("port") << u"localhost:8080"_qs << u"http://localhost:8080"_qs;
-    QTest::newRow("nothing") << QString(u""_qs) << QString();
-    QTest::newRow("blanks only") << u"   "_qs << QString();
-    QTest::newRow("blank inside") << u"my blog.example"_qs << QString();
-    QTest::newRow("blank in the path") << u"http://blog.example/my blog"_qs << QString();
-    QTest::newRow("no host") << u"http://"_qs << QString();
-}
+class ConnectionTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void checksTheAddress_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("address"); // null: the intro comes again
+        QTest::newRow("without scheme") << u"blog.example"_qs << u"http://blog.example"_qs;
+        QTest::newRow("without dot") << u"example"_qs << u"http://example"_qs;
+        QTest::newRow("secure") << u"https://blog.example/site"_qs << u"https://blog.example/site"_qs;
+        QTest::newRow("white space around") << u"  blog.example\n"_qs << u"http://blog.example"_qs;
+        QTest::newRow("a slash at the end stays") << u"http://blog.example/"_qs << u"http://blog.example/"_qs;
+        QTest::newRow("port") << u"localhost:8080"_qs << u"http://localhost:8080"_qs;
+        QTest::newRow("nothing") << QString(u""_qs) << QString();
+        QTest::newRow("blanks only") << u"   "_qs << QString();
+        QTest::newRow("blank inside") << u"my blog.example"_qs << QString();
+        QTest::newRow("blank in the path") << u"http://blog.example/my blog"_qs << QString();
+        QTest::newRow("no host") << u"http://"_qs << QString();
+    }
 
-void ConnectionTest::checksTheAddress()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, address);
-    AppFixture fixture;
-    fixture.launch();
-    fixture.app().connectToBlogURL(typed);
-    QCOMPARE(
-        fixture.prompts.journal, address.isNull() ? QStringList{u"intro"_qs} : QStringList{u"login: @"_qs + address});
-}
+    void checksTheAddress()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, address);
+        AppFixture fixture;
+        fixture.launch();
+        fixture.app().connectToBlogURL(typed);
+        QCOMPARE(fixture.prompts.journal,
+            address.isNull() ? QStringList{u"intro"_qs} : QStringList{u"login: @"_qs + address});
+    }
 
-void ConnectionTest::savesTheAccountAndFetchesTheBlog()
-{
-    AppFixture fixture;
-    fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
-    fixture.blog.addPost(u"About"_qs, u"<p>me</p>"_qs, u"page"_qs);
-    fixture.launch();
-    fixture.connectBlog();
-    QTRY_COMPARE(fixture.app().posts().size(), 2);
-    QCOMPARE(fixture.selector.titles(), QStringList{u" Ada's R&D"_qs});
-    QCOMPARE(fixture.selector.selected, 1);
-    QVERIFY(fixture.selector.isShown);
-    QVERIFY(!fixture.prompts.isConnecting);
+    void savesTheAccountAndFetchesTheBlog()
+    {
+        AppFixture fixture;
+        fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
+        fixture.blog.addPost(u"About"_qs, u"<p>me</p>"_qs, u"page"_qs);
+        fixture.launch();
+        fixture.connectBlog();
+        QTRY_COMPARE(fixture.app().posts().size(), 2);
+        QCOMPARE(fixture.selector.titles(), QStringList{u" Ada's R&D"_qs});
+        QCOMPARE(fixture.selector.selected, 1);
+        QVERIFY(fixture.selector.isShown);
+        QVERIFY(!fixture.prompts.isConnecting);
 
-    fixture.quit();
-    QCOMPARE(fixture.storedSelection(), u"Ada's R&D"_qs);
-    fixture.changeStore([&](ZLManagedObjectContext &context) {
-        const AccountPtr account = context.accounts().first();
-        QCOMPARE(account->name, fixture.blog.user);
-        QCOMPARE(account->url, fixture.blog.url());
-        QCOMPARE(account->preferences->allow_comments, true);
-        QCOMPARE(account->preferences->allow_pingback, false);
-        QCOMPARE(account->preferences->use_feature_image, true);
-        QCOMPARE(account->preferences->feature_image_width, 150);
-        QCOMPARE(account->taxonomies.size(), 1);
-    });
-    const QPair item(ZLWordpressService::keychainService(),
-        ZLWordpressService::keychainAccount(fixture.blog.user, fixture.blog.url()));
-    QCOMPARE(fixture.secrets->value(item), fixture.blog.password);
+        fixture.quit();
+        QCOMPARE(fixture.storedSelection(), u"Ada's R&D"_qs);
+        fixture.changeStore([&](ZLManagedObjectContext &context) {
+            const AccountPtr account = context.accounts().first();
+            QCOMPARE(account->name, fixture.blog.user);
+            QCOMPARE(account->url, fixture.blog.url());
+            QCOMPARE(account->preferences->allow_comments, true);
+            QCOMPARE(account->preferences->allow_pingback, false);
+            QCOMPARE(account->preferences->use_feature_image, true);
+            QCOMPARE(account->preferences->feature_image_width, 150);
+            QCOMPARE(account->taxonomies.size(), 1);
+        });
+        const QPair item(ZLWordpressService::keychainService(),
+            ZLWordpressService::keychainAccount(fixture.blog.user, fixture.blog.url()));
+        QCOMPARE(fixture.secrets->value(item), fixture.blog.password);
 
-    fixture.prompts.takeJournal();
-    fixture.launch();
-    QCOMPARE(fixture.app().posts().size(), 2);
-    QCOMPARE(fixture.prompts.journal, QStringList());
-}
+        fixture.prompts.takeJournal();
+        fixture.launch();
+        QCOMPARE(fixture.app().posts().size(), 2);
+        QCOMPARE(fixture.prompts.journal, QStringList());
+    }
 
-void ConnectionTest::readsTheOptions_data()
-{
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<XMLRPCValue>("value");
-    QTest::addColumn<QString>("alias");
-    QTest::addColumn<QString>("url");
-    const QString user = u"ada"_qs, typed = u"http://blog.test"_qs;
-    const auto row = [](const char *name, const QString &option, const XMLRPCValue &value, const QString &alias,
-                         const QString &url) { QTest::newRow(name) << option << value << alias << url; };
-    row("title with entities", u"blog_title"_qs, u"Tom &amp; Ada&#039;s"_qs, u"Tom & Ada's"_qs, typed);
-    row("no title", u"blog_title"_qs, QString(u""_qs), user, typed);
-    row("title that climbs out", u"blog_title"_qs, u"../../outside"_qs, user, typed);
-    row("title that is no text", u"blog_title"_qs, XMLRPCArray(), user, typed);
-    row("the blog's own address", u"blog_url"_qs, u"https://www.blog.test/site"_qs, user,
-        u"https://www.blog.test/site"_qs);
-    row("address that is none", u"blog_url"_qs, u"javascript:alert(1)"_qs, user, typed);
-}
+    void readsTheOptions_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<XMLRPCValue>("value");
+        QTest::addColumn<QString>("alias");
+        QTest::addColumn<QString>("url");
+        const QString user = u"ada"_qs, typed = u"http://blog.test"_qs;
+        const auto row = [](const char *name, const QString &option, const XMLRPCValue &value, const QString &alias,
+                             const QString &url) { QTest::newRow(name) << option << value << alias << url; };
+        row("title with entities", u"blog_title"_qs, u"Tom &amp; Ada&#039;s"_qs, u"Tom & Ada's"_qs, typed);
+        row("no title", u"blog_title"_qs, QString(u""_qs), user, typed);
+        row("title that climbs out", u"blog_title"_qs, u"../../outside"_qs, user, typed);
+        row("title that is no text", u"blog_title"_qs, XMLRPCArray(), user, typed);
+        row("the blog's own address", u"blog_url"_qs, u"https://www.blog.test/site"_qs, user,
+            u"https://www.blog.test/site"_qs);
+        row("address that is none", u"blog_url"_qs, u"javascript:alert(1)"_qs, user, typed);
+    }
 
-void ConnectionTest::readsTheOptions()
-{
-    QFETCH(QString, option);
-    QFETCH(XMLRPCValue, value);
-    QFETCH(QString, alias);
-    QFETCH(QString, url);
-    AppFixture fixture;
-    fixture.launch();
-    fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCStruct{{option, XMLRPCStruct{{u"value"_qs, value}}}});
-    fixture.app().connectToBlogURL(fixture.blog.url());
-    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
-    QTRY_COMPARE(fixture.app().accounts().size(), 1);
-    QCOMPARE(fixture.app().getBlogName(), alias);
-    QCOMPARE(fixture.app().selectedAccount()->url, url);
-    // What the options do not tell has a workable value.
-    QCOMPARE(fixture.app().selectedAccount()->preferences->feature_image_width, 640);
-}
+    void readsTheOptions()
+    {
+        QFETCH(QString, option);
+        QFETCH(XMLRPCValue, value);
+        QFETCH(QString, alias);
+        QFETCH(QString, url);
+        AppFixture fixture;
+        fixture.launch();
+        fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCStruct{{option, XMLRPCStruct{{u"value"_qs, value}}}});
+        fixture.app().connectToBlogURL(fixture.blog.url());
+        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        QTRY_COMPARE(fixture.app().accounts().size(), 1);
+        QCOMPARE(fixture.app().getBlogName(), alias);
+        QCOMPARE(fixture.app().selectedAccount()->url, url);
+        // What the options do not tell has a workable value.
+        QCOMPARE(fixture.app().selectedAccount()->preferences->feature_image_width, 640);
+    }
 
-void ConnectionTest::announcesAndRunsTheFirstRunChainOnce()
-{
-    AppFixture fixture;
-    fixture.launch();
-    fixture.connectBlog();
-    QTRY_VERIFY(fixture.prompts.journal.contains(u"get started"_qs));
-    QCOMPARE(fixture.prompts.journal.mid(fixture.prompts.journal.size() - 3),
-        (QStringList{u"connected: Ada's R&D"_qs, u"connected closes"_qs, u"get started"_qs}));
-    fixture.prompts.takeJournal();
-    fixture.connectBlog(); // the same blog again makes a second account
-    QCOMPARE(fixture.app().accounts().size(), 2);
-    QTRY_VERIFY(fixture.prompts.journal.contains(u"connected closes"_qs));
-    QVERIFY(!fixture.prompts.journal.contains(u"get started"_qs));
-}
+    void announcesAndRunsTheFirstRunChainOnce()
+    {
+        AppFixture fixture;
+        fixture.launch();
+        fixture.connectBlog();
+        QTRY_VERIFY(fixture.prompts.journal.contains(u"get started"_qs));
+        QCOMPARE(fixture.prompts.journal.mid(fixture.prompts.journal.size() - 3),
+            (QStringList{u"connected: Ada's R&D"_qs, u"connected closes"_qs, u"get started"_qs}));
+        fixture.prompts.takeJournal();
+        fixture.connectBlog(); // the same blog again makes a second account
+        QCOMPARE(fixture.app().accounts().size(), 2);
+        QTRY_VERIFY(fixture.prompts.journal.contains(u"connected closes"_qs));
+        QVERIFY(!fixture.prompts.journal.contains(u"get started"_qs));
+    }
 
-void ConnectionTest::findsOldPostsAgain()
-{
-    AppFixture fixture;
-    fixture.launch();
-    fixture.connectBlog();
-    QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>kept</p>"_qs));
-    const AccountPtr account = fixture.app().selectedAccount();
-    fixture.app().managedObjectContext()->deleteAccount(account);
-    QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-    fixture.app().didRemoveAccount(account);
-    QCOMPARE(fixture.app().posts().size(), 0);
-    fixture.prompts.takeJournal();
-    fixture.connectBlog();
-    QCOMPARE(fixture.app().posts().size(), 1);
-}
+    void findsOldPostsAgain()
+    {
+        AppFixture fixture;
+        fixture.launch();
+        fixture.connectBlog();
+        QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>kept</p>"_qs));
+        const AccountPtr account = fixture.app().selectedAccount();
+        fixture.app().managedObjectContext()->deleteAccount(account);
+        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
+        fixture.app().didRemoveAccount(account);
+        QCOMPARE(fixture.app().posts().size(), 0);
+        fixture.prompts.takeJournal();
+        fixture.connectBlog();
+        QCOMPARE(fixture.app().posts().size(), 1);
+    }
 
-void ConnectionTest::returnsToTheErrorSheetUntilTheLoginHolds()
-{
-    AppFixture fixture;
-    fixture.launch();
-    const QString url = fixture.blog.url();
-    fixture.app().connectToBlogURL(url);
-    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, QString());
-    QCOMPARE(fixture.prompts.journal.last(), u"login error: ada/@%1"_qs.arg(url));
-    fixture.app().didEntryUsernameAndPasswordFromWrongSheet(QString(), u"x"_qs);
-    QCOMPARE(fixture.prompts.journal.last(), u"login error: /x@%1"_qs.arg(url));
-    QCOMPARE(fixture.blog.calls.size(), 0);
-    fixture.app().didEntryUsernameAndPasswordFromWrongSheet(u"ada"_qs, u"wrong"_qs);
-    QVERIFY(fixture.prompts.isConnecting);
-    QTRY_COMPARE(fixture.prompts.journal.last(), u"login error: ada/wrong@%1"_qs.arg(url));
-    QVERIFY(!fixture.prompts.isConnecting);
-    fixture.app().didEntryUsernameAndPasswordFromWrongSheet(u"ada"_qs, u"secret"_qs);
-    QTRY_COMPARE(fixture.app().accounts().size(), 1);
-    fixture.app().didPressedCancelButtonFromWrongSheet();
-    QVERIFY(!fixture.prompts.journal.contains(u"intro"_qs)); // only without any account
-}
+    void returnsToTheErrorSheetUntilTheLoginHolds()
+    {
+        AppFixture fixture;
+        fixture.launch();
+        const QString url = fixture.blog.url();
+        fixture.app().connectToBlogURL(url);
+        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, QString());
+        QCOMPARE(fixture.prompts.journal.last(), u"login error: ada/@%1"_qs.arg(url));
+        fixture.app().didEntryUsernameAndPasswordFromWrongSheet(QString(), u"x"_qs);
+        QCOMPARE(fixture.prompts.journal.last(), u"login error: /x@%1"_qs.arg(url));
+        QCOMPARE(fixture.blog.calls.size(), 0);
+        fixture.app().didEntryUsernameAndPasswordFromWrongSheet(u"ada"_qs, u"wrong"_qs);
+        QVERIFY(fixture.prompts.isConnecting);
+        QTRY_COMPARE(fixture.prompts.journal.last(), u"login error: ada/wrong@%1"_qs.arg(url));
+        QVERIFY(!fixture.prompts.isConnecting);
+        fixture.app().didEntryUsernameAndPasswordFromWrongSheet(u"ada"_qs, u"secret"_qs);
+        QTRY_COMPARE(fixture.app().accounts().size(), 1);
+        fixture.app().didPressedCancelButtonFromWrongSheet();
+        QVERIFY(!fixture.prompts.journal.contains(u"intro"_qs)); // only without any account
+    }
 
-void ConnectionTest::replyThatIsNoDictionary()
-{
-    AppFixture fixture;
-    fixture.launch();
-    fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCValue(u"hello"_qs));
-    fixture.app().connectToBlogURL(fixture.blog.url());
-    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
-    QTRY_COMPARE(fixture.prompts.journal.last(), u"intro"_qs);
-    QVERIFY(fixture.prompts.journal.at(1).startsWith(u"ask: Whoops! Sorry but something went wrong with the XML-RPC"));
-    QCOMPARE(fixture.app().accounts().size(), 0);
-}
+    void replyThatIsNoDictionary()
+    {
+        AppFixture fixture;
+        fixture.launch();
+        fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCValue(u"hello"_qs));
+        fixture.app().connectToBlogURL(fixture.blog.url());
+        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        QTRY_COMPARE(fixture.prompts.journal.last(), u"intro"_qs);
+        QVERIFY(
+            fixture.prompts.journal.at(1).startsWith(u"ask: Whoops! Sorry but something went wrong with the XML-RPC"));
+        QCOMPARE(fixture.app().accounts().size(), 0);
+    }
 
-void ConnectionTest::givingUpReturnsToTheEarlierBlog()
-{
-    AppFixture fixture;
-    FakeBlog slow(u"slow.test"_qs);
-    fixture.network.addHost(slow.host(), slow);
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    ZLWordpressService *const before = fixture.app().wordpressService();
+    void givingUpReturnsToTheEarlierBlog()
+    {
+        AppFixture fixture;
+        FakeBlog slow(u"slow.test"_qs);
+        fixture.network.addHost(slow.host(), slow);
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        ZLWordpressService *const before = fixture.app().wordpressService();
 
-    slow.answerLate(u"wp.getOptions"_qs);
-    fixture.app().connectToBlogURL(slow.url());
-    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
-    fixture.app().cancelConnecting();
-    QCOMPARE(fixture.app().wordpressService(), before);
-    QCOMPARE(fixture.app().blogURL(), QUrl(fixture.blog.url()));
-    QVERIFY(!fixture.prompts.isConnecting);
-    QCOMPARE(fixture.prompts.journal.last(), u"intro"_qs);
+        slow.answerLate(u"wp.getOptions"_qs);
+        fixture.app().connectToBlogURL(slow.url());
+        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.app().cancelConnecting();
+        QCOMPARE(fixture.app().wordpressService(), before);
+        QCOMPARE(fixture.app().blogURL(), QUrl(fixture.blog.url()));
+        QVERIFY(!fixture.prompts.isConnecting);
+        QCOMPARE(fixture.prompts.journal.last(), u"intro"_qs);
 
-    fixture.network.release(); // the late answer is nobody's any more
-    fixture.app().syncAllBlogs();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.app().accounts().size(), 1);
-}
+        fixture.network.release(); // the late answer is nobody's any more
+        fixture.app().syncAllBlogs();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.app().accounts().size(), 1);
+    }
 
-void ConnectionTest::goesToTheBlogThatAnswers()
-{
-    AppFixture fixture;
-    FakeBlog slow(u"slow.test"_qs);
-    fixture.network.addHost(slow.host(), slow);
-    fixture.seedAccount(u"First"_qs, fixture.blog.url());
-    fixture.seedAccount(u"Second"_qs, fixture.blog.url());
-    fixture.launch();
-    slow.answerLate(u"wp.getOptions"_qs);
-    fixture.app().connectToBlogURL(slow.url());
-    fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
-    fixture.app().selectorDidChange(2); // meanwhile
-    fixture.network.release();
-    QTRY_COMPARE(fixture.app().getBlogName(), slow.title);
-    QCOMPARE(fixture.app().blogURL(), QUrl(slow.url()));
-    const ZLWordpressService *service = fixture.app().wordpressService();
-    QCOMPARE(service->blogApiURL(), QUrl(slow.url() + u"/xmlrpc.php"_qs));
-    QCOMPARE(service->account, fixture.app().selectedAccount());
-}
+    void goesToTheBlogThatAnswers()
+    {
+        AppFixture fixture;
+        FakeBlog slow(u"slow.test"_qs);
+        fixture.network.addHost(slow.host(), slow);
+        fixture.seedAccount(u"First"_qs, fixture.blog.url());
+        fixture.seedAccount(u"Second"_qs, fixture.blog.url());
+        fixture.launch();
+        slow.answerLate(u"wp.getOptions"_qs);
+        fixture.app().connectToBlogURL(slow.url());
+        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.app().selectorDidChange(2); // meanwhile
+        fixture.network.release();
+        QTRY_COMPARE(fixture.app().getBlogName(), slow.title);
+        QCOMPARE(fixture.app().blogURL(), QUrl(slow.url()));
+        const ZLWordpressService *service = fixture.app().wordpressService();
+        QCOMPARE(service->blogApiURL(), QUrl(slow.url() + u"/xmlrpc.php"_qs));
+        QCOMPARE(service->account, fixture.app().selectedAccount());
+    }
 
-void ConnectionTest::removesAnAccount_data()
-{
-    QTest::addColumn<int>("current");
-    QTest::addColumn<int>("removed");
-    QTest::addColumn<QString>("left");
-    QTest::newRow("the current one, not the first") << 1 << 1 << u"First"_qs;
-    QTest::newRow("another one") << 1 << 2 << u"First"_qs;
-    QTest::newRow("the first") << 0 << 0 << u"Second"_qs;
-}
+    void removesAnAccount_data()
+    {
+        QTest::addColumn<int>("current");
+        QTest::addColumn<int>("removed");
+        QTest::addColumn<QString>("left");
+        QTest::newRow("the current one, not the first") << 1 << 1 << u"First"_qs;
+        QTest::newRow("another one") << 1 << 2 << u"First"_qs;
+        QTest::newRow("the first") << 0 << 0 << u"Second"_qs;
+    }
 
-void ConnectionTest::removesAnAccount()
-{
-    QFETCH(int, current);
-    QFETCH(int, removed);
-    QFETCH(QString, left);
-    AppFixture fixture;
-    for (const QString &alias : {u"First"_qs, u"Second"_qs, u"Third"_qs})
-        fixture.seedAccount(alias, fixture.blog.url() + u'/' + alias);
-    fixture.launch();
-    fixture.app().selectAccount(fixture.app().accounts().at(current));
-    fixture.compose.post->status = ZLWordpressPost::Publish;
+    void removesAnAccount()
+    {
+        QFETCH(int, current);
+        QFETCH(int, removed);
+        QFETCH(QString, left);
+        AppFixture fixture;
+        for (const QString &alias : {u"First"_qs, u"Second"_qs, u"Third"_qs})
+            fixture.seedAccount(alias, fixture.blog.url() + u'/' + alias);
+        fixture.launch();
+        fixture.app().selectAccount(fixture.app().accounts().at(current));
+        fixture.compose.post->status = ZLWordpressPost::Publish;
 
-    const AccountPtr gone = fixture.app().accounts().at(removed);
-    fixture.app().managedObjectContext()->deleteAccount(gone);
-    QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-    fixture.app().didRemoveAccount(gone);
-    QCOMPARE(fixture.app().getBlogName(), left);
-    QCOMPARE(fixture.selector.title, left);
-    QCOMPARE(fixture.selector.items.size(), 2);
-    QCOMPARE(fixture.app().wordpressService()->blogName, left);
-    QCOMPARE(fixture.app().wordpressService()->account, fixture.app().selectedAccount());
-    QCOMPARE(
-        fixture.app().wordpressService()->blogApiURL(), QUrl(fixture.blog.url() + u'/' + left + u"/xmlrpc.php"_qs));
-    QCOMPARE(fixture.compose.post->status, int(ZLWordpressPost::New));
-    QVERIFY(fixture.compose.isNewPostNotInList);
-    QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing());
-    fixture.quit();
-    QCOMPARE(fixture.storedSelection(), left);
-}
+        const AccountPtr gone = fixture.app().accounts().at(removed);
+        fixture.app().managedObjectContext()->deleteAccount(gone);
+        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
+        fixture.app().didRemoveAccount(gone);
+        QCOMPARE(fixture.app().getBlogName(), left);
+        QCOMPARE(fixture.selector.title, left);
+        QCOMPARE(fixture.selector.items.size(), 2);
+        QCOMPARE(fixture.app().wordpressService()->blogName, left);
+        QCOMPARE(fixture.app().wordpressService()->account, fixture.app().selectedAccount());
+        QCOMPARE(
+            fixture.app().wordpressService()->blogApiURL(), QUrl(fixture.blog.url() + u'/' + left + u"/xmlrpc.php"_qs));
+        QCOMPARE(fixture.compose.post->status, int(ZLWordpressPost::New));
+        QVERIFY(fixture.compose.isNewPostNotInList);
+        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing());
+        fixture.quit();
+        QCOMPARE(fixture.storedSelection(), left);
+    }
 
-void ConnectionTest::removesTheLastAccount()
-{
-    AppFixture fixture;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>x</p>"_qs));
-    const AccountPtr account = fixture.app().selectedAccount();
-    fixture.app().managedObjectContext()->deleteAccount(account);
-    QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-    fixture.app().didRemoveAccount(account);
-    QVERIFY(!fixture.selector.isShown);
-    QCOMPARE(fixture.prompts.journal.last(), u"intro"_qs);
-    QCOMPARE(fixture.app().posts().size(), 0);
-    QVERIFY(!fixture.app().selectedAccount());
-    QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1); // what was written stays
-}
+    void removesTheLastAccount()
+    {
+        AppFixture fixture;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>x</p>"_qs));
+        const AccountPtr account = fixture.app().selectedAccount();
+        fixture.app().managedObjectContext()->deleteAccount(account);
+        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
+        fixture.app().didRemoveAccount(account);
+        QVERIFY(!fixture.selector.isShown);
+        QCOMPARE(fixture.prompts.journal.last(), u"intro"_qs);
+        QCOMPARE(fixture.app().posts().size(), 0);
+        QVERIFY(!fixture.app().selectedAccount());
+        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1); // what was written stays
+    }
 
-void ConnectionTest::fetchesTheIcon_data()
-{
-    QTest::addColumn<QByteArray>("icon");
-    QTest::addColumn<bool>("isStored");
-    QTest::newRow("picture") << QByteArray("\x89PNG picture") << true;
-    QTest::newRow("page instead of a picture") << QByteArray("<html>sorry</html>") << true;
-    QTest::newRow("none") << QByteArray() << false;
-}
+    void fetchesTheIcon_data()
+    {
+        QTest::addColumn<QByteArray>("icon");
+        QTest::addColumn<bool>("isStored");
+        QTest::newRow("picture") << QByteArray("\x89PNG picture") << true;
+        QTest::newRow("page instead of a picture") << QByteArray("<html>sorry</html>") << true;
+        QTest::newRow("none") << QByteArray() << false;
+    }
 
-void ConnectionTest::fetchesTheIcon()
-{
-    QFETCH(QByteArray, icon);
-    QFETCH(bool, isStored);
-    AppFixture fixture;
-    fixture.icons.icon = icon;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    const QString path = fixture.files.faviconPathWithBlogName(u"Blog"_qs);
-    QTRY_VERIFY(QFile::exists(path));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray stored = file.readAll();
-    QCOMPARE(stored == icon, isStored);
-    QCOMPARE(stored.startsWith("\x89PNG"), !icon.startsWith('<'));
-    QCOMPARE(fixture.icons.asked, QStringList{u"http://icons.test/http://blog.test?defaulticon=none"_qs});
-    if (icon.startsWith("\x89PNG"))
-        QCOMPARE(fixture.selector.items.first().imagePath, path);
-}
+    void fetchesTheIcon()
+    {
+        QFETCH(QByteArray, icon);
+        QFETCH(bool, isStored);
+        AppFixture fixture;
+        fixture.icons.icon = icon;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        const QString path = fixture.files.faviconPathWithBlogName(u"Blog"_qs);
+        QTRY_VERIFY(QFile::exists(path));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray stored = file.readAll();
+        QCOMPARE(stored == icon, isStored);
+        QCOMPARE(stored.startsWith("\x89PNG"), !icon.startsWith('<'));
+        QCOMPARE(fixture.icons.asked, QStringList{u"http://icons.test/http://blog.test?defaulticon=none"_qs});
+        if (icon.startsWith("\x89PNG"))
+            QCOMPARE(fixture.selector.items.first().imagePath, path);
+    }
+};
 
 static const RegisteredTest<ConnectionTest> registered;
+
+#include "ConnectionTest.moc"

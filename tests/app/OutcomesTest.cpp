@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "Tests.h"
 #include "support/TestClasses.h"
 
 #include <QCoroTask>
@@ -62,312 +61,320 @@ bool has(const QByteArray &file, const QString &text)
 
 } // namespace
 
-void OutcomesTest::publishes_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("daysAhead");
-    QTest::addColumn<int>("rowStatus");
-    QTest::addColumn<QString>("message");
-    const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
-    const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
-    QTest::newRow("post") << publish << post << 0 << 0 << u"Successfully Published Post"_qs;
-    QTest::newRow("page") << publish << page << 0 << 2 << u"Successfully Published Page"_qs;
-    QTest::newRow("scheduled post") << publish << post << 365 << 8 << u"Successfully Scheduled Post"_qs;
-    QTest::newRow("scheduled page") << publish << page << 365 << 8 << u"Successfully Scheduled Page"_qs;
-    QTest::newRow("draft") << draft << post << 0 << 1 << u"Successfully Saved Draft"_qs;
-}
+class OutcomesTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void publishes_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("daysAhead");
+        QTest::addColumn<int>("rowStatus");
+        QTest::addColumn<QString>("message");
+        const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
+        const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
+        QTest::newRow("post") << publish << post << 0 << 0 << u"Successfully Published Post"_qs;
+        QTest::newRow("page") << publish << page << 0 << 2 << u"Successfully Published Page"_qs;
+        QTest::newRow("scheduled post") << publish << post << 365 << 8 << u"Successfully Scheduled Post"_qs;
+        QTest::newRow("scheduled page") << publish << page << 365 << 8 << u"Successfully Scheduled Page"_qs;
+        QTest::newRow("draft") << draft << post << 0 << 1 << u"Successfully Saved Draft"_qs;
+    }
 
-void OutcomesTest::publishes()
-{
-    QFETCH(int, status);
-    QFETCH(int, type);
-    QFETCH(int, daysAhead);
-    QFETCH(int, rowStatus);
-    QFETCH(QString, message);
-    ConnectedBlog fixture;
-    fixture.start();
-    const PostPtr post = fixture.writePost(u"Title & more"_qs, u"<p>text</p>"_qs);
-    post->status = status;
-    post->type = type;
-    post->createdAt = fixture.clock.present.addDays(daysAhead);
-    const LocalPostPtr row = post->localPost;
-    const QUrl before = row->localFile;
-    fixture.send(post, ZLWordpressService::NewPost);
+    void publishes()
+    {
+        QFETCH(int, status);
+        QFETCH(int, type);
+        QFETCH(int, daysAhead);
+        QFETCH(int, rowStatus);
+        QFETCH(QString, message);
+        ConnectedBlog fixture;
+        fixture.start();
+        const PostPtr post = fixture.writePost(u"Title & more"_qs, u"<p>text</p>"_qs);
+        post->status = status;
+        post->type = type;
+        post->createdAt = fixture.clock.present.addDays(daysAhead);
+        const LocalPostPtr row = post->localPost;
+        const QUrl before = row->localFile;
+        fixture.send(post, ZLWordpressService::NewPost);
 
-    const QString id = fixture.blog.posts.firstKey();
-    QCOMPARE(row->status, rowStatus);
-    QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-    QCOMPARE(fixture.titlesDelivered(), message);
-    QCOMPARE(fixture.notifications.delivered.first().subtitle, u"on Blog"_qs);
-    QCOMPARE(fixture.notifications.delivered.first().URL.isEmpty(), status == ZLWordpressPost::Draft);
-    QVERIFY(fixture.workspace.opened.isEmpty());
+        const QString id = fixture.blog.posts.firstKey();
+        QCOMPARE(row->status, rowStatus);
+        QCOMPARE(row->published, status == ZLWordpressPost::Publish);
+        QCOMPARE(fixture.titlesDelivered(), message);
+        QCOMPARE(fixture.notifications.delivered.first().subtitle, u"on Blog"_qs);
+        QCOMPARE(fixture.notifications.delivered.first().URL.isEmpty(), status == ZLWordpressPost::Draft);
+        QVERIFY(fixture.workspace.opened.isEmpty());
 
-    // The file has moved to the blog's number, and says what the row says.
-    QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(id)});
-    QVERIFY(QFileInfo(before.toLocalFile()).dir().exists()); // the folder of its random id stays
-    const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-    QVERIFY(has(file, u"<title>Title &amp; more</title><content>&lt;p&gt;text&lt;/p&gt;</content>"_qs));
-    QVERIFY(has(file,
-        u"<engine>wordpress</engine><id>%1</id><status>%2</status>"_qs.arg(
-            id, status == ZLWordpressPost::Publish ? u"publish"_qs : u"draft"_qs)));
-    QVERIFY(has(file, u"<file_info><status></status><app_version>3</app_version></file_info>"_qs));
-    const FakePostList::Update &update = fixture.list.updated.first();
-    QCOMPARE(update.row, row);
-    QCOMPARE(update.previousLocalURL, before);
-    QCOMPARE(update.post->id, id);
-    QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{row});
-}
+        // The file has moved to the blog's number, and says what the row says.
+        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(id)});
+        QVERIFY(QFileInfo(before.toLocalFile()).dir().exists()); // the folder of its random id stays
+        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
+        QVERIFY(has(file, u"<title>Title &amp; more</title><content>&lt;p&gt;text&lt;/p&gt;</content>"_qs));
+        QVERIFY(has(file,
+            u"<engine>wordpress</engine><id>%1</id><status>%2</status>"_qs.arg(
+                id, status == ZLWordpressPost::Publish ? u"publish"_qs : u"draft"_qs)));
+        QVERIFY(has(file, u"<file_info><status></status><app_version>3</app_version></file_info>"_qs));
+        const FakePostList::Update &update = fixture.list.updated.first();
+        QCOMPARE(update.row, row);
+        QCOMPARE(update.previousLocalURL, before);
+        QCOMPARE(update.post->id, id);
+        QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{row});
+    }
 
-void OutcomesTest::publishesADraftOfTheBlog()
-{
-    ConnectedBlog fixture;
-    fixture.blog.addPost(u"Other"_qs, u"<p>x</p>"_qs);
-    FakeBlog::Post &draft = fixture.blog.addPost(u"Draft"_qs, u"<p>text</p>"_qs);
-    draft.status = u"draft"_qs;
-    const QString id = draft.id;
-    fixture.start();
-    fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
+    void publishesADraftOfTheBlog()
+    {
+        ConnectedBlog fixture;
+        fixture.blog.addPost(u"Other"_qs, u"<p>x</p>"_qs);
+        FakeBlog::Post &draft = fixture.blog.addPost(u"Draft"_qs, u"<p>text</p>"_qs);
+        draft.status = u"draft"_qs;
+        const QString id = draft.id;
+        fixture.start();
+        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
 
-    const LocalPostPtr row = fixture.rowTitled(u"Draft"_qs);
-    const PostPtr post = fixture.postOf(row);
-    post->status = ZLWordpressPost::Publish;
-    post->content = u"<p>new text</p>"_qs;
-    post->createdAt = fixture.clock.present.addDays(10);
-    fixture.send(post, ZLWordpressService::PublishDraft);
-    QCOMPARE(row->status, int(ZLLocalPostRepresentation::Published)); // until its file is read again
-    QCOMPARE(fixture.titlesDelivered(), u"Successfully Published Post"_qs);
-    QCOMPARE(fixture.workspace.opened, QList<QUrl>{post->URL});
-    QCOMPARE(fixture.app().posts().first(), row);
-    const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-    QVERIFY(has(file, u"<status>publish</status>"_qs));
-    QVERIFY(has(file, u"new text"_qs));
-    fixture.app().reloadPostsList();
-    QCOMPARE(fixture.rowTitled(u"Draft"_qs)->status, int(ZLLocalPostRepresentation::Scheduled));
-}
+        const LocalPostPtr row = fixture.rowTitled(u"Draft"_qs);
+        const PostPtr post = fixture.postOf(row);
+        post->status = ZLWordpressPost::Publish;
+        post->content = u"<p>new text</p>"_qs;
+        post->createdAt = fixture.clock.present.addDays(10);
+        fixture.send(post, ZLWordpressService::PublishDraft);
+        QCOMPARE(row->status, int(ZLLocalPostRepresentation::Published)); // until its file is read again
+        QCOMPARE(fixture.titlesDelivered(), u"Successfully Published Post"_qs);
+        QCOMPARE(fixture.workspace.opened, QList<QUrl>{post->URL});
+        QCOMPARE(fixture.app().posts().first(), row);
+        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
+        QVERIFY(has(file, u"<status>publish</status>"_qs));
+        QVERIFY(has(file, u"new text"_qs));
+        fixture.app().reloadPostsList();
+        QCOMPARE(fixture.rowTitled(u"Draft"_qs)->status, int(ZLLocalPostRepresentation::Scheduled));
+    }
 
-void OutcomesTest::updates_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("daysAhead");
-    QTest::addColumn<int>("rowStatus");
-    QTest::addColumn<QString>("message");
-    const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
-    const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
-    QTest::newRow("post") << publish << post << -1 << 0 << u"Successfully Updated Post"_qs;
-    QTest::newRow("page") << publish << page << -1 << 2 << u"Successfully Updated Page"_qs;
-    QTest::newRow("scheduled") << publish << post << 9 << 8 << u"Successfully Scheduled Post"_qs;
-    QTest::newRow("back to draft") << draft << post << -1 << 1 << u"Successfully Updated Draft."_qs;
-}
+    void updates_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("daysAhead");
+        QTest::addColumn<int>("rowStatus");
+        QTest::addColumn<QString>("message");
+        const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
+        const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
+        QTest::newRow("post") << publish << post << -1 << 0 << u"Successfully Updated Post"_qs;
+        QTest::newRow("page") << publish << page << -1 << 2 << u"Successfully Updated Page"_qs;
+        QTest::newRow("scheduled") << publish << post << 9 << 8 << u"Successfully Scheduled Post"_qs;
+        QTest::newRow("back to draft") << draft << post << -1 << 1 << u"Successfully Updated Draft."_qs;
+    }
 
-void OutcomesTest::updates()
-{
-    QFETCH(int, status);
-    QFETCH(int, type);
-    QFETCH(int, daysAhead);
-    QFETCH(int, rowStatus);
-    QFETCH(QString, message);
-    ConnectedBlog fixture;
-    const bool isPage = type == ZLWordpressPost::Page;
-    const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs, isPage ? u"page"_qs : u"post"_qs).id;
-    fixture.start();
-    fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
-    const LocalPostPtr row = fixture.rowTitled(u"Old"_qs);
-    const PostPtr post = fixture.postOf(row);
-    post->title = u"New"_qs;
-    post->content = u"<p>other text</p>"_qs;
-    post->status = status;
-    post->createdAt = fixture.clock.present.addDays(daysAhead);
-    fixture.send(post, ZLWordpressService::Update);
+    void updates()
+    {
+        QFETCH(int, status);
+        QFETCH(int, type);
+        QFETCH(int, daysAhead);
+        QFETCH(int, rowStatus);
+        QFETCH(QString, message);
+        ConnectedBlog fixture;
+        const bool isPage = type == ZLWordpressPost::Page;
+        const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs, isPage ? u"page"_qs : u"post"_qs).id;
+        fixture.start();
+        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
+        const LocalPostPtr row = fixture.rowTitled(u"Old"_qs);
+        const PostPtr post = fixture.postOf(row);
+        post->title = u"New"_qs;
+        post->content = u"<p>other text</p>"_qs;
+        post->status = status;
+        post->createdAt = fixture.clock.present.addDays(daysAhead);
+        fixture.send(post, ZLWordpressService::Update);
 
-    QCOMPARE(fixture.blog.posts[id].content, u"<p>other text</p>"_qs);
-    QCOMPARE(row->status, rowStatus);
-    QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-    QCOMPARE(fixture.titlesDelivered(), message);
-    QVERIFY(fixture.workspace.opened.isEmpty()); // not after an update
-    const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-    QVERIFY(has(file, u"<title>New</title><content>&lt;p&gt;other text&lt;/p&gt;</content>"_qs));
-    QVERIFY(has(file, u"<file_info><status></status>"_qs));
-}
+        QCOMPARE(fixture.blog.posts[id].content, u"<p>other text</p>"_qs);
+        QCOMPARE(row->status, rowStatus);
+        QCOMPARE(row->published, status == ZLWordpressPost::Publish);
+        QCOMPARE(fixture.titlesDelivered(), message);
+        QVERIFY(fixture.workspace.opened.isEmpty()); // not after an update
+        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
+        QVERIFY(has(file, u"<title>New</title><content>&lt;p&gt;other text&lt;/p&gt;</content>"_qs));
+        QVERIFY(has(file, u"<file_info><status></status>"_qs));
+    }
 
-void OutcomesTest::staysSilentWhenNotAllowed()
-{
-    ConnectedBlog fixture;
-    fixture.start();
-    fixture.app().selectedAccount()->preferences->allow_notifications = false;
-    fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
-    PostPtr post = fixture.writePost(u"One"_qs, u"<p>x</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    fixture.send(post, ZLWordpressService::NewPost);
-    QCOMPARE(fixture.titlesDelivered(), QString());
-    QCOMPARE(fixture.workspace.opened.size(), 1); // the browser has a setting of its own
+    void staysSilentWhenNotAllowed()
+    {
+        ConnectedBlog fixture;
+        fixture.start();
+        fixture.app().selectedAccount()->preferences->allow_notifications = false;
+        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
+        PostPtr post = fixture.writePost(u"One"_qs, u"<p>x</p>"_qs);
+        post->status = ZLWordpressPost::Publish;
+        fixture.send(post, ZLWordpressService::NewPost);
+        QCOMPARE(fixture.titlesDelivered(), QString());
+        QCOMPARE(fixture.workspace.opened.size(), 1); // the browser has a setting of its own
 
-    fixture.app().selectedAccount()->preferences->allow_notifications = true;
-    fixture.defaults->setObjectForKey(false, u"notifyPublish"_qs);
-    post = fixture.writePost(u"Two"_qs, u"<p>x</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    fixture.send(post, ZLWordpressService::NewPost);
-    QCOMPARE(fixture.titlesDelivered(), QString());
-}
+        fixture.app().selectedAccount()->preferences->allow_notifications = true;
+        fixture.defaults->setObjectForKey(false, u"notifyPublish"_qs);
+        post = fixture.writePost(u"Two"_qs, u"<p>x</p>"_qs);
+        post->status = ZLWordpressPost::Publish;
+        fixture.send(post, ZLWordpressService::NewPost);
+        QCOMPARE(fixture.titlesDelivered(), QString());
+    }
 
-void OutcomesTest::comesHomeToItsOwnBlog()
-{
-    SecondBlog fixture;
-    const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-    fixture.sendLate(post, u"wp.newPost"_qs);
-    fixture.app().selectorDidChange(2);
-    fixture.network.release();
-    QTRY_COMPARE(fixture.list.updated.size(), 1);
-    QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.blog.posts.firstKey())});
-    QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList());
-    QCOMPARE(fixture.app().posts().size(), 0); // the rows are those of the current blog
-}
+    void comesHomeToItsOwnBlog()
+    {
+        SecondBlog fixture;
+        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
+        fixture.sendLate(post, u"wp.newPost"_qs);
+        fixture.app().selectorDidChange(2);
+        fixture.network.release();
+        QTRY_COMPARE(fixture.list.updated.size(), 1);
+        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.blog.posts.firstKey())});
+        QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList());
+        QCOMPARE(fixture.app().posts().size(), 0); // the rows are those of the current blog
+    }
 
-void OutcomesTest::sendsNothingToAnotherBlog_data()
-{
-    QTest::addColumn<QString>("late"); // the call whose answer comes after the change; none: a picture is being read
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QString>("said");
-    const QString notSent = u"error: “On its way” was not sent, because another blog was chosen before its pictures "
-                            "were there."_qs;
-    const QString notRead = u"error: The post is on the blog, but the blog's copy of it could not be read."_qs;
-    const QString picture = u"metaWeblog.newMediaObject"_qs;
-    QTest::newRow("picture read") << QString() << 0 << notSent;
-    QTest::newRow("picture, new") << picture << 0 << notSent;
-    QTest::newRow("picture, update") << picture << 1 << notSent;
-    QTest::newRow("content") << u"wp.newPost"_qs << 0 << notRead;
-    QTest::newRow("read-back") << u"wp.getPost"_qs << 0 << notRead;
-}
+    void sendsNothingToAnotherBlog_data()
+    {
+        QTest::addColumn<QString>(
+            "late"); // the call whose answer comes after the change; none: a picture is being read
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("said");
+        const QString notSent =
+            u"error: “On its way” was not sent, because another blog was chosen before its pictures "
+            "were there."_qs;
+        const QString notRead = u"error: The post is on the blog, but the blog's copy of it could not be read."_qs;
+        const QString picture = u"metaWeblog.newMediaObject"_qs;
+        QTest::newRow("picture read") << QString() << 0 << notSent;
+        QTest::newRow("picture, new") << picture << 0 << notSent;
+        QTest::newRow("picture, update") << picture << 1 << notSent;
+        QTest::newRow("content") << u"wp.newPost"_qs << 0 << notRead;
+        QTest::newRow("read-back") << u"wp.getPost"_qs << 0 << notRead;
+    }
 
-void OutcomesTest::sendsNothingToAnotherBlog()
-{
-    QFETCH(QString, late);
-    QFETCH(int, kind);
-    QFETCH(QString, said);
-    SecondBlog fixture;
-    QDir().mkpath(fixture.files.cacheFolder());
-    QFile picture(fixture.files.cacheFolder() + u"/a.gif"_qs);
-    QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write("GIF89a") > 0);
-    picture.close();
-    const PostPtr post =
-        fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture.fileName()));
-    // A post of the same number is on the other blog.
-    post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
-    QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
-    fixture.sendLate(post, late, kind);
-    fixture.other.calls.clear();
-    fixture.app().selectAccount(fixture.app().accounts().at(1));
-    fixture.network.release();
-    QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs), QStringList{said});
-    QCOMPARE(failed.size(), 1);
-    QThreadPool::globalInstance()->waitForDone();
-    fixture.app().refreshCurrentBlog();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.other.methods(), (QStringList{u"wp.getPosts"_qs, u"wp.getPosts"_qs}));
-    QVERIFY(fixture.list.updated.isEmpty());
-    QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
-}
+    void sendsNothingToAnotherBlog()
+    {
+        QFETCH(QString, late);
+        QFETCH(int, kind);
+        QFETCH(QString, said);
+        SecondBlog fixture;
+        QDir().mkpath(fixture.files.cacheFolder());
+        QFile picture(fixture.files.cacheFolder() + u"/a.gif"_qs);
+        QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write("GIF89a") > 0);
+        picture.close();
+        const PostPtr post =
+            fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture.fileName()));
+        // A post of the same number is on the other blog.
+        post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
+        QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
+        fixture.sendLate(post, late, kind);
+        fixture.other.calls.clear();
+        fixture.app().selectAccount(fixture.app().accounts().at(1));
+        fixture.network.release();
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs), QStringList{said});
+        QCOMPARE(failed.size(), 1);
+        QThreadPool::globalInstance()->waitForDone();
+        fixture.app().refreshCurrentBlog();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.other.methods(), (QStringList{u"wp.getPosts"_qs, u"wp.getPosts"_qs}));
+        QVERIFY(fixture.list.updated.isEmpty());
+        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
+    }
 
-void OutcomesTest::takesANewPostAlongToAnotherBlog()
-{
-    SecondBlog fixture;
-    const PostPtr post = fixture.writePost(u"Kept on the screen"_qs, u"<p>x</p>"_qs);
-    fixture.app().selectorDidChange(2);
-    fixture.send(post, ZLWordpressService::NewPost);
-    QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
-    QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.other.posts.firstKey())});
-    QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{post->localPost});
-}
+    void takesANewPostAlongToAnotherBlog()
+    {
+        SecondBlog fixture;
+        const PostPtr post = fixture.writePost(u"Kept on the screen"_qs, u"<p>x</p>"_qs);
+        fixture.app().selectorDidChange(2);
+        fixture.send(post, ZLWordpressService::NewPost);
+        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
+        QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.other.posts.firstKey())});
+        QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{post->localPost});
+    }
 
-void OutcomesTest::cancelReachesTheServiceOfTheEarlierBlog()
-{
-    SecondBlog fixture;
-    const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-    fixture.sendLate(post, u"wp.newPost"_qs);
-    fixture.app().selectorDidChange(2);
-    QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
-    fixture.app().cancelUploadOfPost(post);
-    QCOMPARE(failed.size(), 1);
-    fixture.network.release();
-    fixture.app().refreshCurrentBlog();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.blog.count(u"wp.getPost"_qs), 0);
-}
+    void cancelReachesTheServiceOfTheEarlierBlog()
+    {
+        SecondBlog fixture;
+        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
+        fixture.sendLate(post, u"wp.newPost"_qs);
+        fixture.app().selectorDidChange(2);
+        QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
+        fixture.app().cancelUploadOfPost(post);
+        QCOMPARE(failed.size(), 1);
+        fixture.network.release();
+        fixture.app().refreshCurrentBlog();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.blog.count(u"wp.getPost"_qs), 0);
+    }
 
-void OutcomesTest::losesNothingWhenTheMoveFails()
-{
-    ConnectedBlog fixture;
-    fixture.start();
-    const PostPtr post = fixture.writePost(u"Kept"_qs, u"<p>text</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    const QString before = post->localPost->localFile.toLocalFile();
-    fixture.blog.answerLate(u"wp.getPost"_qs);
-    fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
-    // A folder stands where the file would go.
-    const QString id = fixture.blog.posts.firstKey();
-    QVERIFY(QDir().mkpath(fixture.postsFolder(u"Blog"_qs) + u"/p%1/post.zalmo/in the way"_qs.arg(id)));
-    fixture.network.release();
-    QTRY_COMPARE(fixture.list.updated.size(), 1);
-    QFile file(before);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    QVERIFY(has(bytes, u"<title>Kept</title>"_qs) && has(bytes, u"<id>%1</id><status>publish</status>"_qs.arg(id)));
-    fixture.app().reloadPostsList();
-    QCOMPARE(fixture.rowTitled(u"Kept"_qs)->localFile.toLocalFile(), before);
-}
+    void losesNothingWhenTheMoveFails()
+    {
+        ConnectedBlog fixture;
+        fixture.start();
+        const PostPtr post = fixture.writePost(u"Kept"_qs, u"<p>text</p>"_qs);
+        post->status = ZLWordpressPost::Publish;
+        const QString before = post->localPost->localFile.toLocalFile();
+        fixture.blog.answerLate(u"wp.getPost"_qs);
+        fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        // A folder stands where the file would go.
+        const QString id = fixture.blog.posts.firstKey();
+        QVERIFY(QDir().mkpath(fixture.postsFolder(u"Blog"_qs) + u"/p%1/post.zalmo/in the way"_qs.arg(id)));
+        fixture.network.release();
+        QTRY_COMPARE(fixture.list.updated.size(), 1);
+        QFile file(before);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(has(bytes, u"<title>Kept</title>"_qs) && has(bytes, u"<id>%1</id><status>publish</status>"_qs.arg(id)));
+        fixture.app().reloadPostsList();
+        QCOMPARE(fixture.rowTitled(u"Kept"_qs)->localFile.toLocalFile(), before);
+    }
 
-void OutcomesTest::listIsRebuiltMeanwhile()
-{
-    ConnectedBlog fixture;
-    fixture.start();
-    const PostPtr post = fixture.writePost(u"Sent"_qs, u"<p>text</p>"_qs);
-    post->status = ZLWordpressPost::Publish;
-    fixture.blog.answerLate(u"wp.getPost"_qs);
-    fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-    QTRY_COMPARE(fixture.network.heldCount(), 1);
-    // A round fetches the very post whose outcome is still on its way.
-    fixture.app().refreshCurrentBlog();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    fixture.network.release();
-    QTRY_COMPARE(fixture.list.updated.size(), 1);
-    QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{post->localPost});
-    QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
-}
+    void listIsRebuiltMeanwhile()
+    {
+        ConnectedBlog fixture;
+        fixture.start();
+        const PostPtr post = fixture.writePost(u"Sent"_qs, u"<p>text</p>"_qs);
+        post->status = ZLWordpressPost::Publish;
+        fixture.blog.answerLate(u"wp.getPost"_qs);
+        fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        // A round fetches the very post whose outcome is still on its way.
+        fixture.app().refreshCurrentBlog();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        fixture.network.release();
+        QTRY_COMPARE(fixture.list.updated.size(), 1);
+        QCOMPARE(fixture.app().posts(), QList<LocalPostPtr>{post->localPost});
+        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
+    }
 
-void OutcomesTest::createsNewPosts()
-{
-    ConnectedBlog fixture;
-    fixture.start();
-    fixture.app().selectedAccount()->preferences->default_article_type = 1;
-    fixture.app().selectedAccount()->preferences->allow_pingback = false;
-    fixture.app().createNewPost();
-    const LocalPostPtr row = fixture.app().posts().first();
-    QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
-    QCOMPARE(fixture.list.selectedRow, 0);
-    const QByteArray file = fixture.read(u"Blog"_qs, fixture.postFiles(u"Blog"_qs).value(0));
-    QVERIFY(has(file, u"<status>new</status><type>page</type>"_qs));
-    QVERIFY(has(file, u"<allow_comments>1</allow_comments><allow_pingback>0</allow_pingback>"_qs));
-    const QString folder = QFileInfo(row->localFile.toLocalFile()).dir().dirName();
-    QCOMPARE(folder.size(), 9); // "p" and 8 characters
-}
+    void createsNewPosts()
+    {
+        ConnectedBlog fixture;
+        fixture.start();
+        fixture.app().selectedAccount()->preferences->default_article_type = 1;
+        fixture.app().selectedAccount()->preferences->allow_pingback = false;
+        fixture.app().createNewPost();
+        const LocalPostPtr row = fixture.app().posts().first();
+        QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
+        QCOMPARE(fixture.list.selectedRow, 0);
+        const QByteArray file = fixture.read(u"Blog"_qs, fixture.postFiles(u"Blog"_qs).value(0));
+        QVERIFY(has(file, u"<status>new</status><type>page</type>"_qs));
+        QVERIFY(has(file, u"<allow_comments>1</allow_comments><allow_pingback>0</allow_pingback>"_qs));
+        const QString folder = QFileInfo(row->localFile.toLocalFile()).dir().dirName();
+        QCOMPARE(folder.size(), 9); // "p" and 8 characters
+    }
 
-void OutcomesTest::deletes()
-{
-    ConnectedBlog fixture;
-    const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs).id;
-    fixture.start();
-    const LocalPostPtr row = fixture.rowTitled(u"Old"_qs);
-    const PostPtr post = fixture.postOf(row);
-    const DocumentPtr open =
-        QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(row->localFile)).value();
-    fixture.app().wordpressService()->deletePost(post);
-    fixture.app().reloadPostsList(); // other rows stand for the files now
-    QTRY_COMPARE(fixture.list.deleted, QList<LocalPostPtr>{row});
-    QCOMPARE(fixture.app().posts().size(), 0);
-    QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
-    QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
-}
+    void deletes()
+    {
+        ConnectedBlog fixture;
+        const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs).id;
+        fixture.start();
+        const LocalPostPtr row = fixture.rowTitled(u"Old"_qs);
+        const PostPtr post = fixture.postOf(row);
+        const DocumentPtr open =
+            QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(row->localFile)).value();
+        fixture.app().wordpressService()->deletePost(post);
+        fixture.app().reloadPostsList(); // other rows stand for the files now
+        QTRY_COMPARE(fixture.list.deleted, QList<LocalPostPtr>{row});
+        QCOMPARE(fixture.app().posts().size(), 0);
+        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
+        QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
+    }
+};
 
 static const RegisteredTest<OutcomesTest> registered;
+
+#include "OutcomesTest.moc"

@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "Tests.h"
 #include "support/TestClasses.h"
 
 #include <QCoroTask>
@@ -43,74 +42,80 @@ struct UnwritablePost : AppFixture {
 
 } // namespace
 
-void SavingTest::saysAFailureOncePerStreak()
-{
-    UnwritablePost fixture;
-    fixture.setBroken(true);
-    fixture.type(u"<p>one</p>"_qs);
-    fixture.type(u"<p>two</p>"_qs);
-    QCOMPARE(fixture.alerts(), 1);
-    QVERIFY(fixture.prompts.journal.last().contains(fixture.path));
-    fixture.setBroken(false);
-    fixture.type(u"<p>three</p>"_qs);
-    QFile file(fixture.path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll().contains("three"));
-    fixture.setBroken(true);
-    fixture.type(u"<p>four</p>"_qs);
-    QCOMPARE(fixture.alerts(), 2);
-    fixture.setBroken(false);
-}
-
-void SavingTest::asksBeforeQuittingWithUnsavedText_data()
-{
-    QTest::addColumn<bool>("isBroken");
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<bool>("quits");
-    QTest::newRow("all saved") << false << 1 << true;
-    QTest::newRow("quit anyway") << true << 0 << true;
-    QTest::newRow("stay") << true << 1 << false;
-}
-
-void SavingTest::asksBeforeQuittingWithUnsavedText()
-{
-    QFETCH(bool, isBroken);
-    QFETCH(int, answer);
-    QFETCH(bool, quits);
-    UnwritablePost fixture;
-    if (isBroken)
-        fixture.setBroken(true);
-    fixture.compose.document->post.content = u"<p>typed</p>"_qs;
-    fixture.compose.document->updateChangeCount();
-    fixture.prompts.answers = {answer};
-    QCOMPARE(QCoro::waitFor(fixture.app().applicationShouldTerminate()), quits);
-    QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
-    if (isBroken)
-        fixture.setBroken(false);
-}
-
-void SavingTest::quitsWhateverTheAnswerWhenTheStoreFails()
-{
-    AppFixture fixture;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
-    // Something has damaged the store.
-    const QString connection = u"holder"_qs;
+class SavingTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void saysAFailureOncePerStreak()
     {
-        QSqlDatabase holder = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
-        holder.setDatabaseName(fixture.files.applicationFilesDirectory() + u"/Zalmo.storedata"_qs);
-        QVERIFY(holder.open());
-        QSqlQuery query(holder);
-        QVERIFY(query.exec(u"DROP TABLE AccountPreferences"_qs));
-        fixture.prompts.answers = {1};
-        QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
-        QVERIFY(fixture.prompts.journal.last().startsWith(
-            u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
-        holder.close();
+        UnwritablePost fixture;
+        fixture.setBroken(true);
+        fixture.type(u"<p>one</p>"_qs);
+        fixture.type(u"<p>two</p>"_qs);
+        QCOMPARE(fixture.alerts(), 1);
+        QVERIFY(fixture.prompts.journal.last().contains(fixture.path));
+        fixture.setBroken(false);
+        fixture.type(u"<p>three</p>"_qs);
+        QFile file(fixture.path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("three"));
+        fixture.setBroken(true);
+        fixture.type(u"<p>four</p>"_qs);
+        QCOMPARE(fixture.alerts(), 2);
+        fixture.setBroken(false);
     }
-    QSqlDatabase::removeDatabase(connection);
-}
+
+    void asksBeforeQuittingWithUnsavedText_data()
+    {
+        QTest::addColumn<bool>("isBroken");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("quits");
+        QTest::newRow("all saved") << false << 1 << true;
+        QTest::newRow("quit anyway") << true << 0 << true;
+        QTest::newRow("stay") << true << 1 << false;
+    }
+
+    void asksBeforeQuittingWithUnsavedText()
+    {
+        QFETCH(bool, isBroken);
+        QFETCH(int, answer);
+        QFETCH(bool, quits);
+        UnwritablePost fixture;
+        if (isBroken)
+            fixture.setBroken(true);
+        fixture.compose.document->post.content = u"<p>typed</p>"_qs;
+        fixture.compose.document->updateChangeCount();
+        fixture.prompts.answers = {answer};
+        QCOMPARE(QCoro::waitFor(fixture.app().applicationShouldTerminate()), quits);
+        QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
+        if (isBroken)
+            fixture.setBroken(false);
+    }
+
+    void quitsWhateverTheAnswerWhenTheStoreFails()
+    {
+        AppFixture fixture;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
+        // Something has damaged the store.
+        const QString connection = u"holder"_qs;
+        {
+            QSqlDatabase holder = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
+            holder.setDatabaseName(fixture.files.applicationFilesDirectory() + u"/Zalmo.storedata"_qs);
+            QVERIFY(holder.open());
+            QSqlQuery query(holder);
+            QVERIFY(query.exec(u"DROP TABLE AccountPreferences"_qs));
+            fixture.prompts.answers = {1};
+            QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
+            QVERIFY(fixture.prompts.journal.last().startsWith(
+                u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
+            holder.close();
+        }
+        QSqlDatabase::removeDatabase(connection);
+    }
+};
 
 static const RegisteredTest<SavingTest> registered;
+
+#include "SavingTest.moc"

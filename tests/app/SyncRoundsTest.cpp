@@ -1,138 +1,143 @@
 #include "AppFixture.h"
-#include "Tests.h"
 #include "support/TestClasses.h"
 
 #include <QCoroTask>
 
-void SyncRoundsTest::bringsPostsPagesAndTerms()
-{
-    AppFixture fixture;
-    fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
-    fixture.blog.addPost(u"About"_qs, u"<p>me</p>"_qs, u"page"_qs);
-    fixture.blog.addTerm(u"post_tag"_qs, u"R&D"_qs);
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    QVERIFY(fixture.list.isSyncing);
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Published));
-    QCOMPARE(fixture.rowTitled(u"About"_qs)->status, int(ZLLocalPostRepresentation::PublishedPage));
-    QCOMPARE(fixture.app().getTaxonomiesForSearch(u"#r"_qs), QStringList{u"#R&D"_qs});
-    QVERIFY(fixture.compose.reloadedEngines.contains(0));
-    QCOMPARE(fixture.blog.protocolErrors, QStringList());
-}
-
-void SyncRoundsTest::whoTakesPart_data()
-{
-    QTest::addColumn<bool>("hasPassword");
-    QTest::addColumn<int>("logsInAutomatically"); // -1: the attribute is absent
-    QTest::addColumn<int>("asked");
-    QTest::newRow("automatic") << true << 1 << 2;
-    QTest::newRow("not automatic is synchronised all the same") << true << 0 << 2;
-    QTest::newRow("never said") << true << -1 << 0;
-    QTest::newRow("no password") << false << 1 << 0;
-}
-
-void SyncRoundsTest::whoTakesPart()
-{
-    QFETCH(bool, hasPassword);
-    QFETCH(int, logsInAutomatically);
-    QFETCH(int, asked);
-    AppFixture fixture;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), hasPassword ? u"secret"_qs : QString());
-    fixture.changeStore([&](ZLManagedObjectContext &context) {
-        auto &automatic = context.accounts().first()->preferences->login_automatically;
-        automatic = logsInAutomatically < 0 ? std::nullopt : std::optional<bool>(logsInAutomatically == 1);
-    });
-    fixture.launch();
-    QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing() || !hasPassword);
-    QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), asked);
-}
-
-void SyncRoundsTest::offlineSkipsAllButLoopback()
-{
-    AppFixture fixture;
-    FakeBlog local(u"127.0.0.1"_qs);
-    local.addPost(u"At home"_qs, u"<p>x</p>"_qs);
-    fixture.network.addHost(local.host(), local);
-    fixture.seedAccount(u"Local"_qs, local.url());
-    fixture.seedAccount(u"Far"_qs, fixture.blog.url());
-    fixture.reachability.reachable = false;
-    fixture.launch();
-    QVERIFY(fixture.app().isReachable());
-    QTRY_VERIFY(fixture.rowTitled(u"At home"_qs));
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.blog.calls.size(), 0);
-    fixture.reachability.plugIn(); // what was left out is still owed
-    QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
-}
-
-void SyncRoundsTest::stopEndsARoundThatWaitsForEver()
-{
-    AppFixture fixture;
-    fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.blog.breakConnection(u"wp.getPosts"_qs, QNetworkReply::RemoteHostClosedError);
-    fixture.launch();
-    QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
-    QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing());
-    QVERIFY(fixture.list.isSyncing); // a broken connection leaves the round open
-
-    fixture.app().stopSyncing();
-    QVERIFY(!fixture.list.isSyncing);
-    fixture.app().refreshCurrentBlog();
-    QVERIFY(fixture.list.isSyncing);
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QVERIFY(fixture.rowTitled(u"Hello"_qs));
-}
-
-void SyncRoundsTest::keepsBothSidesOfAConflict()
-{
-    AppFixture fixture;
-    FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
-    const QString id = post.id;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-
-    const LocalPostPtr row = fixture.rowTitled(u"Hello"_qs);
+class SyncRoundsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void bringsPostsPagesAndTerms()
     {
-        const DocumentPtr document = ZLDocument::open(row->localFile).value();
-        document->post.content = u"<p>mine</p>"_qs;
-        document->fileInfo.status = u"modified"_qs;
-        document->updateChangeCount();
-        QVERIFY(document->saveDocument().has_value());
+        AppFixture fixture;
+        fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
+        fixture.blog.addPost(u"About"_qs, u"<p>me</p>"_qs, u"page"_qs);
+        fixture.blog.addTerm(u"post_tag"_qs, u"R&D"_qs);
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        QVERIFY(fixture.list.isSyncing);
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Published));
+        QCOMPARE(fixture.rowTitled(u"About"_qs)->status, int(ZLLocalPostRepresentation::PublishedPage));
+        QCOMPARE(fixture.app().getTaxonomiesForSearch(u"#r"_qs), QStringList{u"#R&D"_qs});
+        QVERIFY(fixture.compose.reloadedEngines.contains(0));
+        QCOMPARE(fixture.blog.protocolErrors, QStringList());
     }
-    fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
-    fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
-    fixture.app().refreshCurrentBlog();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Conflict));
-    QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("mine"));
-    QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
-}
 
-void SyncRoundsTest::takesUnsavedTextOfTheOpenDocument()
-{
-    AppFixture fixture;
-    FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
-    const QString id = post.id;
-    fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-    fixture.launch();
-    QTRY_VERIFY(!fixture.list.isSyncing);
+    void whoTakesPart_data()
+    {
+        QTest::addColumn<bool>("hasPassword");
+        QTest::addColumn<int>("logsInAutomatically"); // -1: the attribute is absent
+        QTest::addColumn<int>("asked");
+        QTest::newRow("automatic") << true << 1 << 2;
+        QTest::newRow("not automatic is synchronised all the same") << true << 0 << 2;
+        QTest::newRow("never said") << true << -1 << 0;
+        QTest::newRow("no password") << false << 1 << 0;
+    }
 
-    // The writer has typed, and the file does not know it yet.
-    const QUrl file = fixture.rowTitled(u"Hello"_qs)->localFile;
-    fixture.compose.document =
-        QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(file)).value();
-    fixture.compose.document->post.content = u"<p>just typed</p>"_qs;
-    fixture.compose.document->fileInfo.status = u"modified"_qs;
-    fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
-    fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
-    fixture.app().refreshCurrentBlog();
-    QTRY_VERIFY(!fixture.list.isSyncing);
-    QCOMPARE(fixture.compose.document->fileInfo.status, u"conflict"_qs);
-    QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("just typed"));
-    QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
-}
+    void whoTakesPart()
+    {
+        QFETCH(bool, hasPassword);
+        QFETCH(int, logsInAutomatically);
+        QFETCH(int, asked);
+        AppFixture fixture;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), hasPassword ? u"secret"_qs : QString());
+        fixture.changeStore([&](ZLManagedObjectContext &context) {
+            auto &automatic = context.accounts().first()->preferences->login_automatically;
+            automatic = logsInAutomatically < 0 ? std::nullopt : std::optional<bool>(logsInAutomatically == 1);
+        });
+        fixture.launch();
+        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing() || !hasPassword);
+        QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), asked);
+    }
+
+    void offlineSkipsAllButLoopback()
+    {
+        AppFixture fixture;
+        FakeBlog local(u"127.0.0.1"_qs);
+        local.addPost(u"At home"_qs, u"<p>x</p>"_qs);
+        fixture.network.addHost(local.host(), local);
+        fixture.seedAccount(u"Local"_qs, local.url());
+        fixture.seedAccount(u"Far"_qs, fixture.blog.url());
+        fixture.reachability.reachable = false;
+        fixture.launch();
+        QVERIFY(fixture.app().isReachable());
+        QTRY_VERIFY(fixture.rowTitled(u"At home"_qs));
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.blog.calls.size(), 0);
+        fixture.reachability.plugIn(); // what was left out is still owed
+        QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
+    }
+
+    void stopEndsARoundThatWaitsForEver()
+    {
+        AppFixture fixture;
+        fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.blog.breakConnection(u"wp.getPosts"_qs, QNetworkReply::RemoteHostClosedError);
+        fixture.launch();
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
+        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing());
+        QVERIFY(fixture.list.isSyncing); // a broken connection leaves the round open
+
+        fixture.app().stopSyncing();
+        QVERIFY(!fixture.list.isSyncing);
+        fixture.app().refreshCurrentBlog();
+        QVERIFY(fixture.list.isSyncing);
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QVERIFY(fixture.rowTitled(u"Hello"_qs));
+    }
+
+    void keepsBothSidesOfAConflict()
+    {
+        AppFixture fixture;
+        FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
+        const QString id = post.id;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+
+        const LocalPostPtr row = fixture.rowTitled(u"Hello"_qs);
+        {
+            const DocumentPtr document = ZLDocument::open(row->localFile).value();
+            document->post.content = u"<p>mine</p>"_qs;
+            document->fileInfo.status = u"modified"_qs;
+            document->updateChangeCount();
+            QVERIFY(document->saveDocument().has_value());
+        }
+        fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
+        fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
+        fixture.app().refreshCurrentBlog();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Conflict));
+        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("mine"));
+        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
+    }
+
+    void takesUnsavedTextOfTheOpenDocument()
+    {
+        AppFixture fixture;
+        FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
+        const QString id = post.id;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+
+        // The writer has typed, and the file does not know it yet.
+        const QUrl file = fixture.rowTitled(u"Hello"_qs)->localFile;
+        fixture.compose.document =
+            QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(file)).value();
+        fixture.compose.document->post.content = u"<p>just typed</p>"_qs;
+        fixture.compose.document->fileInfo.status = u"modified"_qs;
+        fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
+        fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
+        fixture.app().refreshCurrentBlog();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.compose.document->fileInfo.status, u"conflict"_qs);
+        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("just typed"));
+        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
+    }
+};
 
 static const RegisteredTest<SyncRoundsTest> registered;
+
+#include "SyncRoundsTest.moc"

@@ -1,6 +1,6 @@
-#include "Tests.h"
 #include "WindowFixture.h"
 #include "mainwindow/PostContextMenu.h"
+#include "support/TestClasses.h"
 
 namespace {
 
@@ -23,100 +23,108 @@ QAction *item(const QMenu &menu, const QString &title)
 
 } // namespace
 
-void ContextMenuTest::namesTheActions_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("published");
-    QTest::addColumn<bool>("linked");
-    QTest::addColumn<QString>("publish");
-    QTest::addColumn<QString>("save");
-    const auto row = [](const char *name, int status, bool published, bool linked, const char *publish,
-                         const char *save) {
-        QTest::newRow(name) << status << published << linked << QString::fromLatin1(publish)
-                            << QString::fromLatin1(save);
-    };
-    row("published", 0, true, false, "Update", "Move to drafts");
-    row("published, changed", 4, true, false, "Update", "Move to drafts");
-    row("published, linked", 0, true, true, "Update", "Move to Evernote");
-    row("new", 3, false, false, "Publish", "Save as Draft");
-    row("new, linked", 3, false, true, "Publish", "Save to Evernote");
-    row("draft", 1, false, false, "Publish", "Update Draft");
-    row("draft, linked", 1, false, true, "Publish", "Update to Evernote ");
-    row("draft, changed", 4, false, false, "Publish", "Update Draft");
-    row("note", 7, false, true, "Publish", "Update to Evernote ");
-    row("conflict", 5, false, false, "Publish", "Save as Draft");
-}
+class ContextMenuTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void namesTheActions_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<bool>("published");
+        QTest::addColumn<bool>("linked");
+        QTest::addColumn<QString>("publish");
+        QTest::addColumn<QString>("save");
+        const auto row = [](const char *name, int status, bool published, bool linked, const char *publish,
+                             const char *save) {
+            QTest::newRow(name) << status << published << linked << QString::fromLatin1(publish)
+                                << QString::fromLatin1(save);
+        };
+        row("published", 0, true, false, "Update", "Move to drafts");
+        row("published, changed", 4, true, false, "Update", "Move to drafts");
+        row("published, linked", 0, true, true, "Update", "Move to Evernote");
+        row("new", 3, false, false, "Publish", "Save as Draft");
+        row("new, linked", 3, false, true, "Publish", "Save to Evernote");
+        row("draft", 1, false, false, "Publish", "Update Draft");
+        row("draft, linked", 1, false, true, "Publish", "Update to Evernote ");
+        row("draft, changed", 4, false, false, "Publish", "Update Draft");
+        row("note", 7, false, true, "Publish", "Update to Evernote ");
+        row("conflict", 5, false, false, "Publish", "Save as Draft");
+    }
 
-void ContextMenuTest::namesTheActions()
-{
-    QFETCH(int, status);
-    QFETCH(bool, published);
-    QFETCH(bool, linked);
-    QFETCH(QString, publish);
-    QFETCH(QString, save);
-    WindowFixture f;
-    f.seedPosts({});
-    f.launch();
-    if (linked)
-        f.app->selectedAccount()->evernote = std::make_shared<Evernote>();
-    auto post = std::make_shared<ZLLocalPostRepresentation>();
-    post->status = status;
-    post->published = published;
-    const PostContextMenu menu(*f.app, post, nullptr);
-    // With one blog there is none to copy to, and this post has no address yet.
-    QCOMPARE(titles(menu),
-        QStringList({u"New Post"_qs, u"-"_qs, publish, u"Delete"_qs, save, u"-"_qs, u"View on Browser (off)"_qs,
-            u"Get Link (off)"_qs}));
-}
+    void namesTheActions()
+    {
+        QFETCH(int, status);
+        QFETCH(bool, published);
+        QFETCH(bool, linked);
+        QFETCH(QString, publish);
+        QFETCH(QString, save);
+        WindowFixture f;
+        f.seedPosts({});
+        f.launch();
+        if (linked)
+            f.app->selectedAccount()->evernote = std::make_shared<Evernote>();
+        auto post = std::make_shared<ZLLocalPostRepresentation>();
+        post->status = status;
+        post->published = published;
+        const PostContextMenu menu(*f.app, post, nullptr);
+        // With one blog there is none to copy to, and this post has no address yet.
+        QCOMPARE(titles(menu),
+            QStringList({u"New Post"_qs, u"-"_qs, publish, u"Delete"_qs, save, u"-"_qs, u"View on Browser (off)"_qs,
+                u"Get Link (off)"_qs}));
+    }
 
-void ContextMenuTest::offersTheLinkOfAPublicPost()
-{
-    WindowFixture f;
-    f.seedPosts({});
-    f.launch();
-    auto post = std::make_shared<ZLLocalPostRepresentation>();
-    post->postURL = QUrl(u"http://blog.test/?p=1"_qs);
-    const PostContextMenu menu(*f.app, post, nullptr);
-    item(menu, u"View on Browser"_qs)->trigger();
-    QCOMPARE(f.workspace.opened, QList<QUrl>{post->postURL});
-    item(menu, u"Get Link"_qs)->trigger();
-    QCOMPARE(f.workspace.copied, QList<QUrl>{post->postURL});
-    QCOMPARE(f.notifications.delivered.size(), 1);
-    QCOMPARE(f.notifications.delivered[0].title, u"Successfully copied link to clipboard."_qs);
+    void offersTheLinkOfAPublicPost()
+    {
+        WindowFixture f;
+        f.seedPosts({});
+        f.launch();
+        auto post = std::make_shared<ZLLocalPostRepresentation>();
+        post->postURL = QUrl(u"http://blog.test/?p=1"_qs);
+        const PostContextMenu menu(*f.app, post, nullptr);
+        item(menu, u"View on Browser"_qs)->trigger();
+        QCOMPARE(f.workspace.opened, QList<QUrl>{post->postURL});
+        item(menu, u"Get Link"_qs)->trigger();
+        QCOMPARE(f.workspace.copied, QList<QUrl>{post->postURL});
+        QCOMPARE(f.notifications.delivered.size(), 1);
+        QCOMPARE(f.notifications.delivered[0].title, u"Successfully copied link to clipboard."_qs);
 
-    f.workspace.clipboardWorks = false;
-    item(menu, u"Get Link"_qs)->trigger();
-    QCOMPARE(f.notifications.delivered.size(), 1);
-}
+        f.workspace.clipboardWorks = false;
+        item(menu, u"Get Link"_qs)->trigger();
+        QCOMPARE(f.notifications.delivered.size(), 1);
+    }
 
-void ContextMenuTest::copiesToAnotherBlog()
-{
-    WindowFixture f;
-    f.seedPosts({u"Here"_qs});
-    f.seedAccount(u"Tom & Eve"_qs);
-    f.launch();
-    f.list().delegate = &f.compose;
-    QVERIFY(f.row(u"Here"_qs));
-    const QByteArray original = [&] {
-        QFile file(f.row(u"Here"_qs)->localFile.toLocalFile());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }();
+    void copiesToAnotherBlog()
+    {
+        WindowFixture f;
+        f.seedPosts({u"Here"_qs});
+        f.seedAccount(u"Tom & Eve"_qs);
+        f.launch();
+        f.list().delegate = &f.compose;
+        QVERIFY(f.row(u"Here"_qs));
+        const QByteArray original = [&] {
+            QFile file(f.row(u"Here"_qs)->localFile.toLocalFile());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        }();
 
-    const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
-    const QMenu *blogs = item(*menu, u"Copy to Blog"_qs)->menu();
-    QCOMPARE(titles(*blogs), QStringList{u"Tom && Eve"_qs});
-    blogs->actions().first()->trigger();
+        const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
+        const QMenu *blogs = item(*menu, u"Copy to Blog"_qs)->menu();
+        QCOMPARE(titles(*blogs), QStringList{u"Tom && Eve"_qs});
+        blogs->actions().first()->trigger();
 
-    QCOMPARE(f.app->getBlogName(), u"Tom & Eve"_qs);
-    QTRY_COMPARE(f.compose.journal, QStringList({u"load Here"_qs, u"clean undo"_qs}));
-    const LocalPostPtr copy = f.row(u"Here"_qs);
-    QCOMPARE(copy->status, int(ZLLocalPostRepresentation::New));
-    const auto document = ZLDocument::open(copy->localFile);
-    QVERIFY(document.has_value());
-    QCOMPARE((*document)->postInfo.status, u"new"_qs);
-    QCOMPARE((*document)->postInfo.id.size(), 8);
-    QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg((*document)->postInfo.id)));
-    QFile file(f.files.postPathForBlogURL(u"Ada"_qs, u"940"_qs) + u"/post.zalmo"_qs);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), original);
-}
+        QCOMPARE(f.app->getBlogName(), u"Tom & Eve"_qs);
+        QTRY_COMPARE(f.compose.journal, QStringList({u"load Here"_qs, u"clean undo"_qs}));
+        const LocalPostPtr copy = f.row(u"Here"_qs);
+        QCOMPARE(copy->status, int(ZLLocalPostRepresentation::New));
+        const auto document = ZLDocument::open(copy->localFile);
+        QVERIFY(document.has_value());
+        QCOMPARE((*document)->postInfo.status, u"new"_qs);
+        QCOMPARE((*document)->postInfo.id.size(), 8);
+        QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg((*document)->postInfo.id)));
+        QFile file(f.files.postPathForBlogURL(u"Ada"_qs, u"940"_qs) + u"/post.zalmo"_qs);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), original);
+    }
+};
+
+static const RegisteredTest<ContextMenuTest> registered;
+
+#include "ContextMenuTest.moc"

@@ -1,8 +1,8 @@
-#include "Tests.h"
 #include "WindowFixture.h"
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
 #include "mainwindow/ZLSelectorView.h"
+#include "support/TestClasses.h"
 #include "widgets/ZLSheetHost.h"
 
 #include <QAction>
@@ -10,156 +10,164 @@
 #include <QSet>
 #include <QTextEdit>
 
-void MainWindowTest::validatesTheMenu_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QStringList>("off");
-    const QStringList needBlog{u"newPostItem"_qs, u"postListMenuItem"_qs, u"refreshPostListMenuItem"_qs,
-        u"deletePostMenuItem"_qs, u"insertImageMenuItem"_qs, u"searchPostsMenuItem"_qs};
-    const QStringList needPage{u"strikethroughMenuItem"_qs, u"orderedListMenuItem"_qs, u"unorderedListMenuItem"_qs};
-    const QStringList save{u"saveMenuItem"_qs};
-    const QStringList sheet{u"newBlogMenuItem"_qs};
-    QTest::newRow("no blog") << u"none"_qs << needBlog + needPage + save;
-    QTest::newRow("a blog") << u"blog"_qs << needPage;
-    QTest::newRow("a blog and a sheet") << u"sheet"_qs << needBlog + needPage + save + sheet;
-    QTest::newRow("a published post") << u"published"_qs << needPage + save;
-}
-
-void MainWindowTest::validatesTheMenu()
-{
-    QFETCH(QString, state);
-    QFETCH(QStringList, off);
-    WindowFixture f;
-    if (state != u"none")
-        f.seedPosts({u"A"_qs});
-    f.launch();
-    if (state == u"sheet")
-        f.window->windows().prompts->showGetStartedPanel();
-    if (state == u"published") {
-        f.list().selectRow(0);
-        QTRY_VERIFY(!f.window->composeArea().controller().canSaveCurrentPost());
+class MainWindowTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void validatesTheMenu_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QStringList>("off");
+        const QStringList needBlog{u"newPostItem"_qs, u"postListMenuItem"_qs, u"refreshPostListMenuItem"_qs,
+            u"deletePostMenuItem"_qs, u"insertImageMenuItem"_qs, u"searchPostsMenuItem"_qs};
+        const QStringList needPage{u"strikethroughMenuItem"_qs, u"orderedListMenuItem"_qs, u"unorderedListMenuItem"_qs};
+        const QStringList save{u"saveMenuItem"_qs};
+        const QStringList sheet{u"newBlogMenuItem"_qs};
+        QTest::newRow("no blog") << u"none"_qs << needBlog + needPage + save;
+        QTest::newRow("a blog") << u"blog"_qs << needPage;
+        QTest::newRow("a blog and a sheet") << u"sheet"_qs << needBlog + needPage + save + sheet;
+        QTest::newRow("a published post") << u"published"_qs << needPage + save;
     }
-    QStringList found;
-    for (const MenuOfCommands &menu : menuCommands()) {
-        for (const MenuCommand &command : menu.commands) {
-            if (!command.name.isNull() && !f.window->validateMenuItem(command.name))
-                found.append(command.name);
+
+    void validatesTheMenu()
+    {
+        QFETCH(QString, state);
+        QFETCH(QStringList, off);
+        WindowFixture f;
+        if (state != u"none")
+            f.seedPosts({u"A"_qs});
+        f.launch();
+        if (state == u"sheet")
+            f.window->windows().prompts->showGetStartedPanel();
+        if (state == u"published") {
+            f.list().selectRow(0);
+            QTRY_VERIFY(!f.window->composeArea().controller().canSaveCurrentPost());
         }
+        QStringList found;
+        for (const MenuOfCommands &menu : menuCommands()) {
+            for (const MenuCommand &command : menu.commands) {
+                if (!command.name.isNull() && !f.window->validateMenuItem(command.name))
+                    found.append(command.name);
+            }
+        }
+        found.sort();
+        off.sort();
+        QCOMPARE(found, off);
+        QCOMPARE(f.window->findChild<QWidget *>(u"titleField"_qs)->isEnabled(), state != u"none");
+
+        // What cannot be chosen does nothing, although its shortcut is alive.
+        f.window->findChild<QAction *>(u"newPostItem"_qs)->trigger();
+        WindowFixture::settle();
+        const bool can = !off.contains(u"newPostItem"_qs) && state == u"published"; // a blank post needs no other
+        QCOMPARE(f.app->posts().size(), (state == u"none" ? 0 : 1) + (can ? 1 : 0));
     }
-    found.sort();
-    off.sort();
-    QCOMPARE(found, off);
-    QCOMPARE(f.window->findChild<QWidget *>(u"titleField"_qs)->isEnabled(), state != u"none");
 
-    // What cannot be chosen does nothing, although its shortcut is alive.
-    f.window->findChild<QAction *>(u"newPostItem"_qs)->trigger();
-    WindowFixture::settle();
-    const bool can = !off.contains(u"newPostItem"_qs) && state == u"published"; // a blank post needs no other
-    QCOMPARE(f.app->posts().size(), (state == u"none" ? 0 : 1) + (can ? 1 : 0));
-}
-
-void MainWindowTest::hasNoShortcutTwice()
-{
-    QSet<QKeySequence> taken;
-    for (const MenuOfCommands &menu : menuCommands()) {
-        for (const MenuCommand &command : menu.commands) {
-            for (const QKeySequence &shortcut : command.shortcuts) {
-                QVERIFY2(!taken.contains(shortcut), qPrintable(command.name + u' ' + shortcut.toString()));
-                taken.insert(shortcut);
+    void hasNoShortcutTwice()
+    {
+        QSet<QKeySequence> taken;
+        for (const MenuOfCommands &menu : menuCommands()) {
+            for (const MenuCommand &command : menu.commands) {
+                for (const QKeySequence &shortcut : command.shortcuts) {
+                    QVERIFY2(!taken.contains(shortcut), qPrintable(command.name + u' ' + shortcut.toString()));
+                    taken.insert(shortcut);
+                }
             }
         }
     }
-}
 
-void MainWindowTest::givesWhatIsTypedAtOnceToTheNewPost()
-{
-    WindowFixture f;
-    f.seedPosts({u"A"_qs});
-    f.launch();
-    f.show();
-    f.list().selectRow(0);
-    auto *title = f.find<QTextEdit>(u"titleField"_qs);
-    QTRY_COMPARE(title->toPlainText(), u"A"_qs);
-    title->setFocus();
-    f.window->didClickOnNewPost();
-    f.window->didClickOnNewPost();
-    QTest::keyClicks(title, u"New"_qs);
-    QTRY_COMPARE(title->toPlainText(), u"New"_qs);
-    QTRY_VERIFY(f.row(u"New"_qs));
-    QVERIFY(f.row(u"A"_qs));
-}
+    void givesWhatIsTypedAtOnceToTheNewPost()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        f.show();
+        f.list().selectRow(0);
+        auto *title = f.find<QTextEdit>(u"titleField"_qs);
+        QTRY_COMPARE(title->toPlainText(), u"A"_qs);
+        title->setFocus();
+        f.window->didClickOnNewPost();
+        f.window->didClickOnNewPost();
+        QTest::keyClicks(title, u"New"_qs);
+        QTRY_COMPARE(title->toPlainText(), u"New"_qs);
+        QTRY_VERIFY(f.row(u"New"_qs));
+        QVERIFY(f.row(u"A"_qs));
+    }
 
-void MainWindowTest::growsByThePostList()
-{
-    WindowFixture f;
-    f.seedPosts({u"A"_qs});
-    f.launch();
-    f.show();
-    QVERIFY(f.window->isDisplayingToolView());
-    const QWidget *screen = f.window->composeArea().view();
-    const int window = f.window->width();
-    const int compose = screen->width();
+    void growsByThePostList()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        f.show();
+        QVERIFY(f.window->isDisplayingToolView());
+        const QWidget *screen = f.window->composeArea().view();
+        const int window = f.window->width();
+        const int compose = screen->width();
 
-    f.window->didClickOnPostsList();
-    QTRY_COMPARE(f.window->width(), window - 300);
-    QTRY_COMPARE(screen->width(), compose);
-    QCOMPARE(f.defaults.objectForKey(u"postListShouldBeOpen"_qs).toBool(), false);
-    f.window->didClickOnPostsList();
-    QTRY_COMPARE(f.window->width(), window);
-    QTRY_COMPARE(screen->width(), compose);
-    QCOMPARE(f.defaults.boolForKey(u"postListShouldBeOpen"_qs), true);
-}
+        f.window->didClickOnPostsList();
+        QTRY_COMPARE(f.window->width(), window - 300);
+        QTRY_COMPARE(screen->width(), compose);
+        QCOMPARE(f.defaults.objectForKey(u"postListShouldBeOpen"_qs).toBool(), false);
+        f.window->didClickOnPostsList();
+        QTRY_COMPARE(f.window->width(), window);
+        QTRY_COMPARE(screen->width(), compose);
+        QCOMPARE(f.defaults.boolForKey(u"postListShouldBeOpen"_qs), true);
+    }
 
-void MainWindowTest::comesBackNarrow()
-{
-    WindowFixture f;
-    f.seedPosts({u"A"_qs});
-    f.launch();
-    const int wide = f.window->width();
-    f.window.reset();
-    f.app.reset();
-    f.defaults.setObjectForKey(false, u"postListShouldBeOpen"_qs);
-    f.launch();
-    QVERIFY(!f.window->isDisplayingToolView());
-    QCOMPARE(f.window->width(), wide - 300);
-}
+    void comesBackNarrow()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        const int wide = f.window->width();
+        f.window.reset();
+        f.app.reset();
+        f.defaults.setObjectForKey(false, u"postListShouldBeOpen"_qs);
+        f.launch();
+        QVERIFY(!f.window->isDisplayingToolView());
+        QCOMPARE(f.window->width(), wide - 300);
+    }
 
-void MainWindowTest::standsInAColumnInFullScreen_data()
-{
-    QTest::addColumn<int>("window");
-    QTest::addColumn<bool>("open");
-    QTest::addColumn<int>("x");
-    QTest::addColumn<int>("width");
-    QTest::newRow("closed") << 1920 << false << 520 << 814;
-    QTest::newRow("open") << 1920 << true << 370 << 1114;
-    QTest::newRow("narrow screen") << 800 << true << 0 << 800;
-}
+    void standsInAColumnInFullScreen_data()
+    {
+        QTest::addColumn<int>("window");
+        QTest::addColumn<bool>("open");
+        QTest::addColumn<int>("x");
+        QTest::addColumn<int>("width");
+        QTest::newRow("closed") << 1920 << false << 520 << 814;
+        QTest::newRow("open") << 1920 << true << 370 << 1114;
+        QTest::newRow("narrow screen") << 800 << true << 0 << 800;
+    }
 
-void MainWindowTest::standsInAColumnInFullScreen()
-{
-    QFETCH(int, window);
-    QFETCH(bool, open);
-    const FullScreenColumn column(window, open);
-    QTEST(column.x(), "x");
-    QTEST(column.width(), "width");
-}
+    void standsInAColumnInFullScreen()
+    {
+        QFETCH(int, window);
+        QFETCH(bool, open);
+        const FullScreenColumn column(window, open);
+        QTEST(column.x(), "x");
+        QTEST(column.width(), "width");
+    }
 
-void MainWindowTest::switchesBlogs()
-{
-    WindowFixture f;
-    f.seedPosts({u"A"_qs});
-    f.seedAccount(u"Tom & Eve"_qs);
-    f.launch();
-    auto *selector = f.find<ZLSelectorView>(u"blogSelector"_qs);
-    QVERIFY(selector);
-    QCOMPARE(selector->text(), u"Ada"_qs);
-    QStringList items;
-    for (const QAction *action : selector->menu()->actions())
-        items.append(action->text());
-    QCOMPARE(items, QStringList({u"Ada"_qs, u"Tom && Eve"_qs, QString(), u"&Connect a Blog…"_qs}));
+    void switchesBlogs()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.seedAccount(u"Tom & Eve"_qs);
+        f.launch();
+        auto *selector = f.find<ZLSelectorView>(u"blogSelector"_qs);
+        QVERIFY(selector);
+        QCOMPARE(selector->text(), u"Ada"_qs);
+        QStringList items;
+        for (const QAction *action : selector->menu()->actions())
+            items.append(action->text());
+        QCOMPARE(items, QStringList({u"Ada"_qs, u"Tom && Eve"_qs, QString(), u"&Connect a Blog…"_qs}));
 
-    selector->menu()->actions()[1]->trigger();
-    QCOMPARE(f.app->getBlogName(), u"Tom & Eve"_qs);
-    QCOMPARE(selector->text(), u"Tom & Eve"_qs);
-    QCOMPARE(f.list().allPosts().size(), 0);
-}
+        selector->menu()->actions()[1]->trigger();
+        QCOMPARE(f.app->getBlogName(), u"Tom & Eve"_qs);
+        QCOMPARE(selector->text(), u"Tom & Eve"_qs);
+        QCOMPARE(f.list().allPosts().size(), 0);
+    }
+};
+
+static const RegisteredTest<MainWindowTest> registered;
+
+#include "MainWindowTest.moc"

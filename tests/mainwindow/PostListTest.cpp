@@ -1,7 +1,7 @@
-#include "Tests.h"
 #include "WindowFixture.h"
 #include "mainwindow/ZLPostListCellView.h"
 #include "mainwindow/ZLPostListView.h"
+#include "support/TestClasses.h"
 #include "widgets/ZLIcons.h"
 #include "widgets/ZLSyncBar.h"
 
@@ -41,247 +41,260 @@ using Act = std::function<void(ListFixture &)>;
 } // namespace
 Q_DECLARE_METATYPE(Act)
 
-void PostListTest::selects_data()
-{
-    QTest::addColumn<Act>("act");
-    QTest::addColumn<QStringList>("asked");
-    QTest::addColumn<QString>("selected");
-    const auto row = [](const char *name, const Act &act, const QStringList &asked, const QString &selected) {
-        QTest::newRow(name) << act << asked << selected;
-    };
-    const auto post = [](ListFixture &f, const char *title) { return f.row(QLatin1String(title)); };
-    // Each begins with B selected and loaded.
-    row(
-        "another row", [](ListFixture &f) { f.list().selectRow(0); }, {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
-    row(
-        "the same row", [](ListFixture &f) { f.list().selectRow(1); }, {}, u"B"_qs);
-    row(
-        "by keyboard",
-        [](ListFixture &f) {
-            f.show();
-            const auto isInPlace = [&f] { return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0; };
-            QTRY_VERIFY(isInPlace());
-            QTest::keyClick(f.table(), Qt::Key_Down);
-        },
-        {u"load C"_qs, u"clean undo"_qs}, u"C"_qs);
-    row(
-        "delete key", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); }, {u"do 1"_qs}, u"B"_qs);
-    row(
-        "action on another row", [post](ListFixture &f) { f.list().selectPost(post(f, "C"), AwaitingAction::Delete); },
-        {u"load C and do 1"_qs, u"clean undo"_qs}, u"C"_qs);
-    row(
-        "action on this row", [post](ListFixture &f) { f.list().selectPost(post(f, "B"), AwaitingAction::Publish); },
-        {u"do 0"_qs}, u"B"_qs);
-    row(
-        "without loading", [](ListFixture &f) { f.list().selectRowWithoutLoad(2); }, {}, u"C"_qs);
-    row(
-        "by file", [post](ListFixture &f) { f.list().selectPostFromLocalFileURL(post(f, "A")->localFile); },
-        {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
-    row(
-        "none", [](ListFixture &f) { f.list().deselectRow(); }, {u"clean"_qs, u"clean undo"_qs}, u"-"_qs);
-    row(
-        "another blog", [](ListFixture &f) { Q_EMIT f.app->notifications().didChangeBlog(); }, {}, u"-"_qs);
-    row(
-        "rows rebuilt", [](ListFixture &f) { f.app->reloadPostsList(); }, {}, u"B"_qs);
-    row(
-        "rows rebuilt after a sync", [](ListFixture &f) { f.list().updatePostsAndSelectPreviousPost(); }, {}, u"B"_qs);
-    const auto vanish = [post](ListFixture &f, bool deletesFile) {
-        const LocalPostPtr row = post(f, "B");
-        f.app->removePost(row);
-        if (deletesFile)
-            QVERIFY(QFile::remove(row->localFile.toLocalFile()));
-        f.list().updatePostsAndSelectPreviousPost();
-    };
-    row(
-        "file gone after a sync", [vanish](ListFixture &f) { vanish(f, true); }, {u"clean"_qs, u"clean undo"_qs},
-        u"-"_qs);
-    row(
-        "kept from another blog", [vanish](ListFixture &f) { vanish(f, false); }, {}, u"-"_qs);
-}
+class PostListTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void selects_data()
+    {
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<QStringList>("asked");
+        QTest::addColumn<QString>("selected");
+        const auto row = [](const char *name, const Act &act, const QStringList &asked, const QString &selected) {
+            QTest::newRow(name) << act << asked << selected;
+        };
+        const auto post = [](ListFixture &f, const char *title) { return f.row(QLatin1String(title)); };
+        // Each begins with B selected and loaded.
+        row(
+            "another row", [](ListFixture &f) { f.list().selectRow(0); }, {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
+        row(
+            "the same row", [](ListFixture &f) { f.list().selectRow(1); }, {}, u"B"_qs);
+        row(
+            "by keyboard",
+            [](ListFixture &f) {
+                f.show();
+                const auto isInPlace = [&f] {
+                    return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0;
+                };
+                QTRY_VERIFY(isInPlace());
+                QTest::keyClick(f.table(), Qt::Key_Down);
+            },
+            {u"load C"_qs, u"clean undo"_qs}, u"C"_qs);
+        row(
+            "delete key", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); }, {u"do 1"_qs}, u"B"_qs);
+        row(
+            "action on another row",
+            [post](ListFixture &f) { f.list().selectPost(post(f, "C"), AwaitingAction::Delete); },
+            {u"load C and do 1"_qs, u"clean undo"_qs}, u"C"_qs);
+        row(
+            "action on this row",
+            [post](ListFixture &f) { f.list().selectPost(post(f, "B"), AwaitingAction::Publish); }, {u"do 0"_qs},
+            u"B"_qs);
+        row(
+            "without loading", [](ListFixture &f) { f.list().selectRowWithoutLoad(2); }, {}, u"C"_qs);
+        row(
+            "by file", [post](ListFixture &f) { f.list().selectPostFromLocalFileURL(post(f, "A")->localFile); },
+            {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
+        row(
+            "none", [](ListFixture &f) { f.list().deselectRow(); }, {u"clean"_qs, u"clean undo"_qs}, u"-"_qs);
+        row(
+            "another blog", [](ListFixture &f) { Q_EMIT f.app->notifications().didChangeBlog(); }, {}, u"-"_qs);
+        row(
+            "rows rebuilt", [](ListFixture &f) { f.app->reloadPostsList(); }, {}, u"B"_qs);
+        row(
+            "rows rebuilt after a sync", [](ListFixture &f) { f.list().updatePostsAndSelectPreviousPost(); }, {},
+            u"B"_qs);
+        const auto vanish = [post](ListFixture &f, bool deletesFile) {
+            const LocalPostPtr row = post(f, "B");
+            f.app->removePost(row);
+            if (deletesFile)
+                QVERIFY(QFile::remove(row->localFile.toLocalFile()));
+            f.list().updatePostsAndSelectPreviousPost();
+        };
+        row(
+            "file gone after a sync", [vanish](ListFixture &f) { vanish(f, true); }, {u"clean"_qs, u"clean undo"_qs},
+            u"-"_qs);
+        row(
+            "kept from another blog", [vanish](ListFixture &f) { vanish(f, false); }, {}, u"-"_qs);
+    }
 
-void PostListTest::selects()
-{
-    QFETCH(Act, act);
-    ListFixture f;
-    f.list().selectRow(1);
-    f.settle();
-    f.compose.takeJournal();
+    void selects()
+    {
+        QFETCH(Act, act);
+        ListFixture f;
+        f.list().selectRow(1);
+        f.settle();
+        f.compose.takeJournal();
 
-    act(f);
-    f.settle();
-    QTEST(f.compose.takeJournal(), "asked");
-    QTEST(f.selectedInTable(), "selected");
-    const QString selected = f.selectedInTable();
-    QCOMPARE(f.list().selectedLocalPost() ? f.list().selectedLocalPost()->title : u"-"_qs, selected);
-    QCOMPARE(f.list().awaitingAction(), int(AwaitingAction::None));
-}
+        act(f);
+        f.settle();
+        QTEST(f.compose.takeJournal(), "asked");
+        QTEST(f.selectedInTable(), "selected");
+        const QString selected = f.selectedInTable();
+        QCOMPARE(f.list().selectedLocalPost() ? f.list().selectedLocalPost()->title : u"-"_qs, selected);
+        QCOMPARE(f.list().awaitingAction(), int(AwaitingAction::None));
+    }
 
-void PostListTest::followsAMovedFile()
-{
-    ListFixture f;
-    f.list().selectRow(0);
-    f.settle();
-    f.compose.takeJournal();
+    void followsAMovedFile()
+    {
+        ListFixture f;
+        f.list().selectRow(0);
+        f.settle();
+        f.compose.takeJournal();
 
-    // An upload has given the post its number: same place in the list, another file.
-    const QUrl before = f.row(u"A"_qs)->localFile;
-    const auto moved = std::make_shared<ZLLocalPostRepresentation>(*f.row(u"A"_qs));
-    moved->localFile = QUrl::fromLocalFile(f.folder.filePath(u"moved/post.zalmo"_qs));
-    f.app->removePost(f.row(u"A"_qs));
-    f.app->insertPost(0, moved);
-    f.list().didUpdatePost(nullptr, moved, before);
-    f.settle();
-    QCOMPARE(f.compose.takeJournal(), QStringList({u"load A"_qs, u"clean undo"_qs}));
-    QCOMPARE(f.list().selectedLocalFile(), moved->localFile);
+        // An upload has given the post its number: same place in the list, another file.
+        const QUrl before = f.row(u"A"_qs)->localFile;
+        const auto moved = std::make_shared<ZLLocalPostRepresentation>(*f.row(u"A"_qs));
+        moved->localFile = QUrl::fromLocalFile(f.folder.filePath(u"moved/post.zalmo"_qs));
+        f.app->removePost(f.row(u"A"_qs));
+        f.app->insertPost(0, moved);
+        f.list().didUpdatePost(nullptr, moved, before);
+        f.settle();
+        QCOMPARE(f.compose.takeJournal(), QStringList({u"load A"_qs, u"clean undo"_qs}));
+        QCOMPARE(f.list().selectedLocalFile(), moved->localFile);
 
-    // Of a post that is not on the screen nothing is loaded.
-    const QUrl other = f.row(u"C"_qs)->localFile;
-    f.list().didUpdatePost(nullptr, f.row(u"C"_qs), other);
-    f.settle();
-    QCOMPARE(f.compose.takeJournal(), QStringList());
-    QCOMPARE(f.selectedInTable(), u"A"_qs);
-}
+        // Of a post that is not on the screen nothing is loaded.
+        const QUrl other = f.row(u"C"_qs)->localFile;
+        f.list().didUpdatePost(nullptr, f.row(u"C"_qs), other);
+        f.settle();
+        QCOMPARE(f.compose.takeJournal(), QStringList());
+        QCOMPARE(f.selectedInTable(), u"A"_qs);
+    }
 
-void PostListTest::opensANewPost()
-{
-    ListFixture f;
-    f.app->createNewPost();
-    QCOMPARE(f.compose.takeJournal(), QStringList({u"load "_qs, u"title"_qs}));
-    QCOMPARE(f.shownTitles(), QStringList({u"No title"_qs, u"A"_qs, u"B"_qs, u"C"_qs}));
-    QCOMPARE(f.selectedInTable(), u"No title"_qs);
-}
+    void opensANewPost()
+    {
+        ListFixture f;
+        f.app->createNewPost();
+        QCOMPARE(f.compose.takeJournal(), QStringList({u"load "_qs, u"title"_qs}));
+        QCOMPARE(f.shownTitles(), QStringList({u"No title"_qs, u"A"_qs, u"B"_qs, u"C"_qs}));
+        QCOMPARE(f.selectedInTable(), u"No title"_qs);
+    }
 
-void PostListTest::leavesADeletedPost_data()
-{
-    QTest::addColumn<QString>("deleted");
-    QTest::addColumn<QStringList>("asked");
-    QTest::addColumn<QString>("selected");
-    QTest::newRow("on the screen") << u"B"_qs << QStringList{u"clean"_qs, u"clean undo"_qs} << u"-"_qs;
-    QTest::newRow("another one") << u"A"_qs << QStringList{} << u"B"_qs;
-}
+    void leavesADeletedPost_data()
+    {
+        QTest::addColumn<QString>("deleted");
+        QTest::addColumn<QStringList>("asked");
+        QTest::addColumn<QString>("selected");
+        QTest::newRow("on the screen") << u"B"_qs << QStringList{u"clean"_qs, u"clean undo"_qs} << u"-"_qs;
+        QTest::newRow("another one") << u"A"_qs << QStringList{} << u"B"_qs;
+    }
 
-void PostListTest::leavesADeletedPost()
-{
-    QFETCH(QString, deleted);
-    ListFixture f;
-    f.list().selectRow(1);
-    f.settle();
-    f.compose.takeJournal();
-    f.app->removeLocalPostFromList(f.row(deleted));
-    f.settle();
-    QTEST(f.compose.takeJournal(), "asked");
-    QTEST(f.selectedInTable(), "selected");
-    QVERIFY(!f.shownTitles().contains(deleted));
-}
+    void leavesADeletedPost()
+    {
+        QFETCH(QString, deleted);
+        ListFixture f;
+        f.list().selectRow(1);
+        f.settle();
+        f.compose.takeJournal();
+        f.app->removeLocalPostFromList(f.row(deleted));
+        f.settle();
+        QTEST(f.compose.takeJournal(), "asked");
+        QTEST(f.selectedInTable(), "selected");
+        QVERIFY(!f.shownTitles().contains(deleted));
+    }
 
-void PostListTest::keepsTheRowCurrentWhileTyping_data()
-{
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("after");
-    QTest::newRow("published") << 0 << 4;
-    QTest::newRow("scheduled") << 8 << 4;
-    QTest::newRow("new stays new") << 3 << 3;
-    QTest::newRow("solved stays solved") << 6 << 6;
-}
+    void keepsTheRowCurrentWhileTyping_data()
+    {
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("after");
+        QTest::newRow("published") << 0 << 4;
+        QTest::newRow("scheduled") << 8 << 4;
+        QTest::newRow("new stays new") << 3 << 3;
+        QTest::newRow("solved stays solved") << 6 << 6;
+    }
 
-void PostListTest::keepsTheRowCurrentWhileTyping()
-{
-    QFETCH(int, before);
-    ListFixture f;
-    f.list().selectRow(1);
-    f.settle();
-    const LocalPostPtr row = f.row(u"B"_qs);
+    void keepsTheRowCurrentWhileTyping()
+    {
+        QFETCH(int, before);
+        ListFixture f;
+        f.list().selectRow(1);
+        f.settle();
+        const LocalPostPtr row = f.row(u"B"_qs);
 
-    row->status = before;
-    f.list().setTitleToSelectedPost(u"Better"_qs);
-    QCOMPARE(f.selectedInTable(), u"Better"_qs);
-    QTEST(row->status, "after");
+        row->status = before;
+        f.list().setTitleToSelectedPost(u"Better"_qs);
+        QCOMPARE(f.selectedInTable(), u"Better"_qs);
+        QTEST(row->status, "after");
 
-    row->status = before;
-    const QString start(80, u'x');
-    f.list().setContentToSelectedPost(u"<p>%1 one</p>"_qs.arg(start));
-    QTEST(row->status, "after");
-    const QModelIndex index = f.table()->model()->index(1, 0);
-    QVERIFY(index.data(ZLPostListModel::DetailRole).toString().startsWith(start));
-    // Deep in a long post a key press changes nothing that the row shows.
-    QSignalSpy reloads(f.table()->model(), &QAbstractItemModel::dataChanged);
-    f.list().setContentToSelectedPost(u"<p>%1 one two</p>"_qs.arg(start));
-    QCOMPARE(reloads.size(), 0);
-    QCOMPARE(row->content, u"<p>%1 one two</p>"_qs.arg(start));
-    f.list().view()->searchPostsField()->setText(u"nothing has this"_qs);
-    f.list().setTitleToSelectedPost(u"Best"_qs);
-    QCOMPARE(row->title, u"Best"_qs);
-}
+        row->status = before;
+        const QString start(80, u'x');
+        f.list().setContentToSelectedPost(u"<p>%1 one</p>"_qs.arg(start));
+        QTEST(row->status, "after");
+        const QModelIndex index = f.table()->model()->index(1, 0);
+        QVERIFY(index.data(ZLPostListModel::DetailRole).toString().startsWith(start));
+        // Deep in a long post a key press changes nothing that the row shows.
+        QSignalSpy reloads(f.table()->model(), &QAbstractItemModel::dataChanged);
+        f.list().setContentToSelectedPost(u"<p>%1 one two</p>"_qs.arg(start));
+        QCOMPARE(reloads.size(), 0);
+        QCOMPARE(row->content, u"<p>%1 one two</p>"_qs.arg(start));
+        f.list().view()->searchPostsField()->setText(u"nothing has this"_qs);
+        f.list().setTitleToSelectedPost(u"Best"_qs);
+        QCOMPARE(row->title, u"Best"_qs);
+    }
 
-void PostListTest::searches()
-{
-    ListFixture f({u"Bread"_qs, u"Tram bells"_qs, u"More BREAD"_qs});
-    f.list().selectRow(1);
-    f.settle();
-    f.compose.takeJournal();
-    QLineEdit *field = f.list().view()->searchPostsField();
+    void searches()
+    {
+        ListFixture f({u"Bread"_qs, u"Tram bells"_qs, u"More BREAD"_qs});
+        f.list().selectRow(1);
+        f.settle();
+        f.compose.takeJournal();
+        QLineEdit *field = f.list().view()->searchPostsField();
 
-    QTest::keyClicks(field, u"bread"_qs);
-    QCOMPARE(f.shownTitles(), QStringList({u"Bread"_qs, u"More BREAD"_qs}));
-    QTest::keyClicks(field, u"s"_qs);
-    QCOMPARE(f.shownTitles(), QStringList());
-    QVERIFY(f.find<QLabel>(u"emptyHeading"_qs));
-    QCOMPARE(f.textOf(u"emptyHeading"_qs), u"No matches"_qs);
+        QTest::keyClicks(field, u"bread"_qs);
+        QCOMPARE(f.shownTitles(), QStringList({u"Bread"_qs, u"More BREAD"_qs}));
+        QTest::keyClicks(field, u"s"_qs);
+        QCOMPARE(f.shownTitles(), QStringList());
+        QVERIFY(f.find<QLabel>(u"emptyHeading"_qs));
+        QCOMPARE(f.textOf(u"emptyHeading"_qs), u"No matches"_qs);
 
-    // A sync drops the search, and the field keeps its text.
-    f.app->reloadPostsList();
-    QCOMPARE(f.shownTitles().size(), 3);
-    QCOMPARE(field->text(), u"breads"_qs);
-    QTest::keyClick(field, Qt::Key_Escape);
-    QCOMPARE(field->text(), QString());
-    // The post on the screen stayed there, and is the selected one again.
-    QCOMPARE(f.compose.takeJournal(), QStringList());
-    QCOMPARE(f.selectedInTable(), u"Tram bells"_qs);
-}
+        // A sync drops the search, and the field keeps its text.
+        f.app->reloadPostsList();
+        QCOMPARE(f.shownTitles().size(), 3);
+        QCOMPARE(field->text(), u"breads"_qs);
+        QTest::keyClick(field, Qt::Key_Escape);
+        QCOMPARE(field->text(), QString());
+        // The post on the screen stayed there, and is the selected one again.
+        QCOMPARE(f.compose.takeJournal(), QStringList());
+        QCOMPARE(f.selectedInTable(), u"Tram bells"_qs);
+    }
 
-void PostListTest::showsSomethingForEveryRow_data()
-{
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("content");
-    QTest::addColumn<QString>("shownTitle");
-    QTest::addColumn<QString>("shownDetail");
-    QTest::newRow("text") << u"T"_qs << u"<p>One<br>two&nbsp;three</p>"_qs << u"T"_qs << u"Onetwo three"_qs;
-    QTest::newRow("entities") << u"T"_qs << u"<p>Fish &amp; chips</p>"_qs << u"T"_qs << u"Fish & chips"_qs;
-    QTest::newRow("nothing") << QString() << QString() << u"No title"_qs << u"No content"_qs;
-    QTest::newRow("only a picture") << u"T"_qs << u"<img src=\"a.png\">"_qs << u"T"_qs << u"No content"_qs;
-}
+    void showsSomethingForEveryRow_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("content");
+        QTest::addColumn<QString>("shownTitle");
+        QTest::addColumn<QString>("shownDetail");
+        QTest::newRow("text") << u"T"_qs << u"<p>One<br>two&nbsp;three</p>"_qs << u"T"_qs << u"Onetwo three"_qs;
+        QTest::newRow("entities") << u"T"_qs << u"<p>Fish &amp; chips</p>"_qs << u"T"_qs << u"Fish & chips"_qs;
+        QTest::newRow("nothing") << QString() << QString() << u"No title"_qs << u"No content"_qs;
+        QTest::newRow("only a picture") << u"T"_qs << u"<img src=\"a.png\">"_qs << u"T"_qs << u"No content"_qs;
+    }
 
-void PostListTest::showsSomethingForEveryRow()
-{
-    QFETCH(QString, title);
-    QFETCH(QString, content);
-    ZLPostListModel model;
-    auto post = std::make_shared<ZLLocalPostRepresentation>();
-    post->title = title;
-    post->content = content;
-    model.setPosts({post});
-    QTEST(model.index(0).data().toString(), "shownTitle");
-    QTEST(model.index(0).data(ZLPostListModel::DetailRole).toString(), "shownDetail");
-    // Every state has a drawing, on the plain and on the selected row.
-    for (int status = 0; status <= 8; ++status) {
-        for (const bool plain : {true, false}) {
-            const QString icon = ZLPostListCellView::statusImageForPostStatus(status, plain);
-            QVERIFY2(!ZLIcons::pixmap(icon, 16, Qt::black, 1).isNull(), qPrintable(icon));
+    void showsSomethingForEveryRow()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, content);
+        ZLPostListModel model;
+        auto post = std::make_shared<ZLLocalPostRepresentation>();
+        post->title = title;
+        post->content = content;
+        model.setPosts({post});
+        QTEST(model.index(0).data().toString(), "shownTitle");
+        QTEST(model.index(0).data(ZLPostListModel::DetailRole).toString(), "shownDetail");
+        // Every state has a drawing, on the plain and on the selected row.
+        for (int status = 0; status <= 8; ++status) {
+            for (const bool plain : {true, false}) {
+                const QString icon = ZLPostListCellView::statusImageForPostStatus(status, plain);
+                QVERIFY2(!ZLIcons::pixmap(icon, 16, Qt::black, 1).isNull(), qPrintable(icon));
+            }
         }
     }
-}
 
-void PostListTest::refreshesOnlyOnline()
-{
-    ListFixture f;
-    f.list().refresh();
-    QCOMPARE(f.textOf(u"alertMessage"_qs), u"You're offline"_qs);
-    QVERIFY(!f.list().view()->syncingView()->isShowing());
+    void refreshesOnlyOnline()
+    {
+        ListFixture f;
+        f.list().refresh();
+        QCOMPARE(f.textOf(u"alertMessage"_qs), u"You're offline"_qs);
+        QVERIFY(!f.list().view()->syncingView()->isShowing());
 
-    f.reachability.reachable = true;
-    f.blog.addPost(u"From the blog"_qs, u"<p>Hello</p>"_qs);
-    f.list().refresh();
-    QVERIFY(f.list().view()->syncingView()->isShowing());
-    QTRY_VERIFY(!f.list().view()->syncingView()->isShowing());
-    QVERIFY(f.shownTitles().contains(u"From the blog"_qs));
-}
+        f.reachability.reachable = true;
+        f.blog.addPost(u"From the blog"_qs, u"<p>Hello</p>"_qs);
+        f.list().refresh();
+        QVERIFY(f.list().view()->syncingView()->isShowing());
+        QTRY_VERIFY(!f.list().view()->syncingView()->isShowing());
+        QVERIFY(f.shownTitles().contains(u"From the blog"_qs));
+    }
+};
+
+static const RegisteredTest<PostListTest> registered;
+
+#include "PostListTest.moc"

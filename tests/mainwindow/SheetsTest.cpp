@@ -1,5 +1,5 @@
-#include "Tests.h"
 #include "WindowFixture.h"
+#include "support/TestClasses.h"
 #include "widgets/ZLSheetHost.h"
 
 #include <QApplication>
@@ -35,143 +35,151 @@ public:
 
 } // namespace
 
-void SheetsTest::connectsABlogByKeyboard()
-{
-    SheetFixture f;
-    f.app->showMainApplicationWindow();
-    QCOMPARE(f.attached(), u"introSheet"_qs);
-    f.type(u"blogURLField"_qs, u"not an address"_qs);
-    f.press(Qt::Key_Return);
-    QCOMPARE(f.attached(), u"introSheet"_qs); // without a word
-    f.find<QLineEdit>(u"blogURLField"_qs)->setText(f.blog.url());
-    f.press(Qt::Key_Return);
-    QCOMPARE(f.attached(), u"loginSheet"_qs);
-
-    f.type(u"usernameField"_qs, f.blog.user);
-    f.press(Qt::Key_Tab);
-    QCOMPARE(f.find<QLineEdit>(u"passwordField"_qs)->echoMode(), QLineEdit::Password);
-    f.press(Qt::Key_Return); // without a password
-    QCOMPARE(f.attached(), u"loginErrorSheet"_qs);
-    QCOMPARE(f.find<QLineEdit>(u"usernameField"_qs)->text(), f.blog.user);
-    f.type(u"passwordField"_qs, f.blog.password);
-    f.press(Qt::Key_Return);
-    QTRY_COMPARE(f.attached(), u"blogIsConnectedSheet"_qs);
-    QTRY_COMPARE(f.attached(), u"getStartedPanel"_qs);
-    f.press(Qt::Key_Return);
-    QCOMPARE(f.attached(), u"-"_qs);
-    QCOMPARE(f.app->getBlogName(), f.blog.title);
-}
-
-void SheetsTest::cancelsAnIntroOnlyWhenThereIsABlog()
-{
-    SheetFixture alone;
-    alone.app->newAccount();
-    alone.press(Qt::Key_Escape);
-    QCOMPARE(alone.attached(), u"introSheet"_qs);
-
-    SheetFixture f(true);
-    f.app->newAccount();
-    f.press(Qt::Key_Escape);
-    QCOMPARE(f.attached(), u"-"_qs);
-    QVERIFY(!f.prompts().isShowingIntroWindow());
-}
-
-void SheetsTest::returnInThePasswordFieldIsANewConnection()
-{
-    SheetFixture f(true);
-    f.prompts().showLoginSheet(f.app->wordpressService(), f.blog.user, u"Ada"_qs);
-    QCOMPARE(f.attached(), u"loginSheet"_qs);
-    f.type(u"passwordField"_qs, f.blog.password);
-    f.press(Qt::Key_Return);
-    QTRY_COMPARE(f.app->numberOfConnectedAccounts(), 2);
-}
-
-void SheetsTest::givesUpConnecting()
-{
-    SheetFixture f;
-    f.blog.answerLate(u"wp.getOptions"_qs);
-    f.app->connectToBlogURL(f.blog.url());
-    f.app->didEntryUsernameAndPassword(f.blog.user, f.blog.password);
-    QTRY_COMPARE(f.attached(), u"connectingSheet"_qs);
-    f.press(Qt::Key_Return); // a second Return changes nothing
-    QCOMPARE(f.attached(), u"connectingSheet"_qs);
-    f.press(Qt::Key_Escape);
-    QCOMPARE(f.attached(), u"introSheet"_qs);
-}
-
-void SheetsTest::answersAlerts_data()
-{
-    QTest::addColumn<QStringList>("buttons");
-    QTest::addColumn<QList<int>>("keys");
-    QTest::addColumn<int>("answer");
-    const QStringList cancel{u"Ok"_qs, u"Cancel"_qs};
-    QTest::newRow("return") << cancel << QList<int>{Qt::Key_Return} << 0;
-    QTest::newRow("escape is cancel") << cancel << QList<int>{Qt::Key_Escape} << 1;
-    QTest::newRow("escape without cancel")
-        << QStringList{u"Ok"_qs, u"Need Help?"_qs} << QList<int>{Qt::Key_Escape} << 0;
-    QTest::newRow("tab to the second") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Return} << 1;
-    QTest::newRow("tab around") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space} << 0;
-    QTest::newRow("the window goes") << cancel << QList<int>{} << -1;
-}
-
-void SheetsTest::answersAlerts()
-{
-    QFETCH(QStringList, buttons);
-    QFETCH(QList<int>, keys);
-    SheetFixture f(true);
-    int answer = -2;
-    f.prompts().ask(u"Message"_qs, u"Text"_qs, buttons).then([&answer](int index) { answer = index; });
-    for (const int key : keys)
-        f.press(key);
-    if (keys.isEmpty()) {
-        QTRY_VERIFY(!f.app->wordpressService()->isSyncing()); // the controller talks to the window
-        f.window.reset();
-    }
-    QTRY_VERIFY(answer != -2);
-    QTEST(answer, "answer");
-}
-
-void SheetsTest::showsAlertsBeforeSheets()
-{
-    SheetFixture f(true);
-    f.prompts().alert(u"First"_qs);
-    f.prompts().showIntro();
-    f.prompts().alert(u"Second"_qs);
-    f.prompts().alert(u"First"_qs); // the same again, as from several requests of one sync
-    QStringList said;
-    for (int turn = 0; turn < 5 && !f.textOf(u"alertMessage"_qs).isNull(); ++turn) {
-        said.append(f.textOf(u"alertMessage"_qs));
+class SheetsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void connectsABlogByKeyboard()
+    {
+        SheetFixture f;
+        f.app->showMainApplicationWindow();
+        QCOMPARE(f.attached(), u"introSheet"_qs);
+        f.type(u"blogURLField"_qs, u"not an address"_qs);
         f.press(Qt::Key_Return);
-    }
-    QCOMPARE(said, QStringList({u"First"_qs, u"Second"_qs}));
-    QCOMPARE(f.attached(), u"introSheet"_qs);
-}
+        QCOMPARE(f.attached(), u"introSheet"_qs); // without a word
+        f.find<QLineEdit>(u"blogURLField"_qs)->setText(f.blog.url());
+        f.press(Qt::Key_Return);
+        QCOMPARE(f.attached(), u"loginSheet"_qs);
 
-void SheetsTest::keepsTheButtonOfALongAlert()
-{
-    SheetFixture f(true);
-    f.window->resize(f.window->minimumSize());
-    f.prompts().alert(u"A fault. "_qs.repeated(2000));
-    const QWidget *button = QApplication::focusWidget();
-    const QRect place(button->mapTo(f.window.get(), QPoint()), button->size());
-    QVERIFY(f.window->rect().contains(place));
-    QVERIFY(place.height() >= button->fontMetrics().height());
-    QVERIFY(f.textOf(u"alertMessage"_qs).endsWith(u'…'));
-}
-
-void SheetsTest::keepsTheFocusInside()
-{
-    SheetFixture f(true);
-    auto *search = f.find<QLineEdit>(u"searchPostsField"_qs);
-    search->setFocus();
-    f.prompts().showLoginSheet(nullptr, QString(), u"blog.test"_qs);
-    const ZLSheet *sheet = f.window->sheets().attachedSheet();
-    for (int turn = 0; turn < 5; ++turn) {
-        QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
+        f.type(u"usernameField"_qs, f.blog.user);
         f.press(Qt::Key_Tab);
+        QCOMPARE(f.find<QLineEdit>(u"passwordField"_qs)->echoMode(), QLineEdit::Password);
+        f.press(Qt::Key_Return); // without a password
+        QCOMPARE(f.attached(), u"loginErrorSheet"_qs);
+        QCOMPARE(f.find<QLineEdit>(u"usernameField"_qs)->text(), f.blog.user);
+        f.type(u"passwordField"_qs, f.blog.password);
+        f.press(Qt::Key_Return);
+        QTRY_COMPARE(f.attached(), u"blogIsConnectedSheet"_qs);
+        QTRY_COMPARE(f.attached(), u"getStartedPanel"_qs);
+        f.press(Qt::Key_Return);
+        QCOMPARE(f.attached(), u"-"_qs);
+        QCOMPARE(f.app->getBlogName(), f.blog.title);
     }
-    search->setFocus();
-    QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
-    f.prompts().closeLoginSheet();
-    QVERIFY(search->hasFocus());
-}
+
+    void cancelsAnIntroOnlyWhenThereIsABlog()
+    {
+        SheetFixture alone;
+        alone.app->newAccount();
+        alone.press(Qt::Key_Escape);
+        QCOMPARE(alone.attached(), u"introSheet"_qs);
+
+        SheetFixture f(true);
+        f.app->newAccount();
+        f.press(Qt::Key_Escape);
+        QCOMPARE(f.attached(), u"-"_qs);
+        QVERIFY(!f.prompts().isShowingIntroWindow());
+    }
+
+    void returnInThePasswordFieldIsANewConnection()
+    {
+        SheetFixture f(true);
+        f.prompts().showLoginSheet(f.app->wordpressService(), f.blog.user, u"Ada"_qs);
+        QCOMPARE(f.attached(), u"loginSheet"_qs);
+        f.type(u"passwordField"_qs, f.blog.password);
+        f.press(Qt::Key_Return);
+        QTRY_COMPARE(f.app->numberOfConnectedAccounts(), 2);
+    }
+
+    void givesUpConnecting()
+    {
+        SheetFixture f;
+        f.blog.answerLate(u"wp.getOptions"_qs);
+        f.app->connectToBlogURL(f.blog.url());
+        f.app->didEntryUsernameAndPassword(f.blog.user, f.blog.password);
+        QTRY_COMPARE(f.attached(), u"connectingSheet"_qs);
+        f.press(Qt::Key_Return); // a second Return changes nothing
+        QCOMPARE(f.attached(), u"connectingSheet"_qs);
+        f.press(Qt::Key_Escape);
+        QCOMPARE(f.attached(), u"introSheet"_qs);
+    }
+
+    void answersAlerts_data()
+    {
+        QTest::addColumn<QStringList>("buttons");
+        QTest::addColumn<QList<int>>("keys");
+        QTest::addColumn<int>("answer");
+        const QStringList cancel{u"Ok"_qs, u"Cancel"_qs};
+        QTest::newRow("return") << cancel << QList<int>{Qt::Key_Return} << 0;
+        QTest::newRow("escape is cancel") << cancel << QList<int>{Qt::Key_Escape} << 1;
+        QTest::newRow("escape without cancel")
+            << QStringList{u"Ok"_qs, u"Need Help?"_qs} << QList<int>{Qt::Key_Escape} << 0;
+        QTest::newRow("tab to the second") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Return} << 1;
+        QTest::newRow("tab around") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space} << 0;
+        QTest::newRow("the window goes") << cancel << QList<int>{} << -1;
+    }
+
+    void answersAlerts()
+    {
+        QFETCH(QStringList, buttons);
+        QFETCH(QList<int>, keys);
+        SheetFixture f(true);
+        int answer = -2;
+        f.prompts().ask(u"Message"_qs, u"Text"_qs, buttons).then([&answer](int index) { answer = index; });
+        for (const int key : keys)
+            f.press(key);
+        if (keys.isEmpty()) {
+            QTRY_VERIFY(!f.app->wordpressService()->isSyncing()); // the controller talks to the window
+            f.window.reset();
+        }
+        QTRY_VERIFY(answer != -2);
+        QTEST(answer, "answer");
+    }
+
+    void showsAlertsBeforeSheets()
+    {
+        SheetFixture f(true);
+        f.prompts().alert(u"First"_qs);
+        f.prompts().showIntro();
+        f.prompts().alert(u"Second"_qs);
+        f.prompts().alert(u"First"_qs); // the same again, as from several requests of one sync
+        QStringList said;
+        for (int turn = 0; turn < 5 && !f.textOf(u"alertMessage"_qs).isNull(); ++turn) {
+            said.append(f.textOf(u"alertMessage"_qs));
+            f.press(Qt::Key_Return);
+        }
+        QCOMPARE(said, QStringList({u"First"_qs, u"Second"_qs}));
+        QCOMPARE(f.attached(), u"introSheet"_qs);
+    }
+
+    void keepsTheButtonOfALongAlert()
+    {
+        SheetFixture f(true);
+        f.window->resize(f.window->minimumSize());
+        f.prompts().alert(u"A fault. "_qs.repeated(2000));
+        const QWidget *button = QApplication::focusWidget();
+        const QRect place(button->mapTo(f.window.get(), QPoint()), button->size());
+        QVERIFY(f.window->rect().contains(place));
+        QVERIFY(place.height() >= button->fontMetrics().height());
+        QVERIFY(f.textOf(u"alertMessage"_qs).endsWith(u'…'));
+    }
+
+    void keepsTheFocusInside()
+    {
+        SheetFixture f(true);
+        auto *search = f.find<QLineEdit>(u"searchPostsField"_qs);
+        search->setFocus();
+        f.prompts().showLoginSheet(nullptr, QString(), u"blog.test"_qs);
+        const ZLSheet *sheet = f.window->sheets().attachedSheet();
+        for (int turn = 0; turn < 5; ++turn) {
+            QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
+            f.press(Qt::Key_Tab);
+        }
+        search->setFocus();
+        QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
+        f.prompts().closeLoginSheet();
+        QVERIFY(search->hasFocus());
+    }
+};
+
+static const RegisteredTest<SheetsTest> registered;
+
+#include "SheetsTest.moc"

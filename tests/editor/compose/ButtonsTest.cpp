@@ -1,6 +1,5 @@
-#include "Tests.h"
-
 #include "ComposeFixture.h"
+#include "support/TestClasses.h"
 
 namespace {
 const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
@@ -34,67 +33,75 @@ void check(const FakeComposeView &view, const Shown &shown, const QString &noun)
 
 Q_DECLARE_METATYPE(Shown)
 
-void ButtonsTest::showTheTable_data()
-{
-    QTest::addColumn<QDateTime>("date");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<Shown>("shown");
-    Shown scheduledOnBlog = schedule;
-    scheduledOnBlog.canSave = false;
-    const QDateTime later = now.addSecs(1);
-    QTest::newRow("new post without a date") << QDateTime() << 0 << 0 << publish;
-    QTest::newRow("new page") << now << 0 << 1 << publish;
-    QTest::newRow("draft") << now.addDays(-1) << 1 << 0 << publish;
-    QTest::newRow("note") << QDateTime() << 3 << 0 << publish;
-    QTest::newRow("published") << now << 2 << 0 << update;
-    QTest::newRow("published page") << now.addYears(-1) << 2 << 1 << update;
-    QTest::newRow("draft for later") << later << 1 << 1 << schedule;
-    QTest::newRow("new post for later") << later << 0 << 0 << schedule;
-    QTest::newRow("published for later") << later << 2 << 0 << scheduledOnBlog;
-}
-
-void ButtonsTest::showTheTable()
-{
-    QFETCH(QDateTime, date);
-    QFETCH(int, status);
-    QFETCH(int, type);
-    QFETCH(Shown, shown);
-    FakeComposeView view;
-    ZLWordpressPost post;
-    post.createdAt = date;
-    post.status = status;
-    post.type = type;
-    ComposeButtons(view).setActionButtonsForPost(post, now);
-    check(view, shown, type == ZLWordpressPost::Page ? "Page" : "Post");
-}
-
-void ButtonsTest::areOffForASolvedConflict()
-{
-    FakeComposeView view;
-    ZLWordpressPost post;
-    post.localPost = std::make_shared<ZLLocalPostRepresentation>();
-    post.localPost->status = ZLLocalPostRepresentation::ConflictSolved;
-    ComposeButtons(view).setActionButtonsForPost(post, now);
-    for (const ComposeView::Button &button : {view.save, view.publish}) {
-        QVERIFY(!button.enabled);
-        QCOMPARE(button.alpha, 0.5);
+class ButtonsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void showTheTable_data()
+    {
+        QTest::addColumn<QDateTime>("date");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<Shown>("shown");
+        Shown scheduledOnBlog = schedule;
+        scheduledOnBlog.canSave = false;
+        const QDateTime later = now.addSecs(1);
+        QTest::newRow("new post without a date") << QDateTime() << 0 << 0 << publish;
+        QTest::newRow("new page") << now << 0 << 1 << publish;
+        QTest::newRow("draft") << now.addDays(-1) << 1 << 0 << publish;
+        QTest::newRow("note") << QDateTime() << 3 << 0 << publish;
+        QTest::newRow("published") << now << 2 << 0 << update;
+        QTest::newRow("published page") << now.addYears(-1) << 2 << 1 << update;
+        QTest::newRow("draft for later") << later << 1 << 1 << schedule;
+        QTest::newRow("new post for later") << later << 0 << 0 << schedule;
+        QTest::newRow("published for later") << later << 2 << 0 << scheduledOnBlog;
     }
-}
 
-void ButtonsTest::areThoseOfABlankPost()
-{
-    ComposeFixture screen;
-    QCOMPARE(screen.view.publish.toolTip, "Publish post");
-    QCOMPARE(screen.view.save.toolTip, "Save post");
-    QCOMPARE(screen.view.deleteToolTip, "Delete post");
-    QCOMPARE(screen.view.calendar.toolTip, "Schedule");
-    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
-    QVERIFY(!screen.view.save.enabled);
-    screen.controller->cleanEditorForNewPost();
-    QVERIFY(screen.view.save.enabled);
-    QCOMPARE(screen.view.publish.image, "editor_publish_button");
-    QCOMPARE(screen.view.calendar.image, "editor_button_calendar_off");
-    // This road leaves the calendar's other image as it was.
-    QCOMPARE(screen.view.calendar.alternateImage, "editor_button_calendar_published");
-}
+    void showTheTable()
+    {
+        QFETCH(QDateTime, date);
+        QFETCH(int, status);
+        QFETCH(int, type);
+        QFETCH(Shown, shown);
+        FakeComposeView view;
+        ZLWordpressPost post;
+        post.createdAt = date;
+        post.status = status;
+        post.type = type;
+        ComposeButtons(view).setActionButtonsForPost(post, now);
+        check(view, shown, type == ZLWordpressPost::Page ? "Page" : "Post");
+    }
+
+    void areOffForASolvedConflict()
+    {
+        FakeComposeView view;
+        ZLWordpressPost post;
+        post.localPost = std::make_shared<ZLLocalPostRepresentation>();
+        post.localPost->status = ZLLocalPostRepresentation::ConflictSolved;
+        ComposeButtons(view).setActionButtonsForPost(post, now);
+        for (const ComposeView::Button &button : {view.save, view.publish}) {
+            QVERIFY(!button.enabled);
+            QCOMPARE(button.alpha, 0.5);
+        }
+    }
+
+    void areThoseOfABlankPost()
+    {
+        ComposeFixture screen;
+        QCOMPARE(screen.view.publish.toolTip, "Publish post");
+        QCOMPARE(screen.view.save.toolTip, "Save post");
+        QCOMPARE(screen.view.deleteToolTip, "Delete post");
+        QCOMPARE(screen.view.calendar.toolTip, "Schedule");
+        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        QVERIFY(!screen.view.save.enabled);
+        screen.controller->cleanEditorForNewPost();
+        QVERIFY(screen.view.save.enabled);
+        QCOMPARE(screen.view.publish.image, "editor_publish_button");
+        QCOMPARE(screen.view.calendar.image, "editor_button_calendar_off");
+        // This road leaves the calendar's other image as it was.
+        QCOMPARE(screen.view.calendar.alternateImage, "editor_button_calendar_published");
+    }
+};
+
+static const RegisteredTest<ButtonsTest> registered;
+
+#include "ButtonsTest.moc"

@@ -1,73 +1,80 @@
-#include "Tests.h"
-
 #include "ComposeFixture.h"
+#include "support/TestClasses.h"
 
-void DeleteTest::asksFirst_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("question");
-    QTest::newRow("post") << 0 << "Deleting Post \"Title\"";
-    QTest::newRow("page") << 1 << "Deleting Page \"Title\"";
-}
+class DeleteTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void asksFirst_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("question");
+        QTest::newRow("post") << 0 << "Deleting Post \"Title\"";
+        QTest::newRow("page") << 1 << "Deleting Page \"Title\"";
+    }
 
-void DeleteTest::asksFirst()
-{
-    QFETCH(int, type);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::New, "Title", "<p>x</p>", type));
-    screen.controller->didPressedDeleteButton();
-    QTEST(screen.view.deleteQuestion, "question");
-    Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
-    QCOMPARE(screen.host.rows.size(), 1);
-}
+    void asksFirst()
+    {
+        QFETCH(int, type);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::New, "Title", "<p>x</p>", type));
+        screen.controller->didPressedDeleteButton();
+        QTEST(screen.view.deleteQuestion, "question");
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
+        QCOMPARE(screen.host.rows.size(), 1);
+    }
 
-void DeleteTest::deletes_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("rowStatus");
-    QTest::addColumn<bool>("online");
-    QTest::addColumn<QString>("deleted");
-    QTest::newRow("new") << 0 << 3 << true << "here";
-    QTest::newRow("new, offline") << 0 << 3 << false << "here";
-    QTest::newRow("solved conflict") << 2 << 6 << false << "here";
-    QTest::newRow("draft") << 1 << 1 << true << "blog";
-    QTest::newRow("published, changed here") << 2 << 4 << true << "blog";
-    QTest::newRow("draft, offline") << 1 << 1 << false << "nowhere";
-}
+    void deletes_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("rowStatus");
+        QTest::addColumn<bool>("online");
+        QTest::addColumn<QString>("deleted");
+        QTest::newRow("new") << 0 << 3 << true << "here";
+        QTest::newRow("new, offline") << 0 << 3 << false << "here";
+        QTest::newRow("solved conflict") << 2 << 6 << false << "here";
+        QTest::newRow("draft") << 1 << 1 << true << "blog";
+        QTest::newRow("published, changed here") << 2 << 4 << true << "blog";
+        QTest::newRow("draft, offline") << 1 << 1 << false << "nowhere";
+    }
 
-void DeleteTest::deletes()
-{
-    QFETCH(int, status);
-    QFETCH(int, rowStatus);
-    QFETCH(bool, online);
-    QFETCH(QString, deleted);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(status));
-    const LocalPostPtr row = screen.post()->localPost;
-    row->status = rowStatus;
-    screen.host.isOnline = online;
-    int said = 0;
-    QObject::connect(&screen.host.noted, &ZLNotifications::didDeletePost, [&said] { ++said; });
-    screen.controller->didPressedDeleteButton();
-    Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
-    QCOMPARE(screen.host.deletedOnBlog.size(), deleted == "blog" ? 1 : 0);
-    QCOMPARE(screen.host.deletedFiles, deleted == "here" ? QList<QUrl>{row->localFile} : QList<QUrl>());
-    QCOMPARE(screen.host.rows.isEmpty(), deleted == "here");
-    QCOMPARE(screen.view.titleText, deleted == "here" ? "" : "Title");
-    QCOMPARE(said, deleted == "nowhere" ? 0 : 1);
-    QCOMPARE(screen.prompts.journal,
-        deleted == "nowhere"
-            ? QStringList("alert: No internet connection! You have to be connected to delete an online post.")
-            : QStringList());
-}
+    void deletes()
+    {
+        QFETCH(int, status);
+        QFETCH(int, rowStatus);
+        QFETCH(bool, online);
+        QFETCH(QString, deleted);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(status));
+        const LocalPostPtr row = screen.post()->localPost;
+        row->status = rowStatus;
+        screen.host.isOnline = online;
+        int said = 0;
+        QObject::connect(&screen.host.noted, &ZLNotifications::didDeletePost, [&said] { ++said; });
+        screen.controller->didPressedDeleteButton();
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+        QCOMPARE(screen.host.deletedOnBlog.size(), deleted == "blog" ? 1 : 0);
+        QCOMPARE(screen.host.deletedFiles, deleted == "here" ? QList<QUrl>{row->localFile} : QList<QUrl>());
+        QCOMPARE(screen.host.rows.isEmpty(), deleted == "here");
+        QCOMPARE(screen.view.titleText, deleted == "here" ? "" : "Title");
+        QCOMPARE(said, deleted == "nowhere" ? 0 : 1);
+        QCOMPARE(screen.prompts.journal,
+            deleted == "nowhere"
+                ? QStringList("alert: No internet connection! You have to be connected to delete an online post.")
+                : QStringList());
+    }
 
-void DeleteTest::isAboutThePostOfTheQuestion()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::New));
-    screen.controller->didPressedDeleteButton();
-    QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::New, "Two", "<p>2</p>")));
-    QCOMPARE(screen.view.deleteQuestion, "");
-    Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
-    QCOMPARE(screen.host.rows.size(), 2);
-}
+    void isAboutThePostOfTheQuestion()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        screen.controller->didPressedDeleteButton();
+        QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::New, "Two", "<p>2</p>")));
+        QCOMPARE(screen.view.deleteQuestion, "");
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+        QCOMPARE(screen.host.rows.size(), 2);
+    }
+};
+
+static const RegisteredTest<DeleteTest> registered;
+
+#include "DeleteTest.moc"

@@ -1,6 +1,5 @@
-#include "Tests.h"
-
 #include "ComposeFixture.h"
+#include "support/TestClasses.h"
 
 namespace {
 enum Edit { Title, Content, Tokens };
@@ -35,230 +34,238 @@ void addEditColumns()
 }
 } // namespace
 
-void EditingTest::writesToTheFile_data()
-{
-    addEditColumns();
-    QTest::newRow("title of a new post") << int(Title) << 0 << "new";
-    QTest::newRow("title of a draft") << int(Title) << 1 << "modified";
-    QTest::newRow("content of a new post") << int(Content) << 0 << "new";
-    QTest::newRow("content of a published post") << int(Content) << 2 << "modified";
-    QTest::newRow("content of a note") << int(Content) << 3 << "modified";
-    QTest::newRow("tokens alone mark nothing") << int(Tokens) << 2 << "";
-}
+class EditingTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void writesToTheFile_data()
+    {
+        addEditColumns();
+        QTest::newRow("title of a new post") << int(Title) << 0 << "new";
+        QTest::newRow("title of a draft") << int(Title) << 1 << "modified";
+        QTest::newRow("content of a new post") << int(Content) << 0 << "new";
+        QTest::newRow("content of a published post") << int(Content) << 2 << "modified";
+        QTest::newRow("content of a note") << int(Content) << 3 << "modified";
+        QTest::newRow("tokens alone mark nothing") << int(Tokens) << 2 << "";
+    }
 
-void EditingTest::writesToTheFile()
-{
-    QFETCH(int, what);
-    QFETCH(int, status);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(status));
-    edit(screen, what);
-    QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
-    QCOMPARE(screen.view.saveState, "Saving…");
-    Q_EMIT screen.view.didResignMain();
-    QCOMPARE(screen.view.saveState, "Saved on this computer");
-    const DocumentPtr written = screen.onDisk(screen.post()->localPost);
-    QCOMPARE(edited(*written, what), expected(what));
-    QTEST(written->fileInfo.status, "fileStatus");
-    QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
-    QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
-    QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
-}
-
-void EditingTest::opensTheFileAgain_data()
-{
-    addEditColumns();
-    QTest::addColumn<int>("rowStatus");
-    QTest::newRow("title of a draft") << int(Title) << 1 << "modified" << 1;
-    QTest::newRow("content of a solved conflict") << int(Content) << 1 << "" << 6;
-    QTest::newRow("tokens mark it on this road") << int(Tokens) << 2 << "modified" << 0;
-}
-
-void EditingTest::opensTheFileAgain()
-{
-    QFETCH(int, what);
-    QFETCH(int, status);
-    QFETCH(int, rowStatus);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(status));
-    screen.post()->localPost->status = rowStatus;
-    screen.controller->currentDocument()->close(); // as an outcome does
-    QVERIFY(!screen.controller->currentDocument());
-    edit(screen, what);
-    QTRY_VERIFY(screen.controller->currentDocument());
-    const DocumentPtr written = screen.onDisk(screen.post()->localPost);
-    QCOMPARE(edited(*written, what), expected(what));
-    QTEST(written->fileInfo.status, "fileStatus");
-}
-
-void EditingTest::givesABlankPostItsFile_data()
-{
-    QTest::addColumn<int>("what");
-    QTest::newRow("title") << int(Title);
-    QTest::newRow("content") << int(Content);
-    QTest::newRow("tokens") << int(Tokens);
-}
-
-void EditingTest::givesABlankPostItsFile()
-{
-    QFETCH(int, what);
-    ComposeFixture screen;
-    screen.page.type(""); // nothing is written yet
-    QVERIFY(screen.host.rows.isEmpty());
-    int updates = 0;
-    QObject::connect(&screen.host.noted, &ZLNotifications::didUpdatePosts, [&updates] { ++updates; });
-    edit(screen, what);
-    QCOMPARE(screen.host.rows.size(), 1);
-    QCOMPARE(updates, 1);
-    QCOMPARE(screen.rowUpdates.selectedRow, 0);
-    const LocalPostPtr row = screen.host.rows.first();
-    QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
-    edit(screen, what); // before its document is open
-    QTRY_VERIFY(screen.controller->currentDocument());
-    screen.settle();
-    QCOMPARE(screen.host.rows.size(), 1);
-    QCOMPARE(screen.post()->localPost, row);
-    QCOMPARE(screen.page.loaded.size(), 1); // the page was left alone
-    const DocumentPtr written = screen.onDisk(row);
-    QCOMPARE(edited(*written, what), expected(what));
-    QCOMPARE(written->fileInfo.status, "new");
-    QCOMPARE(written->postInfo.id, "");
-}
-
-void EditingTest::needsABlogForThat()
-{
-    ComposeFixture screen;
-    screen.host.account = nullptr;
-    for (const int what : {Title, Content, Tokens})
+    void writesToTheFile()
+    {
+        QFETCH(int, what);
+        QFETCH(int, status);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(status));
         edit(screen, what);
-    QVERIFY(screen.host.rows.isEmpty());
-    QVERIFY(screen.prompts.journal.isEmpty());
-}
+        QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
+        QCOMPARE(screen.view.saveState, "Saving…");
+        Q_EMIT screen.view.didResignMain();
+        QCOMPARE(screen.view.saveState, "Saved on this computer");
+        const DocumentPtr written = screen.onDisk(screen.post()->localPost);
+        QCOMPARE(edited(*written, what), expected(what));
+        QTEST(written->fileInfo.status, "fileStatus");
+        QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
+        QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
+        QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
+    }
 
-void EditingTest::saysWhenThatFails()
-{
-    ComposeFixture screen;
-    screen.host.canMakeFolders = false;
-    screen.page.type("<p>Text</p>");
-    screen.page.type("<p>Text.</p>");
-    QCOMPARE(screen.prompts.takeJournal().size(), 1);
-    QVERIFY(screen.host.rows.isEmpty());
-    // The next upload tries again.
-    screen.host.canMakeFolders = true;
-    screen.controller->didPressedPublishButton();
-    QVERIFY(screen.sends(1));
-    QCOMPARE(screen.host.rows.size(), 1);
-    QCOMPARE(screen.host.sent.first().asSent.content, "<p>Text.</p>");
-}
+    void opensTheFileAgain_data()
+    {
+        addEditColumns();
+        QTest::addColumn<int>("rowStatus");
+        QTest::newRow("title of a draft") << int(Title) << 1 << "modified" << 1;
+        QTest::newRow("content of a solved conflict") << int(Content) << 1 << "" << 6;
+        QTest::newRow("tokens mark it on this road") << int(Tokens) << 2 << "modified" << 0;
+    }
 
-void EditingTest::goesIntoThePostThatWasEdited()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    const LocalPostPtr one = screen.post()->localPost;
-    const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
-    const int ownerOfOne = screen.page.owner;
-    screen.controller->loadPost(two);
-    screen.page.type("<p>Late words</p>"); // the second post is not there yet
-    QTRY_COMPARE(screen.view.titleText, "Two");
-    screen.settle();
-    QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words</p>");
-    Q_EMIT screen.page.setPostContent("<p>Late words.</p>", ownerOfOne); // was on its way
-    screen.settle();
-    QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words.</p>");
-    QCOMPARE(screen.onDisk(one)->fileInfo.status, "modified");
-    QCOMPARE(screen.onDisk(two)->post.content, "<p>2</p>");
-    QVERIFY(screen.rowUpdates.contents.isEmpty());
-    QCOMPARE(screen.controller->currentDocument()->fileURL(), two->localFile);
-    const int ownerOfTwo = screen.page.owner;
-    screen.controller->cleanEditorForNewPost();
-    QCOMPARE(screen.rowUpdates.selectedRow, -1);
-    Q_EMIT screen.page.setPostContent("<p>2.</p>", ownerOfTwo);
-    screen.settle();
-    QCOMPARE(screen.onDisk(two)->post.content, "<p>2.</p>");
-    QVERIFY(screen.controller->currentPost()->localPost == nullptr);
-}
+    void opensTheFileAgain()
+    {
+        QFETCH(int, what);
+        QFETCH(int, status);
+        QFETCH(int, rowStatus);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(status));
+        screen.post()->localPost->status = rowStatus;
+        screen.controller->currentDocument()->close(); // as an outcome does
+        QVERIFY(!screen.controller->currentDocument());
+        edit(screen, what);
+        QTRY_VERIFY(screen.controller->currentDocument());
+        const DocumentPtr written = screen.onDisk(screen.post()->localPost);
+        QCOMPARE(edited(*written, what), expected(what));
+        QTEST(written->fileInfo.status, "fileStatus");
+    }
 
-void EditingTest::keepsTheTextWhenTheDiskFails()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    const LocalPostPtr row = screen.post()->localPost;
-    const QString file = row->localFile.toLocalFile();
-    QVERIFY(QFile::rename(file, file + ".aside"));
-    QVERIFY(QDir().mkpath(file + "/in the way"));
-    screen.page.type("<p>Kept</p>");
-    screen.controller->saveDocuments();
-    QCOMPARE(screen.view.saveState, "Not saved");
-    QVERIFY(screen.view.notice.contains(file));
-    QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
-    QCOMPARE(screen.view.notice, "");
-    QVERIFY(screen.load(row));
-    QCOMPARE(screen.page.loaded.last(), "<p>Kept</p>");
-    QVERIFY(QDir(file).removeRecursively());
-    QCOMPARE(screen.onDisk(row)->post.content, "<p>Kept</p>");
-    QCOMPARE(screen.view.notice, "");
-}
+    void givesABlankPostItsFile_data()
+    {
+        QTest::addColumn<int>("what");
+        QTest::newRow("title") << int(Title);
+        QTest::newRow("content") << int(Content);
+        QTest::newRow("tokens") << int(Tokens);
+    }
 
-void EditingTest::tellsWhetherANewPostIsNeeded_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("body");
-    QTest::addColumn<bool>("needed");
-    QTest::newRow("blank") << 0 << ""
-                           << "" << false;
-    QTest::newRow("with a title") << 0 << "T"
-                                  << "" << true;
-    QTest::newRow("with content") << 0 << ""
-                                  << "<p>x</p>" << true;
-    QTest::newRow("empty draft") << 1 << ""
-                                 << "" << true;
-}
+    void givesABlankPostItsFile()
+    {
+        QFETCH(int, what);
+        ComposeFixture screen;
+        screen.page.type(""); // nothing is written yet
+        QVERIFY(screen.host.rows.isEmpty());
+        int updates = 0;
+        QObject::connect(&screen.host.noted, &ZLNotifications::didUpdatePosts, [&updates] { ++updates; });
+        edit(screen, what);
+        QCOMPARE(screen.host.rows.size(), 1);
+        QCOMPARE(updates, 1);
+        QCOMPARE(screen.rowUpdates.selectedRow, 0);
+        const LocalPostPtr row = screen.host.rows.first();
+        QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
+        edit(screen, what); // before its document is open
+        QTRY_VERIFY(screen.controller->currentDocument());
+        screen.settle();
+        QCOMPARE(screen.host.rows.size(), 1);
+        QCOMPARE(screen.post()->localPost, row);
+        QCOMPARE(screen.page.loaded.size(), 1); // the page was left alone
+        const DocumentPtr written = screen.onDisk(row);
+        QCOMPARE(edited(*written, what), expected(what));
+        QCOMPARE(written->fileInfo.status, "new");
+        QCOMPARE(written->postInfo.id, "");
+    }
 
-void EditingTest::tellsWhetherANewPostIsNeeded()
-{
-    QFETCH(int, status);
-    QFETCH(QString, title);
-    QFETCH(QString, body);
-    ComposeFixture screen;
-    if (status != ZLWordpressPost::New)
-        QVERIFY(screen.loadNew(status, {}, {}));
-    screen.view.titleText = title;
-    screen.page.body = body;
-    std::optional<bool> answer;
-    screen.controller->canCreateNewPost().then([&answer](bool needed) { answer = needed; });
-    QTRY_VERIFY(answer);
-    QTEST(*answer, "needed");
-}
+    void needsABlogForThat()
+    {
+        ComposeFixture screen;
+        screen.host.account = nullptr;
+        for (const int what : {Title, Content, Tokens})
+            edit(screen, what);
+        QVERIFY(screen.host.rows.isEmpty());
+        QVERIFY(screen.prompts.journal.isEmpty());
+    }
 
-void EditingTest::linksTheSelection_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("linked");
-    QTest::newRow("bare host") << "example.org/a"
-                               << "http://example.org/a";
-    QTest::newRow("http") << "http://example.org"
-                          << "http://example.org";
-    QTest::newRow("https") << "https://example.org"
-                           << "https://example.org";
-    QTest::newRow("nothing") << ""
-                             << "http://";
-}
+    void saysWhenThatFails()
+    {
+        ComposeFixture screen;
+        screen.host.canMakeFolders = false;
+        screen.page.type("<p>Text</p>");
+        screen.page.type("<p>Text.</p>");
+        QCOMPARE(screen.prompts.takeJournal().size(), 1);
+        QVERIFY(screen.host.rows.isEmpty());
+        // The next upload tries again.
+        screen.host.canMakeFolders = true;
+        screen.controller->didPressedPublishButton();
+        QVERIFY(screen.sends(1));
+        QCOMPARE(screen.host.rows.size(), 1);
+        QCOMPARE(screen.host.sent.first().asSent.content, "<p>Text.</p>");
+    }
 
-void EditingTest::linksTheSelection()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, linked);
-    ComposeFixture screen;
-    screen.host.settings = QStringList{"linksInNewWindowByDefault"};
-    screen.controller->addLinkToCurrentSelection();
-    QCOMPARE(screen.view.link, "  1");
-    screen.controller->addLinkToCurrentSelection(); // the sheet is up
-    Q_EMIT screen.view.addLinkDidClickDone(typed, "Tip", false);
-    QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
-    Q_EMIT screen.page.openAddLink("http://old.example", "Old", true);
-    QCOMPARE(screen.view.link, "http://old.example Old 1");
-    Q_EMIT screen.view.addLinkDidClickCancel();
-    QCOMPARE(screen.page.calls.last(), "removeLinkMark");
-}
+    void goesIntoThePostThatWasEdited()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        const LocalPostPtr one = screen.post()->localPost;
+        const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
+        const int ownerOfOne = screen.page.owner;
+        screen.controller->loadPost(two);
+        screen.page.type("<p>Late words</p>"); // the second post is not there yet
+        QTRY_COMPARE(screen.view.titleText, "Two");
+        screen.settle();
+        QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words</p>");
+        Q_EMIT screen.page.setPostContent("<p>Late words.</p>", ownerOfOne); // was on its way
+        screen.settle();
+        QCOMPARE(screen.onDisk(one)->post.content, "<p>Late words.</p>");
+        QCOMPARE(screen.onDisk(one)->fileInfo.status, "modified");
+        QCOMPARE(screen.onDisk(two)->post.content, "<p>2</p>");
+        QVERIFY(screen.rowUpdates.contents.isEmpty());
+        QCOMPARE(screen.controller->currentDocument()->fileURL(), two->localFile);
+        const int ownerOfTwo = screen.page.owner;
+        screen.controller->cleanEditorForNewPost();
+        QCOMPARE(screen.rowUpdates.selectedRow, -1);
+        Q_EMIT screen.page.setPostContent("<p>2.</p>", ownerOfTwo);
+        screen.settle();
+        QCOMPARE(screen.onDisk(two)->post.content, "<p>2.</p>");
+        QVERIFY(screen.controller->currentPost()->localPost == nullptr);
+    }
+
+    void keepsTheTextWhenTheDiskFails()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        const LocalPostPtr row = screen.post()->localPost;
+        const QString file = row->localFile.toLocalFile();
+        QVERIFY(QFile::rename(file, file + ".aside"));
+        QVERIFY(QDir().mkpath(file + "/in the way"));
+        screen.page.type("<p>Kept</p>");
+        screen.controller->saveDocuments();
+        QCOMPARE(screen.view.saveState, "Not saved");
+        QVERIFY(screen.view.notice.contains(file));
+        QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
+        QCOMPARE(screen.view.notice, "");
+        QVERIFY(screen.load(row));
+        QCOMPARE(screen.page.loaded.last(), "<p>Kept</p>");
+        QVERIFY(QDir(file).removeRecursively());
+        QCOMPARE(screen.onDisk(row)->post.content, "<p>Kept</p>");
+        QCOMPARE(screen.view.notice, "");
+    }
+
+    void tellsWhetherANewPostIsNeeded_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<bool>("needed");
+        QTest::newRow("blank") << 0 << ""
+                               << "" << false;
+        QTest::newRow("with a title") << 0 << "T"
+                                      << "" << true;
+        QTest::newRow("with content") << 0 << ""
+                                      << "<p>x</p>" << true;
+        QTest::newRow("empty draft") << 1 << ""
+                                     << "" << true;
+    }
+
+    void tellsWhetherANewPostIsNeeded()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, title);
+        QFETCH(QString, body);
+        ComposeFixture screen;
+        if (status != ZLWordpressPost::New)
+            QVERIFY(screen.loadNew(status, {}, {}));
+        screen.view.titleText = title;
+        screen.page.body = body;
+        std::optional<bool> answer;
+        screen.controller->canCreateNewPost().then([&answer](bool needed) { answer = needed; });
+        QTRY_VERIFY(answer);
+        QTEST(*answer, "needed");
+    }
+
+    void linksTheSelection_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("linked");
+        QTest::newRow("bare host") << "example.org/a"
+                                   << "http://example.org/a";
+        QTest::newRow("http") << "http://example.org"
+                              << "http://example.org";
+        QTest::newRow("https") << "https://example.org"
+                               << "https://example.org";
+        QTest::newRow("nothing") << ""
+                                 << "http://";
+    }
+
+    void linksTheSelection()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, linked);
+        ComposeFixture screen;
+        screen.host.settings = QStringList{"linksInNewWindowByDefault"};
+        screen.controller->addLinkToCurrentSelection();
+        QCOMPARE(screen.view.link, "  1");
+        screen.controller->addLinkToCurrentSelection(); // the sheet is up
+        Q_EMIT screen.view.addLinkDidClickDone(typed, "Tip", false);
+        QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
+        Q_EMIT screen.page.openAddLink("http://old.example", "Old", true);
+        QCOMPARE(screen.view.link, "http://old.example Old 1");
+        Q_EMIT screen.view.addLinkDidClickCancel();
+        QCOMPARE(screen.page.calls.last(), "removeLinkMark");
+    }
+};
+
+static const RegisteredTest<EditingTest> registered;
+
+#include "EditingTest.moc"

@@ -1,230 +1,237 @@
-#include "Tests.h"
-
 #include "ComposeFixture.h"
+#include "support/TestClasses.h"
 
-void LoadingTest::showsThePost()
-{
-    ComposeFixture screen;
-    const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "A & B", "<p>Text</p>");
-    const DocumentPtr document = *ZLDocument::open(row->localFile);
-    document->post.taxonomies = {{"News", {}, 0}, {"qt", {}, 1}, {"odd", {}, 7}};
-    document->updateChangeCount();
-    QVERIFY(document->saveDocument());
-    QVERIFY(screen.load(row));
-    QCOMPARE(screen.view.titleText, "A & B");
-    QCOMPARE(screen.page.loaded.last(), "<p>Text</p>");
-    QCOMPARE(screen.view.tokenTexts, QStringList({"News", "#qt", "odd"}));
-    QCOMPARE(screen.post()->createdAt, QDateTime(QDate(2026, 1, 2), QTime(3, 4, 0), Qt::UTC));
-    QCOMPARE(screen.view.publish.toolTip, "Publish Post");
-    QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::New, "", "")));
-    QCOMPARE(screen.page.loaded.last(), "<p><br></p>");
-    QCOMPARE(screen.view.tokenTexts, QStringList());
-}
-
-void LoadingTest::leavesTheFileAsItIs()
-{
-    ComposeFixture screen;
-    const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Publish, "T", "<p>a &amp;lt; b</p>\n\n");
-    const QByteArray before = screen.bytesOnDisk(row);
-    QVERIFY(screen.load(row));
-    screen.page.type(screen.controller->currentDocument()->storedContent()); // a report that changes nothing
-    QVERIFY(!screen.controller->currentDocument()->hasUnautosavedChanges());
-    QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::New, "", "")));
-    screen.page.type("");
-    screen.page.type("<p><br></p>");
-    QVERIFY(!screen.controller->currentDocument()->hasUnautosavedChanges());
-    QCOMPARE(screen.bytesOnDisk(row), before);
-    QVERIFY(screen.rowUpdates.contents.isEmpty());
-}
-
-void LoadingTest::isWonByTheLast()
-{
-    ComposeFixture screen;
-    const LocalPostPtr one = screen.host.addPost("1", ZLWordpressPost::Draft, "One", "<p>1</p>");
-    const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
-    screen.controller->loadPost(one);
-    QVERIFY(screen.load(two));
-    screen.settle();
-    QCOMPARE(screen.view.titleText, "Two");
-    QVERIFY(!screen.page.loaded.contains("<p>1</p>"));
-    screen.controller->loadPost(one);
-    screen.controller->cleanEditorForNewPost();
-    screen.settle();
-    QCOMPARE(screen.view.titleText, "");
-    QVERIFY(!screen.controller->currentDocument());
-}
-
-void LoadingTest::keepsThePostBeforeWhenTheFileIsGone()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft, "Here"));
-    const LocalPostPtr here = screen.post()->localPost;
-    auto gone = std::make_shared<ZLLocalPostRepresentation>();
-    gone->localFile = QUrl::fromLocalFile(screen.host.folder.filePath("none/post.zalmo"));
-    screen.controller->loadPost(gone);
-    screen.settle();
-    QCOMPARE(screen.view.titleText, "Here");
-    screen.view.typeTitle("Here 2");
-    screen.settle();
-    QCOMPARE(screen.onDisk(here)->post.title, "Here 2");
-    QVERIFY(screen.rowUpdates.titles.isEmpty()); // the selected row is that of the other post
-}
-
-void LoadingTest::runsTheAction_data()
-{
-    QTest::addColumn<int>("action");
-    QTest::addColumn<QString>("done");
-    QTest::newRow("publish") << 0 << "sent 2";
-    QTest::newRow("delete") << 1 << "Deleting Post \"Title\"";
-    QTest::newRow("save") << 2 << "sent 1";
-    QTest::newRow("none") << 3 << "";
-    QTest::newRow("reload") << 4 << "";
-}
-
-void LoadingTest::runsTheAction()
-{
-    QFETCH(int, action);
-    ComposeFixture screen;
-    const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
-    screen.controller->loadLocalPostAndDoAction(row, action);
-    const auto done = [&screen] {
-        return screen.host.sent.isEmpty() ? screen.view.deleteQuestion
-                                          : QString("sent %1").arg(screen.host.sent.first().kind);
-    };
-    screen.settle();
-    QTRY_COMPARE(screen.post()->localPost, row);
-    QTEST(done(), "done");
-}
-
-void LoadingTest::saysAConflict()
-{
-    ComposeFixture screen;
-    const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
-    QVERIFY(screen.load(row));
-    QCOMPARE(screen.view.notice, "");
-    row->status = ZLLocalPostRepresentation::Conflict;
-    screen.controller->cleanEditorForNewPost();
-    QVERIFY(screen.load(row));
-    QVERIFY(screen.view.notice.contains("changed both here and on the blog"));
-    screen.controller->cleanEditorForNewPost();
-    QCOMPARE(screen.view.notice, "");
-}
-
-void LoadingTest::goesBlank()
-{
-    ComposeFixture screen;
-    screen.host.account->preferences->allow_comments = false;
-    screen.host.account->preferences->default_article_type = 1;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
-    screen.controller->updatePreferencesForNewPost();
-    QVERIFY(screen.post()->type == ZLWordpressPost::Post); // only a post that no server has seen follows them
-    screen.controller->cleanEditorForNewPost();
-    QCOMPARE(screen.view.titleText, "");
-    QCOMPARE(screen.page.loaded.last(), "<p><br></p>");
-    QVERIFY(!screen.controller->currentDocument());
-    QCOMPARE(screen.post()->type, int(ZLWordpressPost::Page));
-    QVERIFY(!screen.post()->allowComments);
-    QVERIFY(screen.post()->allowPingback);
-    screen.host.account = nullptr;
-    Q_EMIT screen.host.noted.didChangeBlog();
-    QVERIFY(!screen.view.actionsEnabled);
-}
-
-void LoadingTest::readsThePostAgainAfterASync_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("engine");
-    QTest::addColumn<bool>("reads");
-    QTest::newRow("draft, WordPress") << 1 << 0 << true;
-    QTest::newRow("published, WordPress") << 2 << 0 << true;
-    QTest::newRow("new") << 0 << 0 << false;
-    QTest::newRow("draft, Evernote") << 1 << 1 << false;
-    QTest::newRow("note, Evernote") << 3 << 1 << true;
-    QTest::newRow("note, WordPress") << 3 << 0 << false;
-}
-
-void LoadingTest::readsThePostAgainAfterASync()
-{
-    QFETCH(int, status);
-    QFETCH(int, engine);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(status));
-    const PostPtr before = screen.post();
-    screen.controller->reloadCurrentPostAfterSyncingEngine(engine);
-    screen.settle();
-    QTEST(screen.post() != before, "reads");
-}
-
-void LoadingTest::leavesTheScreenAloneWhenASyncBroughtNothing_data()
-{
-    QTest::addColumn<QString>("written");
-    QTest::addColumn<bool>("closed");
-    QTest::addColumn<bool>("shows");
-    QTest::newRow("nothing") << "" << false << false;
-    QTest::newRow("nothing, after an outcome let go of the file") << "" << true << false;
-    QTest::newRow("content") << "<p>From the blog</p>" << false << true;
-}
-
-void LoadingTest::leavesTheScreenAloneWhenASyncBroughtNothing()
-{
-    QFETCH(QString, written);
-    QFETCH(bool, closed);
-    QFETCH(bool, shows);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
-    const LocalPostPtr row = screen.post()->localPost;
-    screen.view.typeTitle("Better");
-    screen.page.type("<p>Text, longer</p>");
-    screen.controller->saveDocuments();
-    if (closed)
-        screen.controller->currentDocument()->close();
-    if (!written.isEmpty()) {
-        const DocumentPtr synced = *ZLDocument::open(row->localFile);
-        synced->post.content = written;
-        synced->updateChangeCount();
-        QVERIFY(synced->saveDocument());
+class LoadingTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void showsThePost()
+    {
+        ComposeFixture screen;
+        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "A & B", "<p>Text</p>");
+        const DocumentPtr document = *ZLDocument::open(row->localFile);
+        document->post.taxonomies = {{"News", {}, 0}, {"qt", {}, 1}, {"odd", {}, 7}};
+        document->updateChangeCount();
+        QVERIFY(document->saveDocument());
+        QVERIFY(screen.load(row));
+        QCOMPARE(screen.view.titleText, "A & B");
+        QCOMPARE(screen.page.loaded.last(), "<p>Text</p>");
+        QCOMPARE(screen.view.tokenTexts, QStringList({"News", "#qt", "odd"}));
+        QCOMPARE(screen.post()->createdAt, QDateTime(QDate(2026, 1, 2), QTime(3, 4, 0), Qt::UTC));
+        QCOMPARE(screen.view.publish.toolTip, "Publish Post");
+        QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::New, "", "")));
+        QCOMPARE(screen.page.loaded.last(), "<p><br></p>");
+        QCOMPARE(screen.view.tokenTexts, QStringList());
     }
-    screen.view.tokenTexts = QStringList("half typ");
-    screen.controller->reloadCurrentPostAfterSyncingEngine(0);
-    if (!shows)
-        screen.page.type("<p>Text, longer still</p>"); // in the midst of it
-    screen.settle();
-    QCOMPARE(screen.page.loaded.size(), shows ? 3 : 2);
-    QCOMPARE(screen.view.tokenTexts.isEmpty(), shows);
-    QCOMPARE(screen.view.titleText, "Better");
-    if (!shows)
-        QCOMPARE(screen.onDisk(row)->post.content, "<p>Text, longer still</p>");
-}
 
-void LoadingTest::letsTheChosenPostWinOverASync()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
-    screen.controller->loadPost(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>"));
-    screen.controller->reloadCurrentPostAfterSyncingEngine(0); // still the first
-    screen.settle();
-    QCOMPARE(screen.view.titleText, "Two");
-    QCOMPARE(screen.post()->title, "Two");
-}
+    void leavesTheFileAsItIs()
+    {
+        ComposeFixture screen;
+        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Publish, "T", "<p>a &amp;lt; b</p>\n\n");
+        const QByteArray before = screen.bytesOnDisk(row);
+        QVERIFY(screen.load(row));
+        screen.page.type(screen.controller->currentDocument()->storedContent()); // a report that changes nothing
+        QVERIFY(!screen.controller->currentDocument()->hasUnautosavedChanges());
+        QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::New, "", "")));
+        screen.page.type("");
+        screen.page.type("<p><br></p>");
+        QVERIFY(!screen.controller->currentDocument()->hasUnautosavedChanges());
+        QCOMPARE(screen.bytesOnDisk(row), before);
+        QVERIFY(screen.rowUpdates.contents.isEmpty());
+    }
 
-void LoadingTest::bringsTheContentBackAfterACrash()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    screen.page.type("<p>Text, and more</p>");
-    Q_EMIT screen.page.crashed();
-    QCOMPARE(screen.page.loaded.last(), "<p>Text, and more</p>");
-}
+    void isWonByTheLast()
+    {
+        ComposeFixture screen;
+        const LocalPostPtr one = screen.host.addPost("1", ZLWordpressPost::Draft, "One", "<p>1</p>");
+        const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
+        screen.controller->loadPost(one);
+        QVERIFY(screen.load(two));
+        screen.settle();
+        QCOMPARE(screen.view.titleText, "Two");
+        QVERIFY(!screen.page.loaded.contains("<p>1</p>"));
+        screen.controller->loadPost(one);
+        screen.controller->cleanEditorForNewPost();
+        screen.settle();
+        QCOMPARE(screen.view.titleText, "");
+        QVERIFY(!screen.controller->currentDocument());
+    }
 
-void LoadingTest::followsTheRebuiltList()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::New));
-    const LocalPostPtr rebuilt = std::make_shared<ZLLocalPostRepresentation>(*screen.post()->localPost);
-    screen.host.rows = {rebuilt};
-    Q_EMIT screen.host.noted.didUpdatePosts();
-    QCOMPARE(screen.post()->localPost, rebuilt);
-    screen.controller->didPressedDeleteButton();
-    Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
-    QVERIFY(screen.host.rows.isEmpty());
-}
+    void keepsThePostBeforeWhenTheFileIsGone()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft, "Here"));
+        const LocalPostPtr here = screen.post()->localPost;
+        auto gone = std::make_shared<ZLLocalPostRepresentation>();
+        gone->localFile = QUrl::fromLocalFile(screen.host.folder.filePath("none/post.zalmo"));
+        screen.controller->loadPost(gone);
+        screen.settle();
+        QCOMPARE(screen.view.titleText, "Here");
+        screen.view.typeTitle("Here 2");
+        screen.settle();
+        QCOMPARE(screen.onDisk(here)->post.title, "Here 2");
+        QVERIFY(screen.rowUpdates.titles.isEmpty()); // the selected row is that of the other post
+    }
+
+    void runsTheAction_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("done");
+        QTest::newRow("publish") << 0 << "sent 2";
+        QTest::newRow("delete") << 1 << "Deleting Post \"Title\"";
+        QTest::newRow("save") << 2 << "sent 1";
+        QTest::newRow("none") << 3 << "";
+        QTest::newRow("reload") << 4 << "";
+    }
+
+    void runsTheAction()
+    {
+        QFETCH(int, action);
+        ComposeFixture screen;
+        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
+        screen.controller->loadLocalPostAndDoAction(row, action);
+        const auto done = [&screen] {
+            return screen.host.sent.isEmpty() ? screen.view.deleteQuestion
+                                              : QString("sent %1").arg(screen.host.sent.first().kind);
+        };
+        screen.settle();
+        QTRY_COMPARE(screen.post()->localPost, row);
+        QTEST(done(), "done");
+    }
+
+    void saysAConflict()
+    {
+        ComposeFixture screen;
+        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
+        QVERIFY(screen.load(row));
+        QCOMPARE(screen.view.notice, "");
+        row->status = ZLLocalPostRepresentation::Conflict;
+        screen.controller->cleanEditorForNewPost();
+        QVERIFY(screen.load(row));
+        QVERIFY(screen.view.notice.contains("changed both here and on the blog"));
+        screen.controller->cleanEditorForNewPost();
+        QCOMPARE(screen.view.notice, "");
+    }
+
+    void goesBlank()
+    {
+        ComposeFixture screen;
+        screen.host.account->preferences->allow_comments = false;
+        screen.host.account->preferences->default_article_type = 1;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        screen.controller->updatePreferencesForNewPost();
+        QVERIFY(screen.post()->type == ZLWordpressPost::Post); // only a post that no server has seen follows them
+        screen.controller->cleanEditorForNewPost();
+        QCOMPARE(screen.view.titleText, "");
+        QCOMPARE(screen.page.loaded.last(), "<p><br></p>");
+        QVERIFY(!screen.controller->currentDocument());
+        QCOMPARE(screen.post()->type, int(ZLWordpressPost::Page));
+        QVERIFY(!screen.post()->allowComments);
+        QVERIFY(screen.post()->allowPingback);
+        screen.host.account = nullptr;
+        Q_EMIT screen.host.noted.didChangeBlog();
+        QVERIFY(!screen.view.actionsEnabled);
+    }
+
+    void readsThePostAgainAfterASync_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("engine");
+        QTest::addColumn<bool>("reads");
+        QTest::newRow("draft, WordPress") << 1 << 0 << true;
+        QTest::newRow("published, WordPress") << 2 << 0 << true;
+        QTest::newRow("new") << 0 << 0 << false;
+        QTest::newRow("draft, Evernote") << 1 << 1 << false;
+        QTest::newRow("note, Evernote") << 3 << 1 << true;
+        QTest::newRow("note, WordPress") << 3 << 0 << false;
+    }
+
+    void readsThePostAgainAfterASync()
+    {
+        QFETCH(int, status);
+        QFETCH(int, engine);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(status));
+        const PostPtr before = screen.post();
+        screen.controller->reloadCurrentPostAfterSyncingEngine(engine);
+        screen.settle();
+        QTEST(screen.post() != before, "reads");
+    }
+
+    void leavesTheScreenAloneWhenASyncBroughtNothing_data()
+    {
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<bool>("shows");
+        QTest::newRow("nothing") << "" << false << false;
+        QTest::newRow("nothing, after an outcome let go of the file") << "" << true << false;
+        QTest::newRow("content") << "<p>From the blog</p>" << false << true;
+    }
+
+    void leavesTheScreenAloneWhenASyncBroughtNothing()
+    {
+        QFETCH(QString, written);
+        QFETCH(bool, closed);
+        QFETCH(bool, shows);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        const LocalPostPtr row = screen.post()->localPost;
+        screen.view.typeTitle("Better");
+        screen.page.type("<p>Text, longer</p>");
+        screen.controller->saveDocuments();
+        if (closed)
+            screen.controller->currentDocument()->close();
+        if (!written.isEmpty()) {
+            const DocumentPtr synced = *ZLDocument::open(row->localFile);
+            synced->post.content = written;
+            synced->updateChangeCount();
+            QVERIFY(synced->saveDocument());
+        }
+        screen.view.tokenTexts = QStringList("half typ");
+        screen.controller->reloadCurrentPostAfterSyncingEngine(0);
+        if (!shows)
+            screen.page.type("<p>Text, longer still</p>"); // in the midst of it
+        screen.settle();
+        QCOMPARE(screen.page.loaded.size(), shows ? 3 : 2);
+        QCOMPARE(screen.view.tokenTexts.isEmpty(), shows);
+        QCOMPARE(screen.view.titleText, "Better");
+        if (!shows)
+            QCOMPARE(screen.onDisk(row)->post.content, "<p>Text, longer still</p>");
+    }
+
+    void letsTheChosenPostWinOverASync()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        screen.controller->loadPost(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>"));
+        screen.controller->reloadCurrentPostAfterSyncingEngine(0); // still the first
+        screen.settle();
+        QCOMPARE(screen.view.titleText, "Two");
+        QCOMPARE(screen.post()->title, "Two");
+    }
+
+    void bringsTheContentBackAfterACrash()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        screen.page.type("<p>Text, and more</p>");
+        Q_EMIT screen.page.crashed();
+        QCOMPARE(screen.page.loaded.last(), "<p>Text, and more</p>");
+    }
+
+    void followsTheRebuiltList()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        const LocalPostPtr rebuilt = std::make_shared<ZLLocalPostRepresentation>(*screen.post()->localPost);
+        screen.host.rows = {rebuilt};
+        Q_EMIT screen.host.noted.didUpdatePosts();
+        QCOMPARE(screen.post()->localPost, rebuilt);
+        screen.controller->didPressedDeleteButton();
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+        QVERIFY(screen.host.rows.isEmpty());
+    }
+};
+
+static const RegisteredTest<LoadingTest> registered;
+
+#include "LoadingTest.moc"

@@ -1,6 +1,5 @@
-#include "Tests.h"
-
 #include "ComposeFixture.h"
+#include "support/TestClasses.h"
 
 namespace {
 void press(ComposeFixture &screen, bool publish)
@@ -12,120 +11,128 @@ void press(ComposeFixture &screen, bool publish)
 }
 } // namespace
 
-void UploadGuardsTest::needANetwork_data()
-{
-    QTest::addColumn<bool>("publish");
-    QTest::newRow("save") << false;
-    QTest::newRow("publish") << true;
-}
+class UploadGuardsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void needANetwork_data()
+    {
+        QTest::addColumn<bool>("publish");
+        QTest::newRow("save") << false;
+        QTest::newRow("publish") << true;
+    }
 
-void UploadGuardsTest::needANetwork()
-{
-    QFETCH(bool, publish);
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    screen.host.isOnline = false;
-    press(screen, publish);
-    QTRY_COMPARE(screen.prompts.journal, QStringList("alert: You're offline"));
-    QVERIFY(screen.host.sent.isEmpty());
-    QVERIFY(!screen.view.isLoading);
-    screen.host.isOnline = true;
-    press(screen, publish);
-    QVERIFY(screen.sends(1));
-}
+    void needANetwork()
+    {
+        QFETCH(bool, publish);
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        screen.host.isOnline = false;
+        press(screen, publish);
+        QTRY_COMPARE(screen.prompts.journal, QStringList("alert: You're offline"));
+        QVERIFY(screen.host.sent.isEmpty());
+        QVERIFY(!screen.view.isLoading);
+        screen.host.isOnline = true;
+        press(screen, publish);
+        QVERIFY(screen.sends(1));
+    }
 
-void UploadGuardsTest::ignoreASecondPress()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    screen.page.holdsAnswers = true;
-    for (int press = 0; press < 3; ++press) {
+    void ignoreASecondPress()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        screen.page.holdsAnswers = true;
+        for (int press = 0; press < 3; ++press) {
+            screen.controller->didPressedSaveButton();
+            screen.controller->didPressedPublishButton();
+        }
+        QTRY_COMPARE(screen.page.held.size(), 1);
+        screen.page.answer(QString("<p>Text</p>"));
+        QVERIFY(screen.sends(1));
+        screen.settle();
+        QCOMPARE(screen.host.sent.size(), 1);
+        QVERIFY(screen.page.held.isEmpty());
+    }
+
+    void ignoreAPressDuringTheUpload()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        screen.controller->didPressedSaveButton();
+        QVERIFY(screen.sends(1));
         screen.controller->didPressedSaveButton();
         screen.controller->didPressedPublishButton();
+        screen.controller->didPressedDeleteButton();
+        screen.view.media = QUrl::fromLocalFile(screen.host.folder.filePath("gone.png"));
+        screen.controller->insertMedia();
+        screen.controller->execCommand("Bold");
+        screen.controller->addLinkToCurrentSelection();
+        screen.settle();
+        QCOMPARE(screen.page.calls, QStringList());
+        QCOMPARE(screen.prompts.journal, QStringList());
+        QCOMPARE(screen.host.sent.size(), 1); // no second post on the blog
+        QCOMPARE(screen.view.heading, "Saving Draft");
+        QCOMPARE(screen.view.deleteQuestion, "");
     }
-    QTRY_COMPARE(screen.page.held.size(), 1);
-    screen.page.answer(QString("<p>Text</p>"));
-    QVERIFY(screen.sends(1));
-    screen.settle();
-    QCOMPARE(screen.host.sent.size(), 1);
-    QVERIFY(screen.page.held.isEmpty());
-}
 
-void UploadGuardsTest::ignoreAPressDuringTheUpload()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::New));
-    screen.controller->didPressedSaveButton();
-    QVERIFY(screen.sends(1));
-    screen.controller->didPressedSaveButton();
-    screen.controller->didPressedPublishButton();
-    screen.controller->didPressedDeleteButton();
-    screen.view.media = QUrl::fromLocalFile(screen.host.folder.filePath("gone.png"));
-    screen.controller->insertMedia();
-    screen.controller->execCommand("Bold");
-    screen.controller->addLinkToCurrentSelection();
-    screen.settle();
-    QCOMPARE(screen.page.calls, QStringList());
-    QCOMPARE(screen.prompts.journal, QStringList());
-    QCOMPARE(screen.host.sent.size(), 1); // no second post on the blog
-    QCOMPARE(screen.view.heading, "Saving Draft");
-    QCOMPARE(screen.view.deleteQuestion, "");
-}
+    void dropAnAnswerForAnotherPost()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        screen.page.holdsAnswers = true;
+        screen.controller->didPressedPublishButton();
+        QTRY_COMPARE(screen.page.held.size(), 1);
+        QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
+        screen.page.answer(QString("<p>Text of the first</p>"));
+        screen.settle();
+        QVERIFY(screen.host.sent.isEmpty());
+        QVERIFY(!screen.post()->content.contains("first"));
+        screen.page.holdsAnswers = false;
+        screen.controller->didPressedPublishButton(); // the flow before is over
+        QVERIFY(screen.sends(1));
+        QCOMPARE(screen.host.sent.first().asSent.content, "<p>2</p>");
+    }
 
-void UploadGuardsTest::dropAnAnswerForAnotherPost()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    screen.page.holdsAnswers = true;
-    screen.controller->didPressedPublishButton();
-    QTRY_COMPARE(screen.page.held.size(), 1);
-    QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
-    screen.page.answer(QString("<p>Text of the first</p>"));
-    screen.settle();
-    QVERIFY(screen.host.sent.isEmpty());
-    QVERIFY(!screen.post()->content.contains("first"));
-    screen.page.holdsAnswers = false;
-    screen.controller->didPressedPublishButton(); // the flow before is over
-    QVERIFY(screen.sends(1));
-    QCOMPARE(screen.host.sent.first().asSent.content, "<p>2</p>");
-}
+    void sayWhenThePageGivesNoAnswer()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        screen.page.body = std::nullopt;
+        screen.controller->didPressedPublishButton();
+        QTRY_COMPARE(screen.prompts.journal, QStringList("alert: The editor is not ready."));
+        QVERIFY(screen.host.sent.isEmpty());
+    }
 
-void UploadGuardsTest::sayWhenThePageGivesNoAnswer()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
-    screen.page.body = std::nullopt;
-    screen.controller->didPressedPublishButton();
-    QTRY_COMPARE(screen.prompts.journal, QStringList("alert: The editor is not ready."));
-    QVERIFY(screen.host.sent.isEmpty());
-}
+    void outliveTheScreen()
+    {
+        ComposeFixture screen;
+        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        screen.page.holdsAnswers = true;
+        screen.controller->didPressedPublishButton();
+        screen.controller->canCreateNewPost();
+        screen.controller->loadPost(screen.host.rows.first());
+        QTRY_VERIFY(!screen.page.held.isEmpty());
+        screen.controller.reset();
+        while (!screen.page.held.isEmpty())
+            screen.page.answer(QString("<p>Late</p>"));
+        screen.settle();
+        QVERIFY(screen.host.sent.isEmpty());
+    }
 
-void UploadGuardsTest::outliveTheScreen()
-{
-    ComposeFixture screen;
-    QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-    screen.page.holdsAnswers = true;
-    screen.controller->didPressedPublishButton();
-    screen.controller->canCreateNewPost();
-    screen.controller->loadPost(screen.host.rows.first());
-    QTRY_VERIFY(!screen.page.held.isEmpty());
-    screen.controller.reset();
-    while (!screen.page.held.isEmpty())
-        screen.page.answer(QString("<p>Late</p>"));
-    screen.settle();
-    QVERIFY(screen.host.sent.isEmpty());
-}
+    void findTheUploadAgain()
+    {
+        ComposeFixture screen;
+        screen.view.typeTitle("New");
+        screen.controller->didPressedPublishButton();
+        QVERIFY(screen.sends(1));
+        const LocalPostPtr row = screen.post()->localPost;
+        QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
+        QVERIFY(!screen.view.isLoading);
+        QVERIFY(screen.load(row)); // the id that it was sent with is in its file
+        QVERIFY(screen.view.isLoading);
+        QCOMPARE(screen.view.heading, "Publishing Article");
+    }
+};
 
-void UploadGuardsTest::findTheUploadAgain()
-{
-    ComposeFixture screen;
-    screen.view.typeTitle("New");
-    screen.controller->didPressedPublishButton();
-    QVERIFY(screen.sends(1));
-    const LocalPostPtr row = screen.post()->localPost;
-    QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
-    QVERIFY(!screen.view.isLoading);
-    QVERIFY(screen.load(row)); // the id that it was sent with is in its file
-    QVERIFY(screen.view.isLoading);
-    QCOMPARE(screen.view.heading, "Publishing Article");
-}
+static const RegisteredTest<UploadGuardsTest> registered;
+
+#include "UploadGuardsTest.moc"
