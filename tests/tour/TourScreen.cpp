@@ -30,6 +30,13 @@ QString textOf(QWidget *field)
 
 } // namespace
 
+void TourScreen::activate()
+{
+    // A display without a window manager gives the focus to nobody by itself.
+    m_window.activateWindow();
+    waitFor("the window to be active", [this] { return m_window.isActiveWindow(); });
+}
+
 QString TourScreen::screenshot(const QString &name)
 {
     QTest::qWait(500); // fades and the page's own painting
@@ -84,7 +91,7 @@ void TourScreen::type(const QString &field, const QString &text)
 
 void TourScreen::press(int key, Qt::KeyboardModifiers modifiers)
 {
-    QWidget *target = QApplication::focusWidget();
+    QWidget *target = m_window.focusWidget();
     QTest::keyClick(target ? target : &m_window, Qt::Key(key), modifiers);
 }
 

@@ -29,6 +29,7 @@ public:
     }
 
     QWidget &window() { return m_window; }
+    void activate();
     /// Saves a picture of the window under this name; gives the file.
     QString screenshot(const QString &name);
 

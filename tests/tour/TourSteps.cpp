@@ -67,6 +67,7 @@ const char *const blockPost = R"(<!-- wp:paragraph {"dropCap":true} -->
 
 void Tour::connectBlog()
 {
+    m_screen.activate();
     m_screen.expectAlert("keychain"); // where the desktop has none
     m_screen.type("blogURLField", m_options.url.toString());
     m_screen.press(Qt::Key_Return);

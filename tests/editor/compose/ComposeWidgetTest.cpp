@@ -1,7 +1,6 @@
 #include "editor/ZLComposeWidget.h"
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
-#include "widgets/ZLTheme.h"
 #include "widgets/ZLTokenField.h"
 
 #include <QAbstractItemView>
@@ -33,7 +32,6 @@ private Q_SLOTS:
     void asksBeforeDeleting();
     void typesALink();
     void reflectsTheSelection();
-    void looksGood();
 
 private:
     ZLTextViewWithPlaceHolder &title() { return *m_widget->findChild<ZLTextViewWithPlaceHolder *>("titleField"); }
@@ -302,49 +300,6 @@ void ComposeWidgetTest::reflectsTheSelection()
     QCOMPARE(on, QStringList({"Bold", "Numbered list"}));
     QCOMPARE(commands,
         QStringList({"Bold", "Italic", "Underline", "Strikethrough", "InsertUnorderedList", "InsertOrderedList"}));
-}
-
-/// Pictures for a person to look at, when a folder is named.
-void ComposeWidgetTest::looksGood()
-{
-    const QString folder = qEnvironmentVariable("ZALMO_PICTURES");
-    if (folder.isEmpty())
-        QSKIP("No folder for pictures.");
-    for (const auto scheme : {ZLTheme::Scheme::Light, ZLTheme::Scheme::Dark}) {
-        ZLTheme::apply(*qApp, scheme);
-        const QString name = folder + (scheme == ZLTheme::Scheme::Dark ? "/compose-dark" : "/compose-light");
-        ComposeView &view = m_widget->view();
-        view.setPublishButton({true, 1, "editor_update_button", "editor_update_button_down", "Update Post", "Update"});
-        view.setSaveButton({true, 1, "editor_save_button", "editor_save_button", "Save Post", {}});
-        view.setTitle("A long weekend on the coast, and what we saw of the tide");
-        view.setTokens({"Travel", "#coast", "#tide", "Photography"});
-        view.setSaveState("Saved on this computer");
-        view.setNotice({});
-        view.setSelectionStyle({.bold = true});
-        QTest::qWait(100);
-        m_window->grab().save(name + ".png");
-        view.setNotice("This post was changed both here and on the blog. Both versions are kept.");
-        view.setTitle({});
-        view.setTokens({});
-        QTest::qWait(100);
-        m_window->grab().save(name + "-blank.png");
-        view.showLoadingView("Publishing Article", "Syncing images...", "The Coast");
-        view.setUploadProgress(0.6F);
-        QTest::qWait(600);
-        m_window->grab().save(name + "-upload.png");
-        view.hideLoadingView();
-        QTest::qWait(600);
-        view.showDeleteAlert("Deleting Post", "A long weekend on the coast");
-        QTest::qWait(600);
-        m_window->grab().save(name + "-delete.png");
-        view.hidePopupWindows();
-        QTest::qWait(600);
-        view.showAddLinkSheet("https://example.org", "", true);
-        QTest::qWait(600);
-        m_window->grab().save(name + "-link.png");
-        QTest::keyClick(child<QLineEdit>("linkURLField"), Qt::Key_Escape);
-        QTest::qWait(300);
-    }
 }
 
 QTEST_MAIN(ComposeWidgetTest)
