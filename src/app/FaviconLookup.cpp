@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int lookupTimeoutMs = 10'000;
-constexpr qint64 largestIcon = 1024 * 1024;
+constexpr qint64 largestIcon = 1024LL * 1024;
 
 /// Whether the bytes begin as one of the picture formats that icons come in.
 bool looksLikePicture(const QByteArray &head)

@@ -39,7 +39,7 @@ ZLComposeBar::ZLComposeBar(QWidget *parent)
         const Format &format = formats[index];
         const QString command = QLatin1String(format.command);
         ZLIconButton *button = addFormatButton(QLatin1String(format.icon), QLatin1String(format.toolTip));
-        connect(button, &QAbstractButton::clicked, this, [this, button, format, command] {
+        connect(button, &QAbstractButton::clicked, this, [this, button, command] {
             button->setChecked(!button->isChecked()); // the page says how it is; a click does not
             Q_EMIT didPressedFormatButton(command);
         });

@@ -14,7 +14,7 @@ using Stamp = PostFolderReader::Stamp;
 using KeptPtr = PostFolderReader::KeptPtr;
 
 namespace {
-constexpr off_t largestFile = 64 * 1024 * 1024;
+constexpr off_t largestFile = 64LL * 1024 * 1024;
 constexpr QByteArrayView postName("post.zalmo");
 constexpr QByteArrayView solvedName("conflict-solved.zalmo");
 constexpr QByteArrayView conflictName("conflict.zalmo");

@@ -12,5 +12,5 @@ namespace ZLAtomicFile {
 /// Fails with domain "ZLFile" and a description that names the file and the reason.
 [[nodiscard]] Result<void> write(const QString &path, const QByteArray &bytes, const QDateTime &modified = {});
 /// The file's bytes; fails likewise. Files beyond `limit` bytes are refused.
-[[nodiscard]] Result<QByteArray> read(const QString &path, qint64 limit = 64 * 1024 * 1024);
+[[nodiscard]] Result<QByteArray> read(const QString &path, qint64 limit = 64LL * 1024 * 1024);
 } // namespace ZLAtomicFile
