@@ -240,9 +240,7 @@ QSize ZLStyle::sizeFromContents(
             size.setWidth(qMax(contents.width() + 4 * ZLTheme::spacing, 80));
     } else if (type == CT_LineEdit) {
         size.setHeight(qMax(size.height(), 34));
-    } else if (type == CT_MenuItem) {
-        size.rheight() += 4;
-    } else if (type == CT_MenuBarItem) {
+    } else if (type == CT_MenuItem || type == CT_MenuBarItem) {
         size.rheight() += 4;
     }
     return size;
