@@ -15,7 +15,7 @@
 class XMLRPCConnection : public QObject {
     Q_OBJECT
 public:
-    static constexpr qint64 MaximumReplySize = 64 * 1024 * 1024;
+    static constexpr qint64 MaximumReplySize = 64LL * 1024 * 1024;
     static constexpr int MaximumRedirects = 10;
     /// Whether to send the document on: it carries the password, which must not leave an encrypted road.
     static bool mayRedirect(const QUrl &from, const QUrl &target);

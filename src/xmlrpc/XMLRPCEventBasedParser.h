@@ -13,7 +13,7 @@ struct XML_ParserStruct;
 /// beyond need. Expat's own limits against amplification stay at their defaults.
 class XMLRPCEventBasedParser {
 public:
-    static constexpr qsizetype MaximumSize = 64 * 1024 * 1024;
+    static constexpr qsizetype MaximumSize = 64LL * 1024 * 1024;
 
     /// `utf8` has to live until parse() returns.
     explicit XMLRPCEventBasedParser(QByteArrayView utf8);
