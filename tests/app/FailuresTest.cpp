@@ -17,11 +17,7 @@ private Q_SLOTS:
         const int sync = ZLWordpressServiceRequestTypeSyncPosts;
         const int blogs = ZLWordpressServiceRequestTypeGetUserBlogs;
         const int preview = ZLWordpressServiceRequestTypeGetPostForPreview;
-        QTest::newRow("connecting 404") << options << 404 << false << FailureAnswer::NoWordpressThenIntro;
-        QTest::newRow("connecting 403") << options << 403 << false << FailureAnswer::LoginErrorSheet;
-        QTest::newRow("connecting 425") << options << 425 << false << FailureAnswer::AlertThenLoginErrorSheet;
         QTest::newRow("connecting -1003") << options << -1003 << false << FailureAnswer::AlertThenIntro;
-        QTest::newRow("connecting 500") << options << 500 << false << FailureAnswer::AlertThenIntro;
         QTest::newRow("403") << sync << 403 << false << FailureAnswer::AlertThenLogin;
         QTest::newRow("403, login visible") << sync << 403 << true << FailureAnswer::Nothing;
         QTest::newRow("425") << sync << 425 << false << FailureAnswer::AlertThenLogin;

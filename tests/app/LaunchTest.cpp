@@ -60,22 +60,24 @@ private Q_SLOTS:
         QVERIFY(fixture.blog.count(u"wp.getTerms"_qs) > 0);
     }
 
-    void decidesOnTheLogin_data()
+    void decidesOnLoginAndRound_data()
     {
         QTest::addColumn<bool>("hasPassword");
         QTest::addColumn<int>("logsInAutomatically"); // -1: the attribute is absent
         QTest::addColumn<bool>("asks");
-        QTest::newRow("password, automatic") << true << 1 << false;
-        QTest::newRow("password, not automatic") << true << 0 << true;
-        QTest::newRow("password, never said") << true << -1 << true;
-        QTest::newRow("no password") << false << 1 << true;
+        QTest::addColumn<int>("calls"); // that the first round makes for posts
+        QTest::newRow("password, automatic") << true << 1 << false << 2;
+        QTest::newRow("password, not automatic, synchronised all the same") << true << 0 << true << 2;
+        QTest::newRow("password, never said") << true << -1 << true << 0;
+        QTest::newRow("no password") << false << 1 << true << 0;
     }
 
-    void decidesOnTheLogin()
+    void decidesOnLoginAndRound()
     {
         QFETCH(bool, hasPassword);
         QFETCH(int, logsInAutomatically);
         QFETCH(bool, asks);
+        QFETCH(int, calls);
         AppFixture fixture;
         fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), hasPassword ? u"secret"_qs : QString());
         fixture.changeStore([&](ZLManagedObjectContext &context) {
@@ -86,6 +88,8 @@ private Q_SLOTS:
         QCOMPARE(fixture.prompts.isLoginShown, asks);
         if (asks)
             QCOMPARE(fixture.prompts.journal, QStringList{u"login: ada@Blog"_qs});
+        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing() || !hasPassword);
+        QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), calls);
         if (!hasPassword)
             QCOMPARE(fixture.blog.calls.size(), 0);
     }

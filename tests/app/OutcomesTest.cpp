@@ -25,6 +25,15 @@ struct ConnectedBlog : AppFixture {
         app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
         QTRY_COMPARE(list.updated.size(), before + 1);
     }
+    /// Sends a post, and holds back the answer to one of its calls.
+    void sendLate(const PostPtr &post, const QString &late, int kind = ZLWordpressService::NewPost)
+    {
+        post->status = ZLWordpressPost::Publish;
+        if (!late.isEmpty())
+            blog.answerLate(late);
+        app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
+        QTRY_COMPARE(network.heldCount(), late.isEmpty() ? 0 : 1);
+    }
     QString titlesDelivered() const
     {
         QStringList titles;
@@ -42,17 +51,20 @@ struct SecondBlog : ConnectedBlog {
         seedAccount(u"Other"_qs, other.url());
         start();
     }
-    /// Sends a post, and holds back the answer to one of its calls.
-    void sendLate(const PostPtr &post, const QString &late, int kind = ZLWordpressService::NewPost)
-    {
-        post->status = ZLWordpressPost::Publish;
-        if (!late.isEmpty())
-            blog.answerLate(late);
-        app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
-        QTRY_COMPARE(network.heldCount(), late.isEmpty() ? 0 : 1);
-    }
     FakeBlog other{u"other.test"_qs};
 };
+
+void addOutcomeColumns()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("daysAhead");
+    QTest::addColumn<int>("rowStatus");
+    QTest::addColumn<QString>("message");
+}
+
+constexpr int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
+constexpr int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
 
 bool has(const QByteArray &file, const QString &text)
 {
@@ -66,13 +78,7 @@ class OutcomesTest : public QObject {
 private Q_SLOTS:
     void publishes_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("daysAhead");
-        QTest::addColumn<int>("rowStatus");
-        QTest::addColumn<QString>("message");
-        const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
-        const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
+        addOutcomeColumns();
         QTest::newRow("post") << publish << post << 0 << 0 << u"Successfully Published Post"_qs;
         QTest::newRow("page") << publish << page << 0 << 2 << u"Successfully Published Page"_qs;
         QTest::newRow("scheduled post") << publish << post << 365 << 8 << u"Successfully Scheduled Post"_qs;
@@ -150,13 +156,7 @@ private Q_SLOTS:
 
     void updates_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("daysAhead");
-        QTest::addColumn<int>("rowStatus");
-        QTest::addColumn<QString>("message");
-        const int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
-        const int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
+        addOutcomeColumns();
         QTest::newRow("post") << publish << post << -1 << 0 << u"Successfully Updated Post"_qs;
         QTest::newRow("page") << publish << page << -1 << 2 << u"Successfully Updated Page"_qs;
         QTest::newRow("scheduled") << publish << post << 9 << 8 << u"Successfully Scheduled Post"_qs;
@@ -304,11 +304,8 @@ private Q_SLOTS:
         ConnectedBlog fixture;
         fixture.start();
         const PostPtr post = fixture.writePost(u"Kept"_qs, u"<p>text</p>"_qs);
-        post->status = ZLWordpressPost::Publish;
         const QString before = post->localPost->localFile.toLocalFile();
-        fixture.blog.answerLate(u"wp.getPost"_qs);
-        fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.sendLate(post, u"wp.getPost"_qs);
         // A folder stands where the file would go.
         const QString id = fixture.blog.posts.firstKey();
         QVERIFY(QDir().mkpath(fixture.postsFolder(u"Blog"_qs) + u"/p%1/post.zalmo/in the way"_qs.arg(id)));
@@ -327,10 +324,7 @@ private Q_SLOTS:
         ConnectedBlog fixture;
         fixture.start();
         const PostPtr post = fixture.writePost(u"Sent"_qs, u"<p>text</p>"_qs);
-        post->status = ZLWordpressPost::Publish;
-        fixture.blog.answerLate(u"wp.getPost"_qs);
-        fixture.app().wordpressService()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
-        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.sendLate(post, u"wp.getPost"_qs);
         // A round fetches the very post whose outcome is still on its way.
         fixture.app().refreshCurrentBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);

@@ -23,33 +23,6 @@ private Q_SLOTS:
         QCOMPARE(fixture.blog.protocolErrors, QStringList());
     }
 
-    void whoTakesPart_data()
-    {
-        QTest::addColumn<bool>("hasPassword");
-        QTest::addColumn<int>("logsInAutomatically"); // -1: the attribute is absent
-        QTest::addColumn<int>("asked");
-        QTest::newRow("automatic") << true << 1 << 2;
-        QTest::newRow("not automatic is synchronised all the same") << true << 0 << 2;
-        QTest::newRow("never said") << true << -1 << 0;
-        QTest::newRow("no password") << false << 1 << 0;
-    }
-
-    void whoTakesPart()
-    {
-        QFETCH(bool, hasPassword);
-        QFETCH(int, logsInAutomatically);
-        QFETCH(int, asked);
-        AppFixture fixture;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), hasPassword ? u"secret"_qs : QString());
-        fixture.changeStore([&](ZLManagedObjectContext &context) {
-            auto &automatic = context.accounts().first()->preferences->login_automatically;
-            automatic = logsInAutomatically < 0 ? std::nullopt : std::optional<bool>(logsInAutomatically == 1);
-        });
-        fixture.launch();
-        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing() || !hasPassword);
-        QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), asked);
-    }
-
     void offlineSkipsAllButLoopback()
     {
         AppFixture fixture;
@@ -96,32 +69,6 @@ private Q_SLOTS:
         fixture.launch();
         QTRY_VERIFY(!fixture.list.isSyncing);
 
-        const LocalPostPtr row = fixture.rowTitled(u"Hello"_qs);
-        {
-            const DocumentPtr document = ZLDocument::open(row->localFile).value();
-            document->post.content = u"<p>mine</p>"_qs;
-            document->fileInfo.status = u"modified"_qs;
-            document->updateChangeCount();
-            QVERIFY(document->saveDocument().has_value());
-        }
-        fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
-        fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
-        fixture.app().refreshCurrentBlog();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Conflict));
-        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("mine"));
-        QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
-    }
-
-    void takesUnsavedTextOfTheOpenDocument()
-    {
-        AppFixture fixture;
-        FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
-        const QString id = post.id;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-
         // The writer has typed, and the file does not know it yet.
         const QUrl file = fixture.rowTitled(u"Hello"_qs)->localFile;
         fixture.compose.document =
@@ -133,6 +80,7 @@ private Q_SLOTS:
         fixture.app().refreshCurrentBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
         QCOMPARE(fixture.compose.document->fileInfo.status, u"conflict"_qs);
+        QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Conflict));
         QVERIFY(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)).contains("just typed"));
         QVERIFY(fixture.read(u"Blog"_qs, u"p%1/conflict.zalmo"_qs.arg(id)).contains("theirs"));
     }

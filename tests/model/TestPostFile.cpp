@@ -69,7 +69,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("engine");
         QTest::addColumn<QByteArray>("written");
-        QTest::newRow("stub") << -1 << QByteArray("wordpress") << QByteArray();
+        QTest::newRow("none") << -1 << QByteArray("wordpress") << QByteArray();
         QTest::newRow("new") << 0 << QByteArray("wordpress") << QByteArray("new");
         QTest::newRow("draft") << 1 << QByteArray("wordpress") << QByteArray("draft");
         QTest::newRow("published") << 2 << QByteArray("wordpress") << QByteArray("publish");

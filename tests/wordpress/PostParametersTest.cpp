@@ -32,7 +32,7 @@ void PostParametersTest::sendsStatuses_data()
     QTest::newRow("draft") << 1 << u"draft"_s << u"draft"_s;
     QTest::newRow("published") << 2 << u"publish"_s << u"publish"_s;
     QTest::newRow("note") << 3 << u"publish"_s << u"draft"_s;
-    QTest::newRow("stub") << -1 << u"draft"_s << u"draft"_s;
+    QTest::newRow("none") << -1 << u"draft"_s << u"draft"_s;
 }
 
 void PostParametersTest::sendsStatuses()
