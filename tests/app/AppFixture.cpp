@@ -4,37 +4,11 @@
 #include <QDirIterator>
 
 AppFixture::AppFixture()
-    : files(folder.filePath(u"data"_qs), folder.filePath(u"cache"_qs))
 {
-    network.addHost(blog.host(), blog);
     network.addHost(u"icons.test"_qs, icons);
 }
 
 AppFixture::~AppFixture() = default;
-
-AccountPtr AppFixture::seedAccount(const QString &alias, const QString &url, const QString &password)
-{
-    AccountPtr account;
-    changeStore([&](ZLManagedObjectContext &context) {
-        account = context.insertAccount();
-        account->name = u"ada"_qs;
-        account->url = url;
-        account->blog_name = alias;
-        account->preferences = std::make_shared<AccountPreferences>();
-    });
-    if (!password.isNull())
-        secrets->insert(
-            {ZLWordpressService::keychainService(), ZLWordpressService::keychainAccount(u"ada"_qs, url)}, password);
-    return account;
-}
-
-void AppFixture::changeStore(const std::function<void(ZLManagedObjectContext &)> &change)
-{
-    auto context = ZLManagedObjectContext::open(files.applicationFilesDirectory());
-    QVERIFY2(context.has_value(), "no store");
-    change(**context);
-    QVERIFY((*context)->save().has_value());
-}
 
 QString AppFixture::storedSelection()
 {

@@ -1,20 +1,13 @@
 #pragma once
 
 #include "app/ZLAppDelegate.h"
-#include "support/FakeBlog.h"
 #include "support/FakeComposeScreen.h"
-#include "support/FakeKeychain.h"
-#include "support/FakeNotificationCenter.h"
+#include "support/FakePlatform.h"
 #include "support/FakePostList.h"
 #include "support/FakePrompts.h"
-#include "support/FakeReachability.h"
 #include "support/FakeSelector.h"
-#include "support/FakeWorkspace.h"
-#include "support/ManualClock.h"
 
-#include <QTemporaryDir>
 #include <QTest>
-#include <functional>
 
 /// The host of icons: no icon for any blog, unless a test gives it one.
 class FakeIcons : public FakeHost {
@@ -31,17 +24,12 @@ public:
     QByteArray icon;
 };
 
-/// The real controller over pretended windows, a pretended network and a private home.
-class AppFixture {
+/// The real controller over pretended windows and a pretended platform.
+class AppFixture : public FakePlatform {
 public:
     AppFixture();
     ~AppFixture();
 
-    /// Puts accounts into the store before the program starts. A null password leaves the keychain without one.
-    AccountPtr seedAccount(
-        const QString &alias, const QString &url, const QString &password = QStringLiteral("secret"));
-    /// Works on the store while no program has it open.
-    void changeStore(const std::function<void(ZLManagedObjectContext &)> &change);
     QString storedSelection(); ///< the alias of the account that the store says is selected
 
     void launch();
@@ -61,18 +49,9 @@ public:
     QByteArray read(const QString &alias, const QString &file) const;
     ZLAppDelegate &app() { return *m_app; }
 
-    QTemporaryDir folder;
-    ZLFileManager files;
-    FakeNetwork network;
-    FakeBlog blog;
     FakeIcons icons;
-    std::shared_ptr<FakeKeychain::Items> secrets = std::make_shared<FakeKeychain::Items>();
     bool hasSecretService = true;
     bool isKeychainLocked = false;
-    FakeReachability reachability;
-    FakeNotificationCenter notifications;
-    FakeWorkspace workspace;
-    ManualClock clock;
     FakePrompts prompts;
     FakeComposeScreen compose;
     FakePostList list;

@@ -96,7 +96,7 @@ private Q_SLOTS:
     {
         WindowFixture f;
         f.seedPosts({u"Here"_qs});
-        f.seedAccount(u"Tom & Eve"_qs);
+        f.seedAccount(u"Tom & Eve"_qs, f.blog.url());
         f.launch();
         f.list().delegate = &f.compose;
         QVERIFY(f.row(u"Here"_qs));

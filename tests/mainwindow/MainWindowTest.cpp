@@ -151,7 +151,7 @@ private Q_SLOTS:
     {
         WindowFixture f;
         f.seedPosts({u"A"_qs});
-        f.seedAccount(u"Tom & Eve"_qs);
+        f.seedAccount(u"Tom & Eve"_qs, f.blog.url());
         f.launch();
         auto *selector = f.find<ZLSelectorView>(u"blogSelector"_qs);
         QVERIFY(selector);

@@ -1,34 +1,15 @@
 #include "WindowFixture.h"
 
-#include "store/ZLManagedObjectContext.h"
-
 #include <QLabel>
 
 WindowFixture::WindowFixture()
-    : files(folder.filePath(u"data"_qs), folder.filePath(u"cache"_qs))
-    , defaults(folder.filePath(u"preferences.ini"_qs))
+    : defaults(folder.filePath(u"preferences.ini"_qs))
     , keychain(std::make_unique<FakeKeychain>(secrets))
 {
-    network.addHost(blog.host(), blog);
     reachability.reachable = false; // no sync unless a test asks for one
 }
 
 WindowFixture::~WindowFixture() = default;
-
-void WindowFixture::seedAccount(const QString &alias)
-{
-    auto context = ZLManagedObjectContext::open(files.applicationFilesDirectory());
-    QVERIFY(context.has_value());
-    const AccountPtr account = (*context)->insertAccount();
-    account->name = blog.user;
-    account->url = blog.url();
-    account->blog_name = alias;
-    account->preferences = std::make_shared<AccountPreferences>();
-    QVERIFY((*context)->save().has_value());
-    secrets->insert(
-        {ZLWordpressService::keychainService(), ZLWordpressService::keychainAccount(account->name, account->url)},
-        blog.password);
-}
 
 void WindowFixture::seedPost(const QString &alias, const ZLWordpressPost &post)
 {
@@ -36,14 +17,14 @@ void WindowFixture::seedPost(const QString &alias, const ZLWordpressPost &post)
     m_nextDate = m_nextDate.addSecs(-60);
     written.updatedAt = m_nextDate;
     if (written.id.isEmpty())
-        written.id = QString::number(-m_nextDate.secsTo(QDateTime::currentDateTimeUtc()) + 1000);
+        written.id = QString::number(m_nextId -= 60);
     const QString path = files.postPathForBlogURL(alias, written.id);
     QVERIFY(written.saveAtPath(path + u"/post.zalmo"_qs).has_value());
 }
 
 void WindowFixture::seedPosts(const QStringList &titles)
 {
-    seedAccount(u"Ada"_qs);
+    seedAccount(u"Ada"_qs, blog.url());
     for (const QString &title : titles) {
         ZLWordpressPost post;
         post.title = title;

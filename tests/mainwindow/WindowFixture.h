@@ -3,14 +3,8 @@
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLPostListViewController.h"
-#include "support/FakeBlog.h"
-#include "support/FakeKeychain.h"
-#include "support/FakeNotificationCenter.h"
-#include "support/FakeReachability.h"
-#include "support/FakeWorkspace.h"
-#include "support/ManualClock.h"
+#include "support/FakePlatform.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 /// The compose screen as the post list drives it: a journal of what was asked.
@@ -30,13 +24,12 @@ public:
     QStringList journal;
 };
 
-/// The real controller and the real window, over a pretended network and a private home.
-class WindowFixture {
+/// The real controller and the real window over a pretended platform.
+class WindowFixture : public FakePlatform {
 public:
     WindowFixture();
     ~WindowFixture();
 
-    void seedAccount(const QString &alias);
     /// Writes a post file of the blog; the first one written is the newest row.
     void seedPost(const QString &alias, const ZLWordpressPost &post);
     void seedPosts(const QStringList &titles); ///< published posts of the blog "Ada"
@@ -60,15 +53,6 @@ public:
 
     ZLPostListViewController &list() { return window->postListViewController(); }
 
-    QTemporaryDir folder;
-    ZLFileManager files;
-    FakeNetwork network;
-    FakeBlog blog;
-    FakeReachability reachability;
-    FakeNotificationCenter notifications;
-    FakeWorkspace workspace;
-    ManualClock clock;
-    std::shared_ptr<FakeKeychain::Items> secrets = std::make_shared<FakeKeychain::Items>();
     ZLDefaults defaults;
     ZLKeychain keychain;
     std::unique_ptr<ZLAppDelegate> app;
@@ -77,4 +61,5 @@ public:
 
 private:
     QDateTime m_nextDate = QDateTime::currentDateTimeUtc();
+    int m_nextId = 1000;
 };

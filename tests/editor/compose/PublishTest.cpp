@@ -83,15 +83,6 @@ private Q_SLOTS:
         QCOMPARE(screen.prompts.journal, asked ? question : QStringList());
     }
 
-    void refusesAnEmptyPost()
-    {
-        ComposeFixture screen;
-        screen.controller->didPressedPublishButton();
-        QTRY_COMPARE(screen.prompts.journal, QStringList("alert: Nothing here. Post title and content are empty."));
-        QVERIFY(screen.host.sent.isEmpty());
-        QVERIFY(screen.host.rows.isEmpty());
-    }
-
     void saysSoFirst()
     {
         ComposeFixture screen;

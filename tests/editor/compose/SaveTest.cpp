@@ -54,15 +54,6 @@ private Q_SLOTS:
         QCOMPARE(written->postInfo.id, sent.asSent.id);
     }
 
-    void refusesAnEmptyPost()
-    {
-        ComposeFixture screen;
-        screen.controller->didPressedSaveButton();
-        QTRY_COMPARE(screen.prompts.journal, QStringList("alert: Nothing here. Post title and content are empty."));
-        QVERIFY(screen.host.sent.isEmpty());
-        QCOMPARE(screen.host.rows.size(), 1); // it has become a post of the list by then
-    }
-
     void staysNewUntilTheBlogHasIt()
     {
         ComposeFixture screen;

@@ -9,17 +9,31 @@ void press(ComposeFixture &screen, bool publish)
     else
         screen.controller->didPressedSaveButton();
 }
+
+void addButtons()
+{
+    QTest::addColumn<bool>("publish");
+    QTest::newRow("save") << false;
+    QTest::newRow("publish") << true;
+}
 } // namespace
 
 class UploadGuardsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void needANetwork_data()
+    void refuseAnEmptyPost_data() { addButtons(); }
+
+    void refuseAnEmptyPost()
     {
-        QTest::addColumn<bool>("publish");
-        QTest::newRow("save") << false;
-        QTest::newRow("publish") << true;
+        QFETCH(bool, publish);
+        ComposeFixture screen;
+        press(screen, publish);
+        QTRY_COMPARE(screen.prompts.journal, QStringList("alert: Nothing here. Post title and content are empty."));
+        QVERIFY(screen.host.sent.isEmpty());
+        QCOMPARE(screen.host.rows.size(), publish ? 0 : 1); // saving has made it a post of the list by then
     }
+
+    void needANetwork_data() { addButtons(); }
 
     void needANetwork()
     {
