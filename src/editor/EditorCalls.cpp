@@ -10,6 +10,7 @@ EditorCalls::~EditorCalls()
 void EditorCalls::open()
 {
     m_open = true;
+    m_keysSent = 0;
 }
 
 void EditorCalls::close()
@@ -32,7 +33,7 @@ void EditorCalls::release()
     const auto requests = std::move(m_heldRequests);
     m_heldRequests.clear();
     for (const Request &request : requests)
-        Q_EMIT requested(request.id, request.name, request.arguments);
+        Q_EMIT requested(request.id, request.name, request.arguments, m_keysSent);
 }
 
 QFuture<EditorCalls::Answer> EditorCalls::call(const QString &name, const QVariantList &arguments)
@@ -48,7 +49,7 @@ QFuture<EditorCalls::Answer> EditorCalls::callNow(const QString &name, const QVa
     const int id = ++m_lastId;
     const QFuture<Answer> answer = wait(id);
     if (m_open)
-        Q_EMIT requested(id, name, arguments);
+        Q_EMIT requested(id, name, arguments, m_keysSent);
     else
         end(id, std::nullopt);
     return answer;

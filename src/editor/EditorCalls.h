@@ -11,7 +11,8 @@
 /// Calls of the page's functions. Name and arguments cross the channel as data; the page looks the function up in its
 /// table and answers by number. Known to the page as `Calls`.
 ///
-/// While closed, calls are answered by nullopt at once; while held, they wait for the release in their order.
+/// While closed, calls are answered by nullopt at once; while held, they wait for the release in their order. Keys
+/// reach the page by another way, so each call tells how many went before it, and the page runs it behind them.
 class EditorCalls : public QObject {
     Q_OBJECT
 public:
@@ -31,6 +32,8 @@ public:
     /// The same past the hold.
     QFuture<Answer> callNow(const QString &name, const QVariantList &arguments = {});
 
+    void keyWasSent() { ++m_keysSent; } ///< a key was pressed or released in the page
+
     static constexpr int answerLimitMs = 15'000;
 
 public Q_SLOTS:
@@ -41,7 +44,7 @@ public Q_SLOTS:
     void leaveForTokens();
 
 Q_SIGNALS:
-    void requested(int id, const QString &name, const QVariantList &arguments);
+    void requested(int id, const QString &name, const QVariantList &arguments, int keysBefore);
     void selectionStyleChanged(const QVariantMap &style);
     void focusTitleRequested();
     void focusTokensRequested();
@@ -56,6 +59,7 @@ private:
     QFuture<Answer> wait(int id);
 
     int m_lastId = 0;
+    int m_keysSent = 0; ///< since the page is there
     bool m_open = false;
     bool m_held = false;
     std::map<int, QPromise<Answer>> m_waiting;

@@ -7,6 +7,7 @@
 #include "editor/ZLEditorPage.h"
 #include "platform/ZLLog.h"
 
+#include <QChildEvent>
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QMenu>
@@ -159,6 +160,20 @@ void ZLEditorWebView::changeEvent(QEvent *event)
     QWebEngineView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && m_enginePage)
         applyPalette();
+}
+
+void ZLEditorWebView::childEvent(QChildEvent *event)
+{
+    QWebEngineView::childEvent(event);
+    if (event->added())
+        event->child()->installEventFilter(this); // one of them takes the keys
+}
+
+bool ZLEditorWebView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == focusProxy() && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
+        m_page.calls().keyWasSent();
+    return QWebEngineView::eventFilter(watched, event);
 }
 
 void ZLEditorWebView::applyPalette()

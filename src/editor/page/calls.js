@@ -1,8 +1,11 @@
 // Calls from the native side: a name, which is looked up in the table, and arguments, which stay data.
 
+import {afterKeys} from './keys.js';
+
 export function answerCalls(calls, functions) {
-    calls.requested.connect(async (id, name, args) => {
+    calls.requested.connect(async (id, name, args, keysBefore) => {
         let value = null;
+        await afterKeys(keysBefore);
         try {
             if (Object.hasOwn(functions, name))
                 value = await functions[name](...args) ?? null;

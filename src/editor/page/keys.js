@@ -2,7 +2,34 @@
 
 import {ensureSelection, rangeIn} from './selection.js';
 
+const LIMIT_MS = 100; // a key that the page never sees must not stop the calls
+
+let keysSeen = 0;
+let lastCall = Promise.resolve();
+
+/** Resolves once the page has had that many keys, and in the order of the calls. */
+export function afterKeys(count) {
+    lastCall = lastCall.then(async () => {
+        const limit = performance.now() + LIMIT_MS;
+        do
+            await pause(); // at least once: the text of a key comes right behind it
+        while (keysSeen < count && performance.now() < limit);
+        keysSeen = count;
+    });
+    return lastCall;
+}
+
+function pause() {
+    return new Promise(resolve => setTimeout(resolve));
+}
+
+function countKeys() {
+    for (const type of ['keydown', 'keyup'])
+        document.addEventListener(type, () => { ++keysSeen; }, {capture: true});
+}
+
 export function watchKeys(editor, calls) {
+    countKeys();
     // A key can be faster than the focus: what is typed right behind the Tab that leaves the title is not lost.
     document.addEventListener('keydown', () => {
         if (document.activeElement !== editor.content || !rangeIn(editor.content))

@@ -6,7 +6,6 @@
 
 #include <QStringList>
 #include <QTemporaryDir>
-#include <functional>
 #include <memory>
 
 /// The editor page in the real engine, with what a test does to it.
@@ -22,7 +21,8 @@ public:
     QVariant evaluate(const QString &script); ///< in the page's own world
     void select(const QString &text); ///< its first occurrence in the text of the page
     void putCursorBehind(const QString &text);
-    void type(const QString &text); ///< real key events
+    void type(const QString &text); ///< real key events, which the page has had on return
+    void typeOn(const QString &text); ///< the same without a wait
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1);
     QString copyPicture(const QString &name); ///< into the cache folder; its file:// address as content has it
 
@@ -31,9 +31,6 @@ public:
     ZLEditorPage page;
     std::unique_ptr<ZLEditorWebView> view;
     QStringList reports;
-
-private:
-    void send(int keys, const std::function<void()> &press);
 };
 
 /// Where two long texts differ, for the message of a failed comparison.

@@ -102,6 +102,19 @@ private Q_SLOTS:
         QTRY_COMPARE(m_page.reports.isEmpty() ? stored : m_page.reports.last(), expected);
     }
 
+    void callsComeBehindTheKeys()
+    {
+        for (int round = 0; round < 20; ++round) {
+            m_page.load({});
+            m_page.typeOn(u"first "_qs);
+            m_page.page.execCommand(u"Bold"_qs);
+            m_page.type({});
+            m_page.typeOn(u"last"_qs);
+            m_page.page.hidePopupWindows(); // as a click on the title does
+            QCOMPARE(m_page.body(), u"first <b>last</b>"_qs);
+        }
+    }
+
     void undoesByKeyboard()
     {
         const QString stored = QStringLiteral("one &amp; two\n\n<p class='x'>three</p>");
