@@ -5,6 +5,7 @@
 #include "text/RandomString.h"
 
 #include <QPointer>
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -40,6 +41,7 @@ void PostOnScreen::setBlankPost(const PostPtr &post)
     m_post = post;
     m_promotedRow = nullptr;
     m_rowIsSelected = false;
+    m_isLeavingBlankPost = false;
 }
 
 QCoro::Task<bool> PostOnScreen::open(LocalPostPtr row)
@@ -48,13 +50,14 @@ QCoro::Task<bool> PostOnScreen::open(LocalPostPtr row)
     leaveDocument();
     m_rowIsSelected = false;
     const int request = ++m_openRequest;
-    const bool wasBlank = std::exchange(m_isNewPostNotInList, false);
+    m_isLeavingBlankPost |= std::exchange(m_isNewPostNotInList, false);
     QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
     const Result<DocumentPtr> opened = co_await opening;
     if (!self || request != m_openRequest)
         co_return false;
+    const bool wasBlank = std::exchange(m_isLeavingBlankPost, false);
     if (!opened) {
-        m_isNewPostNotInList = wasBlank;
+        m_isNewPostNotInList = wasBlank && !m_post->localPost;
         co_return false;
     }
     leavePost();
@@ -108,7 +111,7 @@ void PostOnScreen::replaceAfterUpload(const PostPtr &returned, const LocalPostPt
     setDocument(nullptr);
 }
 
-LocalPostPtr PostOnScreen::writeFirstVersion()
+LocalPostPtr PostOnScreen::writeFirstVersion(const PostPtr &post)
 {
     // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
     // save or publish.
@@ -116,7 +119,7 @@ LocalPostPtr PostOnScreen::writeFirstVersion()
     const QString path = QStringLiteral("%1/post.zalmo").arg(folder);
     const Result<void> written = folder.isEmpty() ? Result<void>(failure(QStringLiteral("ZLFile"), 0,
                                      QStringLiteral("The folder of the new post could not be made.")))
-                                                  : m_post->saveAtPath(path, QStringLiteral("zalmo"));
+                                                  : post->saveAtPath(path, QStringLiteral("zalmo"));
     if (!written) {
         ZLLog(written.error().description);
         Q_EMIT didFailToPromote(written.error());
@@ -127,6 +130,17 @@ LocalPostPtr PostOnScreen::writeFirstVersion()
     row->content = QLatin1String("");
     row->localFile = QUrl::fromLocalFile(path);
     row->status = ZLLocalPostRepresentation::New;
+    return row;
+}
+
+LocalPostPtr PostOnScreen::insertOnList(const PostPtr &post)
+{
+    LocalPostPtr row = writeFirstVersion(post);
+    if (!row)
+        return nullptr;
+    m_host.insertPost(0, row);
+    post->localPost = row;
+    Q_EMIT m_host.notifications().didUpdatePosts();
     return row;
 }
 
@@ -167,12 +181,10 @@ QCoro::Task<bool> PostOnScreen::createNewPostOnList()
 {
     const QPointer<PostOnScreen> self(this);
     m_isNewPostNotInList = false;
-    const LocalPostPtr row = writeFirstVersion();
+    const LocalPostPtr row = insertOnList(m_post);
     if (!row)
         co_return false;
-    m_host.insertPost(0, row);
-    m_post->localPost = m_promotedRow = row;
-    Q_EMIT m_host.notifications().didUpdatePosts();
+    m_promotedRow = row;
     QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
     m_rowIsSelected = true;
     if (m_rows)
@@ -205,7 +217,8 @@ QCoro::Task<bool> PostOnScreen::becomeReady()
 
 void PostOnScreen::write(Mark mark, const Edit &edit)
 {
-    const LocalPostPtr row = m_post->localPost;
+    const bool isFirst = !m_post->localPost && m_isLeavingBlankPost;
+    const LocalPostPtr row = isFirst ? insertOnList(m_post) : m_post->localPost;
     const PendingEdit pending{mark, m_post->status, row ? row->status : -1, edit};
     if (!m_document) {
         // Without a row the post's file could not be made; that was said when it failed.
@@ -223,11 +236,14 @@ void PostOnScreen::write(Mark mark, const Edit &edit)
 
 void PostOnScreen::writeToPostBefore(int generation, Mark mark, const Edit &edit)
 {
-    for (const PostBefore &before : std::as_const(m_postsBefore)) {
-        const LocalPostPtr row = before.post->localPost;
-        if (before.generation == generation && row)
-            reopenAndWrite(row->localFile, {mark, before.post->status, row->status, edit});
-    }
+    const auto before = std::find_if(m_postsBefore.cbegin(), m_postsBefore.cend(),
+        [generation](const PostBefore &left) { return left.generation == generation; });
+    if (before == m_postsBefore.cend())
+        return;
+    const PostPtr post = before->post;
+    const LocalPostPtr row = post->localPost ? post->localPost : insertOnList(post);
+    if (row)
+        reopenAndWrite(row->localFile, {mark, post->status, row->status, edit});
 }
 
 void PostOnScreen::apply(const Edit &edit, ZLDocument &document)

@@ -56,7 +56,8 @@ public:
     void followRow();
 
     void write(Mark mark, const Edit &edit);
-    /// An edit of a post that has left the screen: `generation` is the one that it had here.
+    /// An edit of a post that has left the screen: `generation` is the one that it had here. A blank post that was left
+    /// with its first key gets its file now.
     void writeToPostBefore(int generation, Mark mark, const Edit &edit);
     /// The list's face for the row of this post; null while the selected row is another's.
     RowUpdates *rowUpdates() const { return m_rowIsSelected ? m_rows : nullptr; }
@@ -101,7 +102,8 @@ private:
     void setDocument(const DocumentPtr &document);
     void leaveDocument();
     bool isFileOnScreen(const QUrl &file) const;
-    LocalPostPtr writeFirstVersion();
+    LocalPostPtr insertOnList(const PostPtr &post);
+    LocalPostPtr writeFirstVersion(const PostPtr &post);
     QCoro::Task<Result<DocumentPtr>> openRow(LocalPostPtr row);
     void takeDocument(const LocalPostPtr &row, const DocumentPtr &document);
 
@@ -114,6 +116,7 @@ private:
     LocalPostPtr m_promotedRow; ///< of a post that waits for the document of its new file
     bool m_isNewPostNotInList = true;
     bool m_rowIsSelected = false;
+    bool m_isLeavingBlankPost = false; ///< another post is being opened
     int m_generation = 0;
     int m_openRequest = 0;
 };

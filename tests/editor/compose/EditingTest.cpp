@@ -181,6 +181,25 @@ private Q_SLOTS:
         QVERIFY(screen.controller->currentPost()->localPost == nullptr);
     }
 
+    void goesIntoTheBlankPostThatWasLeft()
+    {
+        for (const bool isStillThere : {true, false}) {
+            ComposeFixture screen;
+            screen.controller->cleanEditorForNewPost();
+            const int owner = screen.page.owner;
+            const LocalPostPtr other = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
+            screen.controller->loadPost(other);
+            if (!isStillThere)
+                QTRY_COMPARE(screen.view.titleText, "Two");
+            Q_EMIT screen.page.setPostContent("<p>N</p>", owner);
+            QTRY_COMPARE(screen.view.titleText, "Two");
+            screen.settle();
+            QCOMPARE(screen.host.rows.size(), 2);
+            QCOMPARE(screen.onDisk(screen.host.rows.first())->post.content, "<p>N</p>");
+            QCOMPARE(screen.onDisk(other)->post.content, "<p>2</p>");
+        }
+    }
+
     void keepsTheTextWhenTheDiskFails()
     {
         ComposeFixture screen;
