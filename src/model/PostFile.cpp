@@ -5,6 +5,7 @@
 #include "model/XMLDictionary.h"
 #include "model/XMLDictionaryParser.h"
 #include "model/XMLStrings.h"
+#include "text/XMLBytes.h"
 
 namespace {
 /// The text of an element; null when there is none.

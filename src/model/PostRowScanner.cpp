@@ -1,9 +1,9 @@
 #include "model/PostRowScanner.h"
 
-#include "model/MarkedBytes.h"
 #include "model/PostFileDate.h"
 #include "model/StoredTexts.h"
 #include "model/XMLStrings.h"
+#include "text/PlainXML.h"
 
 #include <QVarLengthArray>
 #include <algorithm>
@@ -87,23 +87,6 @@ const char *find(const char *from, const char *end, char wanted)
     return static_cast<const char *>(std::memchr(from, wanted, size_t(end - from)));
 }
 
-struct Reference {
-    QByteArrayView name;
-    char character;
-};
-constexpr Reference references[] = {{"lt;", '<'}, {"gt;", '>'}, {"quot;", '"'}, {"amp;", '&'}, {"apos;", '\''}};
-
-/// The reference that begins behind an ampersand; null for any that is not one of the five.
-const Reference *referenceAt(const char *from, const char *end)
-{
-    for (const Reference &reference : references) {
-        if (end - from >= reference.name.size()
-            && std::memcmp(from, reference.name.data(), size_t(reference.name.size())) == 0)
-            return &reference;
-    }
-    return nullptr;
-}
-
 /// Decoded once. The text holds none but the five references.
 QString decodedOnce(QByteArrayView text)
 {
@@ -116,9 +99,9 @@ QString decodedOnce(QByteArrayView text)
     char *to = decoded.data();
     for (; ampersand; ampersand = find(from, end, '&')) {
         to = std::copy(from, ampersand, to);
-        const Reference *reference = referenceAt(ampersand + 1, end);
+        const PlainXML::Reference *reference = PlainXML::reference(QByteArrayView(ampersand, end));
         *to++ = reference->character;
-        from = ampersand + 1 + reference->name.size();
+        from = ampersand + reference->text.size();
     }
     to = std::copy(from, end, to);
     return QString::fromUtf8(decoded.data(), to - decoded.data());
@@ -174,45 +157,24 @@ QString contentExtract(QByteArrayView text)
 
 std::optional<PostRow> PostRowScanner::scan()
 {
-    MarkedBytes marks(m_data);
-    qsizetype textBegin = 0;
-    qsizetype understood = 0;
-    for (qsizetype at = marks.next(); at < m_data.size(); at = marks.next()) {
-        if (at < understood)
-            continue;
-        if (m_data[at] != '<') {
-            const qsizetype length = lengthOfCharacter(at);
-            if (length == 0)
-                return std::nullopt;
-            understood = at + length;
-            continue;
-        }
-        const qsizetype tagEnd = marks.next();
-        if (tagEnd == m_data.size() || m_data[tagEnd] != '>'
-            || !take(m_data.sliced(textBegin, at - textBegin), m_data.sliced(at + 1, tagEnd - at - 1)))
-            return std::nullopt;
-        textBegin = tagEnd + 1;
-    }
-    if (!m_isDone || !isBlank(m_data.sliced(textBegin)))
+    if (!PlainXML::walk(m_data, *this) || !m_isDone || !isBlank(m_data.sliced(m_textBegin)))
         return std::nullopt;
     m_row.isWhole = true;
     return std::move(m_row);
 }
 
-qsizetype PostRowScanner::lengthOfCharacter(qsizetype at) const
+qsizetype PostRowScanner::takeMark(qsizetype at)
 {
-    if (m_data[at] == '&') {
-        const Reference *reference = referenceAt(m_data.data() + at + 1, m_data.end());
-        return reference ? reference->name.size() + 1 : 0;
-    }
     // A parser would turn "\r\n" into "\n"; ">" may be the end of "]]>", which no text may hold.
-    if (m_data[at] == '\r' || m_data[at] == '>')
-        return 0;
-    return XMLBytes::lengthOfCharacter(m_data.sliced(at));
+    const PlainXML::Reference *reference = PlainXML::reference(m_data.sliced(at));
+    return reference ? reference->text.size() : 0;
 }
 
-bool PostRowScanner::take(QByteArrayView text, QByteArrayView tag)
+bool PostRowScanner::takeTag(qsizetype begin, qsizetype end)
 {
+    const QByteArrayView text = m_data.sliced(m_textBegin, begin - m_textBegin);
+    const QByteArrayView tag = m_data.sliced(begin + 1, end - begin - 1);
+    m_textBegin = end + 1;
     if (tag.startsWith('/'))
         return close(tag.sliced(1), text);
     return isBlank(text) && open(tag);

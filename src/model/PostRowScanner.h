@@ -16,11 +16,11 @@ public:
     /// Nothing when the full reader has to look.
     std::optional<PostRow> scan();
 
+    // What the walk asks.
+    qsizetype takeMark(qsizetype at);
+    bool takeTag(qsizetype begin, qsizetype end);
+
 private:
-    /// Length of the character or reference at this place; 0 when the full reader has to look.
-    qsizetype lengthOfCharacter(qsizetype at) const;
-    /// A tag and the text before it.
-    bool take(QByteArrayView text, QByteArrayView tag);
     bool open(QByteArrayView name);
     bool close(QByteArrayView name, QByteArrayView text);
     void store(int element, QByteArrayView text);
@@ -32,6 +32,7 @@ private:
     };
 
     QByteArrayView m_data;
+    qsizetype m_textBegin = 0; ///< behind the last tag
     PostRow m_row;
     std::array<Open, deepest> m_path;
     int m_depth = 0;

@@ -1,5 +1,7 @@
 #include "model/StoredTexts.h"
 
+#include "text/XMLBytes.h"
+
 #include <expat.h>
 #include <limits>
 #include <memory>
@@ -7,11 +9,6 @@
 #include <vector>
 
 namespace {
-bool isForbiddenControl(uchar byte)
-{
-    return byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
-}
-
 QString decodedReference(QByteArrayView name)
 {
     if (name == "amp")
@@ -147,58 +144,12 @@ QString textOf(const std::optional<FoundText> &found, const QByteArray &original
         return decodedOnce(QByteArrayView(original).sliced(found->begin, found->end - found->begin));
     return found->parsed.isNull() ? QStringLiteral("") : found->parsed;
 }
-
-bool isUtf16(const QByteArray &data)
-{
-    return data.startsWith("\xFF\xFE") || data.startsWith("\xFE\xFF");
-}
 } // namespace
-
-QByteArray XMLBytes::legal(const QByteArray &data)
-{
-    if (isUtf16(data))
-        return data;
-    QByteArray legal = data;
-    for (qsizetype at = 0; at < data.size();) {
-        const int length = lengthOfCharacter(QByteArrayView(data).sliced(at));
-        if (length == 0)
-            legal[at] = uchar(data[at]) < 0x80 ? ' ' : '?';
-        at += qMax(length, 1);
-    }
-    return legal;
-}
-
-int XMLBytes::lengthOfCharacter(QByteArrayView text)
-{
-    const uchar *bytes = reinterpret_cast<const uchar *>(text.data());
-    const auto continues = [&](int at) { return at < text.size() && (bytes[at] & 0xC0) == 0x80; };
-    if (text.isEmpty())
-        return 0;
-    const uchar lead = bytes[0];
-    if (lead < 0x80)
-        return isForbiddenControl(lead) ? 0 : 1;
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return continues(1) ? 2 : 0;
-    if ((lead & 0xF0) == 0xE0) {
-        if (!continues(1) || !continues(2))
-            return 0;
-        const uint code = uint(lead & 0x0F) << 12 | uint(bytes[1] & 0x3F) << 6 | (bytes[2] & 0x3F);
-        const bool isAllowed = code >= 0x800 && (code < 0xD800 || code > 0xDFFF) && code < 0xFFFE;
-        return isAllowed ? 3 : 0;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        if (!continues(1) || !continues(2) || !continues(3))
-            return 0;
-        const uint code = uint(lead & 0x07) << 18 | uint(bytes[1] & 0x3F) << 12;
-        return code >= 0x10000 && code <= 0x10FFFF ? 4 : 0;
-    }
-    return 0;
-}
 
 StoredTexts StoredTexts::fromData(const QByteArray &original, const QByteArray &legal)
 {
     TextFinder finder;
-    finder.isUtf8 = !isUtf16(original);
+    finder.isUtf8 = !XMLBytes::isUtf16(original);
     run(finder, legal);
     return {textOf(finder.title, original, finder.isUtf8), textOf(finder.content, original, finder.isUtf8)};
 }

@@ -31,9 +31,9 @@ public:
     }
 
 private:
-    static constexpr qsizetype blockSize = 16;
+    static constexpr qsizetype blockSize = 64;
 
-    unsigned marksOfBlock() const
+    quint64 marksOfBlock() const
     {
         const qsizetype left = m_bytes.size() - m_block;
         if (left >= blockSize)
@@ -44,27 +44,35 @@ private:
         return marksOf(padded);
     }
 
-    /// A bit for each of sixteen bytes.
-    static unsigned marksOf(const char *bytes)
+    /// A bit for each byte of a block.
+    static quint64 marksOf(const char *bytes)
     {
-#ifdef __SSE2__
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes));
-        const auto is = [block](char wanted) { return _mm_cmpeq_epi8(block, _mm_set1_epi8(wanted)); };
-        // Bytes are signed here: those beyond ASCII are below the blank like the controls.
-        const __m128i others = _mm_cmplt_epi8(block, _mm_set1_epi8(' '));
-        return unsigned(_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(is('<'), is('>')), _mm_or_si128(is('&'), others))));
-#else
-        unsigned marks = 0;
-        for (qsizetype at = 0; at < blockSize; ++at) {
-            const uchar byte = uchar(bytes[at]);
-            const bool isMarked = byte == '<' || byte == '>' || byte == '&' || byte < ' ' || byte >= 0x80;
-            marks |= unsigned(isMarked) << at;
-        }
+        quint64 marks = 0;
+        for (qsizetype at = 0; at < blockSize; at += stepSize)
+            marks |= quint64(marksOfStep(bytes + at)) << at;
         return marks;
-#endif
     }
+
+#ifdef __SSE2__
+    static constexpr qsizetype stepSize = 16;
+    static unsigned marksOfStep(const char *bytes)
+    {
+        const __m128i step = _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes));
+        const auto is = [step](char wanted) { return _mm_cmpeq_epi8(step, _mm_set1_epi8(wanted)); };
+        // Bytes are signed here: those beyond ASCII are below the blank like the controls.
+        const __m128i others = _mm_cmplt_epi8(step, _mm_set1_epi8(' '));
+        return unsigned(_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(is('<'), is('>')), _mm_or_si128(is('&'), others))));
+    }
+#else
+    static constexpr qsizetype stepSize = 1;
+    static unsigned marksOfStep(const char *bytes)
+    {
+        const uchar byte = uchar(*bytes);
+        return byte == '<' || byte == '>' || byte == '&' || byte < ' ' || byte >= 0x80;
+    }
+#endif
 
     QByteArrayView m_bytes;
     qsizetype m_block = -blockSize;
-    unsigned m_marks = 0;
+    quint64 m_marks = 0;
 };
