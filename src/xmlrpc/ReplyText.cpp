@@ -103,12 +103,8 @@ bool isPlain(const QByteArray &charset)
 
 std::optional<ReplyText> ReplyText::fromData(const QByteArray &data, const QByteArray &charset)
 {
-    if (isPlain(charset)) {
-        const ReplyText text(data);
-        // What expat gets to see may have lost the byte that made a sequence invalid.
-        const bool isChanged = text.m_bytes.constData() != data.constData();
-        return isChanged && !data.isValidUtf8() ? std::nullopt : std::optional(text);
-    }
+    if (isPlain(charset))
+        return ReplyText(data);
     QStringDecoder decoder(charset.constData());
     if (!decoder.isValid())
         return std::nullopt;
@@ -118,10 +114,16 @@ std::optional<ReplyText> ReplyText::fromData(const QByteArray &data, const QByte
 
 ReplyText::ReplyText(const QByteArray &utf8)
     : m_bytes(utf8)
+    , m_start(leadingSpace(utf8))
 {
-    const char *const end = utf8.constData() + utf8.size();
-    const char *const bad = findForbidden(utf8.constData(), end);
-    if (bad != end)
-        m_bytes = withoutForbidden(utf8, bad);
-    m_start = leadingSpace(m_bytes);
+}
+
+bool ReplyText::dropForbidden()
+{
+    const char *const end = m_bytes.constData() + m_bytes.size();
+    const char *const bad = findForbidden(m_bytes.constData(), end);
+    if (bad == end)
+        return false;
+    *this = ReplyText(withoutForbidden(m_bytes, bad));
+    return true;
 }

@@ -4,11 +4,6 @@
 
 #include <expat.h>
 
-namespace {
-// A value in a struct stands in struct, member and value; some room is for what blogs put around.
-constexpr int MaximumElementDepth = XMLRPCEventBasedParserDelegate::MaximumDepth * 4;
-} // namespace
-
 XMLRPCEventBasedParser::XMLRPCEventBasedParser(QByteArrayView utf8)
     // The bytes are UTF-8 by now, whatever encoding the declaration of the document names.
     : m_utf8(utf8)
@@ -55,9 +50,7 @@ void XMLRPCEventBasedParser::didEndElement(void *self, const char *name)
 
 void XMLRPCEventBasedParser::foundCharacters(void *self, const char *characters, int length)
 {
-    auto *parser = static_cast<XMLRPCEventBasedParser *>(self);
-    if (parser->m_hasRoot)
-        parser->m_delegate.foundCharacters(characters, length);
+    static_cast<XMLRPCEventBasedParser *>(self)->m_delegate.foundCharacters({characters, size_t(length)});
 }
 
 void XMLRPCEventBasedParser::didStartDocumentType(void *self, const char *, const char *, const char *, int)
@@ -67,27 +60,20 @@ void XMLRPCEventBasedParser::didStartDocumentType(void *self, const char *, cons
 
 void XMLRPCEventBasedParser::startElement(std::string_view name)
 {
-    ++m_depth;
-    if (!m_hasRoot) {
-        m_isFault |= name == "fault";
-        m_hasRoot = name == "value";
-    }
-    if (m_hasRoot)
-        m_delegate.didStartElement(name);
+    m_delegate.didStartElement(replyElementNamed(name));
     checkLimits();
 }
 
 void XMLRPCEventBasedParser::endElement(std::string_view name)
 {
-    --m_depth;
     // Expat still reports the end of an empty element after it was told to stop.
-    if (m_hasRoot && m_error.isNull())
-        m_delegate.didEndElement(name);
+    if (m_error.isNull())
+        m_delegate.didEndElement(replyElementNamed(name));
 }
 
 void XMLRPCEventBasedParser::checkLimits()
 {
-    if (m_depth > MaximumElementDepth || m_delegate.isTooDeep()) {
+    if (m_delegate.isTooDeep()) {
         refuse(QStringLiteral("values are nested more than %1 deep").arg(XMLRPCEventBasedParserDelegate::MaximumDepth));
     } else if (m_delegate.hasTooManyValues()) {
         refuse(

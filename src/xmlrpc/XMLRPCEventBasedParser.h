@@ -7,7 +7,8 @@
 
 struct XML_ParserStruct;
 
-/// Reads one reply with expat. It finds the fault mark and the first `value`, and lets its delegate build from there.
+/// Reads one reply with expat and lets its delegate build the value. It is slower than PlainReplyScanner, but reads
+/// whatever XML allows and says what is wrong with the rest.
 ///
 /// A reply is foreign input: a document type, which could only bring entities, is refused, and so is whatever is nested
 /// beyond need. Expat's own limits against amplification stay at their defaults.
@@ -25,7 +26,7 @@ public:
     void abortParsing();
     /// Null when all went well.
     QString parserError() const { return m_error; }
-    bool isFault() const { return m_isFault; }
+    bool isFault() const { return m_delegate.isFault(); }
 
 private:
     static void didStartElement(void *self, const char *name, const char **attributes);
@@ -43,7 +44,4 @@ private:
     XML_ParserStruct *m_parser;
     XMLRPCEventBasedParserDelegate m_delegate;
     QString m_error;
-    int m_depth = 0; // of elements of any name
-    bool m_hasRoot = false;
-    bool m_isFault = false;
 };

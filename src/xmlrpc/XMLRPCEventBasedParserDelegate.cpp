@@ -17,66 +17,62 @@ std::vector<T> takeFrom(std::vector<T> &stack, size_t first)
 }
 } // namespace
 
-void XMLRPCEventBasedParserDelegate::didStartElement(std::string_view name)
+void XMLRPCEventBasedParserDelegate::didStartElement(ReplyElement element)
 {
-    if (m_isFinished)
+    ++m_elementDepth;
+    if (!m_hasRoot) {
+        m_isFault |= element == ReplyElement::Fault;
+        m_hasRoot = element == ReplyElement::Value;
+    }
+    if (!m_hasRoot || m_isFinished)
         return;
-    if (name == "value")
-        open(String);
-    else if (name == "member")
-        open(Member);
-    else if (name == "name")
-        open(Name);
-    else if (name == "string")
-        setType(String);
-    else if (name == "struct")
-        setType(Dictionary);
-    else if (name == "array")
-        setType(Array);
-    else if (name == "int" || name == "i4")
-        setType(Integer);
-    else if (name == "dateTime.iso8601")
-        setType(Date);
-    else if (name == "boolean")
-        setType(Boolean);
-    else if (name == "double")
-        setType(Double);
-    else if (name == "base64")
-        setType(Data);
+    switch (element) {
+    case ReplyElement::Other:
+    case ReplyElement::Fault:
+        break;
+    case ReplyElement::Value:
+        ++m_depth;
+        ++m_count;
+        open(ReplyElement::String);
+        break;
+    case ReplyElement::Member:
+    case ReplyElement::Name:
+        open(element);
+        break;
+    default:
+        setType(element);
+    }
 }
 
-void XMLRPCEventBasedParserDelegate::didEndElement(std::string_view name)
+void XMLRPCEventBasedParserDelegate::didEndElement(ReplyElement element)
 {
-    if (m_isFinished)
+    --m_elementDepth;
+    if (!m_hasRoot || m_isFinished)
         return;
-    m_depth -= name == "value" ? 1 : 0;
-    if (name == "value" || name == "member" || name == "name")
+    m_depth -= element == ReplyElement::Value ? 1 : 0;
+    if (element == ReplyElement::Value || element == ReplyElement::Member || element == ReplyElement::Name)
         close();
 }
 
-void XMLRPCEventBasedParserDelegate::foundCharacters(const char *characters, qsizetype length)
+void XMLRPCEventBasedParserDelegate::foundCharacters(std::string_view utf8)
 {
-    if (!m_isFinished && m_nodes.back().type > Member)
-        m_text.append(characters, size_t(length));
+    if (m_hasRoot && !m_isFinished && m_nodes.back().type >= ReplyElement::Name)
+        m_text.append(utf8);
 }
 
-void XMLRPCEventBasedParserDelegate::open(ElementType type)
+void XMLRPCEventBasedParserDelegate::open(ReplyElement type)
 {
-    const int isValue = type == String;
-    m_depth += isValue;
-    m_count += isValue;
-    Node &node = m_nodes.emplace_back();
-    node.type = type;
-    node.firstItem = m_items.size();
-    node.firstMember = m_members.size();
-    node.firstCharacter = m_text.size();
+    const bool isMember = type == ReplyElement::Member;
+    if (isMember)
+        m_members.emplace_back();
+    m_nodes.push_back({type, isMember, m_items.size(), m_members.size(), m_text.size()});
 }
 
-void XMLRPCEventBasedParserDelegate::setType(ElementType type)
+void XMLRPCEventBasedParserDelegate::setType(ReplyElement type)
 {
     Node &node = m_nodes.back();
     node.type = type;
-    if (type == Array || type == Dictionary)
+    if (type == ReplyElement::Array || type == ReplyElement::Struct)
         dropContents(node);
 }
 
@@ -89,43 +85,56 @@ void XMLRPCEventBasedParserDelegate::dropContents(const Node &node)
 
 void XMLRPCEventBasedParserDelegate::close()
 {
-    Node node = std::move(m_nodes.back());
+    const Node node = m_nodes.back();
     m_nodes.pop_back();
-    if (node.type == Name && !m_nodes.empty() && m_nodes.back().type == Member) {
-        m_nodes.back().key = string(trimmedText(node));
+    if (node.isMember) {
+        closeMember(node);
+        return;
+    }
+    if (node.type == ReplyElement::Name && m_nodes.back().type == ReplyElement::Member) {
+        memberOf(m_nodes.back()).first = string(trimmedText(node));
         dropContents(node);
         return;
     }
     XMLRPCValue value = finishedValue(node);
     dropContents(node);
+    addToParent(std::move(value));
+}
+
+void XMLRPCEventBasedParserDelegate::closeMember(const Node &node)
+{
+    // An array or the like may stand in a member without a value around.
+    if (node.type != ReplyElement::Member)
+        memberOf(node).second = finishedValue(node);
+    else if (memberOf(node).second.isAbsent())
+        memberOf(node).second = QStringLiteral("");
+    dropContents(node);
+    if (m_nodes.back().type == ReplyElement::Struct && !m_members.back().first.isNull())
+        return; // it is where it belongs
+    XMLRPCValue value = std::move(m_members.back().second);
+    m_members.pop_back();
+    addToParent(std::move(value));
+}
+
+void XMLRPCEventBasedParserDelegate::addToParent(XMLRPCValue value)
+{
     if (m_nodes.empty()) {
         m_root = std::move(value);
         m_isFinished = true;
-    } else {
-        addToParent(node, std::move(value));
+    } else if (m_nodes.back().type == ReplyElement::Member) {
+        memberOf(m_nodes.back()).second = std::move(value);
+    } else if (m_nodes.back().type == ReplyElement::Array) {
+        m_items.push_back(std::move(value));
     }
 }
 
-void XMLRPCEventBasedParserDelegate::addToParent(Node &node, XMLRPCValue value)
-{
-    Node &parent = m_nodes.back();
-    if (parent.type == Member)
-        parent.value = std::move(value);
-    else if (parent.type == Array)
-        m_items.push_back(std::move(value));
-    else if (parent.type == Dictionary && !node.key.isNull())
-        m_members.emplace_back(std::move(node.key), std::move(value));
-}
-
-XMLRPCValue XMLRPCEventBasedParserDelegate::finishedValue(Node &node)
+XMLRPCValue XMLRPCEventBasedParserDelegate::finishedValue(const Node &node)
 {
     switch (node.type) {
-    case Array:
+    case ReplyElement::Array:
         return takeFrom(m_items, node.firstItem);
-    case Dictionary:
+    case ReplyElement::Struct:
         return XMLRPCStruct::fromReply(takeFrom(m_members, node.firstMember));
-    case Member:
-        return node.value.isAbsent() ? XMLRPCValue(QStringLiteral("")) : std::move(node.value);
     default:
         return finishedScalar(node);
     }
@@ -135,17 +144,17 @@ XMLRPCValue XMLRPCEventBasedParserDelegate::finishedScalar(const Node &node)
 {
     const std::string_view text = trimmedText(node);
     switch (node.type) {
-    case Integer:
+    case ReplyElement::Integer:
         return ReplyScalars::integer(text);
-    case Double:
+    case ReplyElement::Double:
         return ReplyScalars::number(text);
-    case Boolean:
+    case ReplyElement::Boolean:
         return text == "1";
-    case Date: {
+    case ReplyElement::Date: {
         const QDateTime date = ReplyScalars::date(text);
         return date.isValid() ? XMLRPCValue(date) : XMLRPCValue(XMLRPCValue::Null());
     }
-    case Data:
+    case ReplyElement::Data:
         return Base64::decoded(QByteArrayView(text.data(), qsizetype(text.size())));
     default:
         return string(text);

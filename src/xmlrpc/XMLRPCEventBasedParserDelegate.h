@@ -1,13 +1,15 @@
 #pragma once
 
+#include "xmlrpc/ReplyElement.h"
 #include "xmlrpc/ShortTexts.h"
 #include "xmlrpc/XMLRPCValue.h"
 
 #include <string>
 #include <string_view>
 
-/// Builds the value tree of a reply from the events of an XML parser. It keeps one node for each open `value`, `member`
-/// and `name`; elements that it does not know are passed over.
+/// Builds the value tree of a reply from the events of an XML parser. It looks for the fault mark and the first
+/// `value`, and keeps one node for each open `value`, `member` and `name` in there; elements that it does not know are
+/// passed over.
 ///
 /// Finished elements, members and text of all open nodes lie in three common stacks; a node knows where its own part
 /// begins. So every array and struct is allocated once, at its final size, and depth costs no recursion.
@@ -16,36 +18,38 @@ public:
     static constexpr int MaximumDepth = 256; ///< of values in values
     static constexpr qsizetype MaximumValues = 2'000'000; ///< an empty value costs far more in memory than in the reply
 
-    /// The first call has to open the root `value`.
-    void didStartElement(std::string_view name);
-    void didEndElement(std::string_view name);
-    void foundCharacters(const char *characters, qsizetype length);
+    void didStartElement(ReplyElement element);
+    void didEndElement(ReplyElement element);
+    void foundCharacters(std::string_view utf8);
 
-    bool isFinished() const { return m_isFinished; } ///< the root has closed
-    bool isTooDeep() const { return m_depth > MaximumDepth; }
+    bool isTooDeep() const { return m_depth > MaximumDepth || m_elementDepth > MaximumElementDepth; }
     bool hasTooManyValues() const { return m_count > MaximumValues; }
+    bool isFault() const { return m_isFault; }
     XMLRPCValue takeElementValue() { return std::move(m_root); }
 
 private:
-    enum ElementType : quint8 { Array, Dictionary, Member, Name, Integer, Double, Boolean, String, Date, Data };
+    // A value in a struct stands in struct, member and value; some room is for what blogs put around.
+    static constexpr int MaximumElementDepth = MaximumDepth * 4;
+
     struct Node {
-        ElementType type = String;
+        ReplyElement type = ReplyElement::String;
+        bool isMember = false; // its key and value are the last of m_members before its own
         size_t firstItem = 0;
         size_t firstMember = 0;
         size_t firstCharacter = 0;
-        QString key; // of a member
-        XMLRPCValue value; // of a member
     };
 
-    void open(ElementType type);
+    void open(ReplyElement type);
     void close();
-    void setType(ElementType type);
+    void setType(ReplyElement type);
     void dropContents(const Node &node);
-    XMLRPCValue finishedValue(Node &node);
-    XMLRPCValue finishedScalar(const Node &node);
     std::string_view trimmedText(const Node &node) const;
+    XMLRPCValue finishedValue(const Node &node);
+    XMLRPCValue finishedScalar(const Node &node);
     QString string(std::string_view utf8);
-    void addToParent(Node &node, XMLRPCValue value);
+    XMLRPCStruct::Member &memberOf(const Node &node) { return m_members[node.firstMember - 1]; }
+    void closeMember(const Node &node);
+    void addToParent(XMLRPCValue value);
 
     std::vector<Node> m_nodes;
     XMLRPCArray m_items;
@@ -53,7 +57,10 @@ private:
     std::string m_text;
     ShortTexts m_shortTexts;
     XMLRPCValue m_root;
-    int m_depth = 0;
+    int m_elementDepth = 0; // of elements of any name
+    int m_depth = 0; // of values
     qsizetype m_count = 0;
-    bool m_isFinished = false;
+    bool m_isFault = false;
+    bool m_hasRoot = false;
+    bool m_isFinished = false; // the root has closed
 };

@@ -1,5 +1,6 @@
 #include "xmlrpc/XMLRPCResponse.h"
 
+#include "xmlrpc/PlainReplyScanner.h"
 #include "xmlrpc/ReplyText.h"
 #include "xmlrpc/XMLRPCEventBasedParser.h"
 
@@ -19,21 +20,37 @@ QString summary(const XMLRPCValue &value)
 
 std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(const QByteArray &data, const QByteArray &charset)
 {
-    const std::optional<ReplyText> text = ReplyText::fromData(data, charset);
+    std::optional<ReplyText> text = ReplyText::fromData(data, charset);
     if (!text)
         return nullptr;
-    XMLRPCEventBasedParser parser(text->view());
-    XMLRPCValue object = parser.parse();
-    // Expat has refused what is not UTF-8, so only a failure leaves the question what was wrong.
-    if (!parser.parserError().isNull() && !text->view().isValidUtf8())
-        return nullptr;
-
     const std::shared_ptr<XMLRPCResponse> response(new XMLRPCResponse);
+    if (!response->scan(text->view())) {
+        // The scanner refuses whatever is not UTF-8 or forbidden, so that only now such bytes have to be looked for.
+        if (!text->view().isValidUtf8())
+            return nullptr;
+        if (!text->dropForbidden() || !response->scan(text->view()))
+            response->parse(text->view());
+    }
     response->m_body = text->view().first(std::min(text->view().size(), KeptBody)).toByteArray();
-    response->m_object = std::move(object);
-    response->m_parseError = parser.parserError();
-    response->m_isFault = parser.isFault();
     return response;
+}
+
+bool XMLRPCResponse::scan(QByteArrayView utf8)
+{
+    std::optional<PlainReplyScanner::Reply> reply = PlainReplyScanner(utf8).scan();
+    if (!reply)
+        return false;
+    m_object = std::move(reply->object);
+    m_isFault = reply->isFault;
+    return true;
+}
+
+void XMLRPCResponse::parse(QByteArrayView utf8)
+{
+    XMLRPCEventBasedParser parser(utf8);
+    m_object = parser.parse();
+    m_parseError = parser.parserError();
+    m_isFault = parser.isFault();
 }
 
 qint64 XMLRPCResponse::faultCode() const

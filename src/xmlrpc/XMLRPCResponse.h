@@ -22,6 +22,8 @@ public:
 
 private:
     XMLRPCResponse() = default;
+    bool scan(QByteArrayView utf8);
+    void parse(QByteArrayView utf8);
     QByteArray m_body;
     XMLRPCValue m_object;
     QString m_parseError;
