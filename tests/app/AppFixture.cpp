@@ -1,14 +1,12 @@
 #include "AppFixture.h"
 
 #include <QCoroTask>
-#include <QDirIterator>
 
 AppFixture::AppFixture()
 {
     network.addHost(u"icons.test"_qs, icons);
+    network.addHost(other.host(), other);
 }
-
-AppFixture::~AppFixture() = default;
 
 QString AppFixture::storedSelection()
 {
@@ -33,6 +31,25 @@ void AppFixture::launch()
     QCoro::waitFor(m_app->applicationDidFinishLaunching());
 }
 
+void AppFixture::launchWithBlog(const QString &password)
+{
+    seedAccount(u"Blog"_qs, blog.url(), password);
+    launch();
+}
+
+void AppFixture::logInto(const FakeBlog &blog)
+{
+    m_app->connectToBlogURL(blog.url());
+    m_app->didEntryUsernameAndPassword(blog.user, blog.password);
+}
+
+void AppFixture::removeAccount(const AccountPtr &account)
+{
+    m_app->managedObjectContext()->deleteAccount(account);
+    QVERIFY(m_app->managedObjectContext()->save().has_value());
+    m_app->didRemoveAccount(account);
+}
+
 void AppFixture::quit()
 {
     compose.post.reset();
@@ -44,8 +61,7 @@ void AppFixture::connectBlog()
 {
     m_app->newAccount();
     prompts.closeIntro();
-    m_app->connectToBlogURL(blog.url());
-    m_app->didEntryUsernameAndPassword(blog.user, blog.password);
+    logInto(blog);
     QTRY_VERIFY(prompts.journal.contains(u"connected: "_qs + blog.title));
     QTRY_VERIFY(!m_app->wordpressService()->isSyncing());
 }
@@ -84,21 +100,4 @@ LocalPostPtr AppFixture::rowTitled(const QString &title) const
 QString AppFixture::postsFolder(const QString &alias) const
 {
     return files.blogPath(alias) + u"/posts"_qs;
-}
-
-QStringList AppFixture::postFiles(const QString &alias) const
-{
-    const QDir posts(postsFolder(alias));
-    QStringList found;
-    QDirIterator walk(posts.path(), QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext())
-        found.append(posts.relativeFilePath(walk.next()));
-    found.sort();
-    return found;
-}
-
-QByteArray AppFixture::read(const QString &alias, const QString &file) const
-{
-    QFile opened(postsFolder(alias) + u'/' + file);
-    return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
 }

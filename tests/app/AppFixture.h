@@ -6,35 +6,25 @@
 #include "support/FakePostList.h"
 #include "support/FakePrompts.h"
 #include "support/FakeSelector.h"
-
-#include <QTest>
-
-/// The host of icons: no icon for any blog, unless a test gives it one.
-class FakeIcons : public FakeHost {
-public:
-    FakeAnswer answer(const FakeRequest &request) override
-    {
-        asked.append(request.request.url().toString());
-        FakeAnswer answer;
-        answer.status = icon.isEmpty() ? 404 : 200;
-        answer.body = icon;
-        return answer;
-    }
-    QStringList asked;
-    QByteArray icon;
-};
+#include "support/Files.h"
+#include "support/TestClasses.h"
 
 /// The real controller over pretended windows and a pretended platform.
 class AppFixture : public FakePlatform {
 public:
     AppFixture();
-    ~AppFixture();
 
     QString storedSelection(); ///< the alias of the account that the store says is selected
 
     void launch();
+    /// Launches with one account, "Blog", of the blog.
+    void launchWithBlog(const QString &password = u"secret"_qs);
     void quit();
-    /// Types the address, the user and the password of the blog, and waits until it is connected.
+    /// Types the address, the user and the password.
+    void logInto(const FakeBlog &blog);
+    /// Takes the account away, as the preferences do.
+    void removeAccount(const AccountPtr &account);
+    /// Logs into the blog, and waits until it is connected.
     void connectBlog();
 
     /// Writes a new post the way the compose screen does; gives the working post.
@@ -45,11 +35,15 @@ public:
 
     QString postsFolder(const QString &alias) const;
     /// The post files of a blog, by their path below its folder of posts.
-    QStringList postFiles(const QString &alias) const;
-    QByteArray read(const QString &alias, const QString &file) const;
+    QStringList postFiles(const QString &alias) const { return filesBelow(postsFolder(alias)); }
+    QByteArray read(const QString &alias, const QString &file) const
+    {
+        return contentsOf(postsFolder(alias) + u'/' + file);
+    }
     ZLAppDelegate &app() { return *m_app; }
 
-    FakeIcons icons;
+    FakeBlog other{u"other.test"_qs}; ///< a second blog, without an account unless a test seeds one
+    FixedHost icons{{404}};
     bool hasSecretService = true;
     bool isKeychainLocked = false;
     FakePrompts prompts;

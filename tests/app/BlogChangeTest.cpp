@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
 
 namespace {
 
@@ -7,7 +6,6 @@ namespace {
 struct TwoBlogs : AppFixture {
     TwoBlogs()
     {
-        network.addHost(other.host(), other);
         seedAccount(u"First"_qs, blog.url());
         seedAccount(u"Second"_qs, other.url());
         for (const QString &alias : {u"First"_qs, u"Second"_qs}) {
@@ -17,7 +15,6 @@ struct TwoBlogs : AppFixture {
         }
         launch();
     }
-    FakeBlog other{u"other.test"_qs};
 };
 
 } // namespace

@@ -1,7 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
-
-Q_DECLARE_METATYPE(XMLRPCValue)
 
 class ConnectionTest : public QObject {
     Q_OBJECT
@@ -71,13 +68,8 @@ private Q_SLOTS:
 
     void readsTheOptions_data()
     {
-        QTest::addColumn<QString>("option");
-        QTest::addColumn<XMLRPCValue>("value");
-        QTest::addColumn<QString>("alias");
-        QTest::addColumn<QString>("url");
         const QString user = u"ada"_qs, typed = u"http://blog.test"_qs;
-        const auto row = [](const char *name, const QString &option, const XMLRPCValue &value, const QString &alias,
-                             const QString &url) { QTest::newRow(name) << option << value << alias << url; };
+        const TestTable<QString, XMLRPCValue, QString, QString> row({"option", "value", "alias", "url"});
         row("title with entities", u"blog_title"_qs, u"Tom &amp; Ada&#039;s"_qs, u"Tom & Ada's"_qs, typed);
         row("no title", u"blog_title"_qs, QString(u""_qs), user, typed);
         row("title that climbs out", u"blog_title"_qs, u"../../outside"_qs, user, typed);
@@ -91,15 +83,13 @@ private Q_SLOTS:
     {
         QFETCH(QString, option);
         QFETCH(XMLRPCValue, value);
-        QFETCH(QString, alias);
         QFETCH(QString, url);
         AppFixture fixture;
         fixture.launch();
         fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCStruct{{option, XMLRPCStruct{{u"value"_qs, value}}}});
-        fixture.app().connectToBlogURL(fixture.blog.url());
-        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        fixture.logInto(fixture.blog);
         QTRY_COMPARE(fixture.app().accounts().size(), 1);
-        QCOMPARE(fixture.app().getBlogName(), alias);
+        QTEST(fixture.app().getBlogName(), "alias");
         QCOMPARE(fixture.app().selectedAccount()->url, url);
         // What the options do not tell has a workable value.
         QCOMPARE(fixture.app().selectedAccount()->preferences->feature_image_width, 640);
@@ -126,10 +116,7 @@ private Q_SLOTS:
         fixture.launch();
         fixture.connectBlog();
         QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>kept</p>"_qs));
-        const AccountPtr account = fixture.app().selectedAccount();
-        fixture.app().managedObjectContext()->deleteAccount(account);
-        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-        fixture.app().didRemoveAccount(account);
+        fixture.removeAccount(fixture.app().selectedAccount());
         QCOMPARE(fixture.app().posts().size(), 0);
         fixture.prompts.takeJournal();
         fixture.connectBlog();
@@ -157,31 +144,14 @@ private Q_SLOTS:
         QVERIFY(!fixture.prompts.journal.contains(u"intro"_qs)); // only without any account
     }
 
-    void replyThatIsNoDictionary()
-    {
-        AppFixture fixture;
-        fixture.launch();
-        fixture.blog.answerWith(u"wp.getOptions"_qs, XMLRPCValue(u"hello"_qs));
-        fixture.app().connectToBlogURL(fixture.blog.url());
-        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
-        QTRY_COMPARE(fixture.prompts.journal.last(), u"intro"_qs);
-        QVERIFY(
-            fixture.prompts.journal.at(1).startsWith(u"ask: Whoops! Sorry but something went wrong with the XML-RPC"));
-        QCOMPARE(fixture.app().accounts().size(), 0);
-    }
-
     void givingUpReturnsToTheEarlierBlog()
     {
         AppFixture fixture;
-        FakeBlog slow(u"slow.test"_qs);
-        fixture.network.addHost(slow.host(), slow);
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        fixture.launchWithBlog();
         ZLWordpressService *const before = fixture.app().wordpressService();
 
-        slow.answerLate(u"wp.getOptions"_qs);
-        fixture.app().connectToBlogURL(slow.url());
-        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        fixture.other.answerLate(u"wp.getOptions"_qs);
+        fixture.logInto(fixture.other);
         QTRY_COMPARE(fixture.network.heldCount(), 1);
         fixture.app().cancelConnecting();
         QCOMPARE(fixture.app().wordpressService(), before);
@@ -198,32 +168,27 @@ private Q_SLOTS:
     void goesToTheBlogThatAnswers()
     {
         AppFixture fixture;
-        FakeBlog slow(u"slow.test"_qs);
-        fixture.network.addHost(slow.host(), slow);
         fixture.seedAccount(u"First"_qs, fixture.blog.url());
         fixture.seedAccount(u"Second"_qs, fixture.blog.url());
         fixture.launch();
-        slow.answerLate(u"wp.getOptions"_qs);
-        fixture.app().connectToBlogURL(slow.url());
-        fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+        fixture.other.answerLate(u"wp.getOptions"_qs);
+        fixture.logInto(fixture.other);
         QTRY_COMPARE(fixture.network.heldCount(), 1);
         fixture.app().selectorDidChange(2); // meanwhile
         fixture.network.release();
-        QTRY_COMPARE(fixture.app().getBlogName(), slow.title);
-        QCOMPARE(fixture.app().blogURL(), QUrl(slow.url()));
+        QTRY_COMPARE(fixture.app().getBlogName(), fixture.other.title);
+        QCOMPARE(fixture.app().blogURL(), QUrl(fixture.other.url()));
         const ZLWordpressService *service = fixture.app().wordpressService();
-        QCOMPARE(service->blogApiURL(), QUrl(slow.url() + u"/xmlrpc.php"_qs));
+        QCOMPARE(service->blogApiURL(), QUrl(fixture.other.url() + u"/xmlrpc.php"_qs));
         QCOMPARE(service->account, fixture.app().selectedAccount());
     }
 
     void removesAnAccount_data()
     {
-        QTest::addColumn<int>("current");
-        QTest::addColumn<int>("removed");
-        QTest::addColumn<QString>("left");
-        QTest::newRow("the current one, not the first") << 1 << 1 << u"First"_qs;
-        QTest::newRow("another one") << 1 << 2 << u"First"_qs;
-        QTest::newRow("the first") << 0 << 0 << u"Second"_qs;
+        const TestTable<int, int, QString> row({"current", "removed", "left"});
+        row("the current one, not the first", 1, 1, u"First"_qs);
+        row("another one", 1, 2, u"First"_qs);
+        row("the first", 0, 0, u"Second"_qs);
     }
 
     void removesAnAccount()
@@ -238,10 +203,7 @@ private Q_SLOTS:
         fixture.app().selectAccount(fixture.app().accounts().at(current));
         fixture.compose.post->status = ZLWordpressPost::Publish;
 
-        const AccountPtr gone = fixture.app().accounts().at(removed);
-        fixture.app().managedObjectContext()->deleteAccount(gone);
-        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-        fixture.app().didRemoveAccount(gone);
+        fixture.removeAccount(fixture.app().accounts().at(removed));
         QCOMPARE(fixture.app().getBlogName(), left);
         QCOMPARE(fixture.selector.title, left);
         QCOMPARE(fixture.selector.items.size(), 2);
@@ -259,13 +221,9 @@ private Q_SLOTS:
     void removesTheLastAccount()
     {
         AppFixture fixture;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        fixture.launchWithBlog();
         QVERIFY(fixture.writePost(u"Mine"_qs, u"<p>x</p>"_qs));
-        const AccountPtr account = fixture.app().selectedAccount();
-        fixture.app().managedObjectContext()->deleteAccount(account);
-        QVERIFY(fixture.app().managedObjectContext()->save().has_value());
-        fixture.app().didRemoveAccount(account);
+        fixture.removeAccount(fixture.app().selectedAccount());
         QVERIFY(!fixture.selector.isShown);
         QCOMPARE(fixture.prompts.journal.last(), u"intro"_qs);
         QCOMPARE(fixture.app().posts().size(), 0);
@@ -275,27 +233,23 @@ private Q_SLOTS:
 
     void fetchesTheIcon_data()
     {
-        QTest::addColumn<QByteArray>("icon");
-        QTest::addColumn<bool>("isStored");
-        QTest::newRow("picture") << QByteArray("\x89PNG picture") << true;
-        QTest::newRow("page instead of a picture") << QByteArray("<html>sorry</html>") << true;
-        QTest::newRow("none") << QByteArray() << false;
+        const TestTable<QByteArray, bool> row({"icon", "isStored"});
+        row("picture", "\x89PNG picture", true);
+        row("page instead of a picture", "<html>sorry</html>", true);
+        row("none", {}, false);
     }
 
     void fetchesTheIcon()
     {
         QFETCH(QByteArray, icon);
-        QFETCH(bool, isStored);
         AppFixture fixture;
-        fixture.icons.icon = icon;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        if (!icon.isEmpty())
+            fixture.icons.next = {200, icon};
+        fixture.launchWithBlog();
         const QString path = fixture.files.faviconPathWithBlogName(u"Blog"_qs);
         QTRY_VERIFY(QFile::exists(path));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray stored = file.readAll();
-        QCOMPARE(stored == icon, isStored);
+        const QByteArray stored = contentsOf(path);
+        QTEST(stored == icon, "isStored");
         QCOMPARE(stored.startsWith("\x89PNG"), !icon.startsWith('<'));
         QCOMPARE(fixture.icons.asked, QStringList{u"http://icons.test/http://blog.test?defaulticon=none"_qs});
         if (icon.startsWith("\x89PNG"))

@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
 
 class LaunchTest : public QObject {
     Q_OBJECT
@@ -148,10 +147,7 @@ private Q_SLOTS:
     {
         AppFixture fixture;
         const QString path = fixture.files.applicationFilesDirectory();
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        writeFile(path);
 
         fixture.launch();
         QCOMPARE(fixture.prompts.journal.value(0),

@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
 
 #include <QCoroTask>
 #include <QSignalSpy>
@@ -47,20 +46,14 @@ struct ConnectedBlog : AppFixture {
 struct SecondBlog : ConnectedBlog {
     SecondBlog()
     {
-        network.addHost(other.host(), other);
         seedAccount(u"Other"_qs, other.url());
         start();
     }
-    FakeBlog other{u"other.test"_qs};
 };
 
 void addOutcomeColumns()
 {
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("daysAhead");
-    QTest::addColumn<int>("rowStatus");
-    QTest::addColumn<QString>("message");
+    addColumns<int, int, int, int, QString>({"status", "type", "daysAhead", "rowStatus", "message"});
 }
 
 constexpr int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
@@ -91,8 +84,6 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(int, type);
         QFETCH(int, daysAhead);
-        QFETCH(int, rowStatus);
-        QFETCH(QString, message);
         ConnectedBlog fixture;
         fixture.start();
         const PostPtr post = fixture.writePost(u"Title & more"_qs, u"<p>text</p>"_qs);
@@ -104,9 +95,9 @@ private Q_SLOTS:
         fixture.send(post, ZLWordpressService::NewPost);
 
         const QString id = fixture.blog.posts.firstKey();
-        QCOMPARE(row->status, rowStatus);
+        QTEST(row->status, "rowStatus");
         QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-        QCOMPARE(fixture.titlesDelivered(), message);
+        QTEST(fixture.titlesDelivered(), "message");
         QCOMPARE(fixture.notifications.delivered.first().subtitle, u"on Blog"_qs);
         QCOMPARE(fixture.notifications.delivered.first().URL.isEmpty(), status == ZLWordpressPost::Draft);
         QVERIFY(fixture.workspace.opened.isEmpty());
@@ -168,8 +159,6 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(int, type);
         QFETCH(int, daysAhead);
-        QFETCH(int, rowStatus);
-        QFETCH(QString, message);
         ConnectedBlog fixture;
         const bool isPage = type == ZLWordpressPost::Page;
         const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs, isPage ? u"page"_qs : u"post"_qs).id;
@@ -184,9 +173,9 @@ private Q_SLOTS:
         fixture.send(post, ZLWordpressService::Update);
 
         QCOMPARE(fixture.blog.posts[id].content, u"<p>other text</p>"_qs);
-        QCOMPARE(row->status, rowStatus);
+        QTEST(row->status, "rowStatus");
         QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-        QCOMPARE(fixture.titlesDelivered(), message);
+        QTEST(fixture.titlesDelivered(), "message");
         QVERIFY(fixture.workspace.opened.isEmpty()); // not after an update
         const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
         QVERIFY(has(file, u"<title>New</title><content>&lt;p&gt;other text&lt;/p&gt;</content>"_qs));
@@ -230,8 +219,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>(
             "late"); // the call whose answer comes after the change; none: a picture is being read
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("said");
+        addColumns<int, QString>({"kind", "said"});
         const QString notSent =
             u"error: “On its way” was not sent, because another blog was chosen before its pictures "
             "were there."_qs;
@@ -250,12 +238,9 @@ private Q_SLOTS:
         QFETCH(int, kind);
         QFETCH(QString, said);
         SecondBlog fixture;
-        QDir().mkpath(fixture.files.cacheFolder());
-        QFile picture(fixture.files.cacheFolder() + u"/a.gif"_qs);
-        QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write("GIF89a") > 0);
-        picture.close();
-        const PostPtr post =
-            fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture.fileName()));
+        const QString picture = fixture.files.cacheFolder() + u"/a.gif"_qs;
+        writeFile(picture, "GIF89a");
+        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture));
         // A post of the same number is on the other blog.
         post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
         QSignalSpy failed(&fixture.app().notifications(), &ZLNotifications::didFailToUploadPost);
@@ -311,9 +296,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(fixture.postsFolder(u"Blog"_qs) + u"/p%1/post.zalmo/in the way"_qs.arg(id)));
         fixture.network.release();
         QTRY_COMPARE(fixture.list.updated.size(), 1);
-        QFile file(before);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
+        const QByteArray bytes = contentsOf(before);
         QVERIFY(has(bytes, u"<title>Kept</title>"_qs) && has(bytes, u"<id>%1</id><status>publish</status>"_qs.arg(id)));
         fixture.app().reloadPostsList();
         QCOMPARE(fixture.rowTitled(u"Kept"_qs)->localFile.toLocalFile(), before);

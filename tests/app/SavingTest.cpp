@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
 
 #include <QCoroTask>
 #include <QSqlQuery>
@@ -10,8 +9,7 @@ namespace {
 struct UnwritablePost : AppFixture {
     UnwritablePost()
     {
-        seedAccount(u"Blog"_qs, blog.url());
-        launch();
+        launchWithBlog();
         (void)writePost(u"Mine"_qs, u"<p>x</p>"_qs);
         const QUrl file = app().posts().first()->localFile;
         compose.document = QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(file)).value();
@@ -23,8 +21,7 @@ struct UnwritablePost : AppFixture {
         const QString folder = QFileInfo(path).path();
         if (broken) {
             QVERIFY(QDir().rename(folder, folder + u".away"_qs));
-            QFile blocker(folder);
-            QVERIFY(blocker.open(QIODevice::WriteOnly));
+            writeFile(folder);
         } else {
             QVERIFY(QFile::remove(folder));
             QVERIFY(QDir().rename(folder + u".away"_qs, folder));
@@ -55,9 +52,7 @@ private Q_SLOTS:
         QVERIFY(fixture.prompts.journal.last().contains(fixture.path));
         fixture.setBroken(false);
         fixture.type(u"<p>three</p>"_qs);
-        QFile file(fixture.path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.readAll().contains("three"));
+        QVERIFY(contentsOf(fixture.path).contains("three"));
         fixture.setBroken(true);
         fixture.type(u"<p>four</p>"_qs);
         QCOMPARE(fixture.alerts(), 2);
@@ -66,26 +61,23 @@ private Q_SLOTS:
 
     void asksBeforeQuittingWithUnsavedText_data()
     {
-        QTest::addColumn<bool>("isBroken");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("quits");
-        QTest::newRow("all saved") << false << 1 << true;
-        QTest::newRow("quit anyway") << true << 0 << true;
-        QTest::newRow("stay") << true << 1 << false;
+        const TestTable<bool, int, bool> row({"isBroken", "answer", "quits"});
+        row("all saved", false, 1, true);
+        row("quit anyway", true, 0, true);
+        row("stay", true, 1, false);
     }
 
     void asksBeforeQuittingWithUnsavedText()
     {
         QFETCH(bool, isBroken);
         QFETCH(int, answer);
-        QFETCH(bool, quits);
         UnwritablePost fixture;
         if (isBroken)
             fixture.setBroken(true);
         fixture.compose.document->post.content = u"<p>typed</p>"_qs;
         fixture.compose.document->updateChangeCount();
         fixture.prompts.answers = {answer};
-        QCOMPARE(QCoro::waitFor(fixture.app().applicationShouldTerminate()), quits);
+        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
         QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
         if (isBroken)
             fixture.setBroken(false);
@@ -94,8 +86,7 @@ private Q_SLOTS:
     void quitsWhateverTheAnswerWhenTheStoreFails()
     {
         AppFixture fixture;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        fixture.launchWithBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
         fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
         // Something has damaged the store.

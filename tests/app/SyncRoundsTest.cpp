@@ -1,5 +1,4 @@
 #include "AppFixture.h"
-#include "support/TestClasses.h"
 
 #include <QCoroTask>
 
@@ -12,8 +11,7 @@ private Q_SLOTS:
         fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
         fixture.blog.addPost(u"About"_qs, u"<p>me</p>"_qs, u"page"_qs);
         fixture.blog.addTerm(u"post_tag"_qs, u"R&D"_qs);
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        fixture.launchWithBlog();
         QVERIFY(fixture.list.isSyncing);
         QTRY_VERIFY(!fixture.list.isSyncing);
         QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Published));
@@ -65,8 +63,7 @@ private Q_SLOTS:
         AppFixture fixture;
         FakeBlog::Post &post = fixture.blog.addPost(u"Hello"_qs, u"<p>first</p>"_qs);
         const QString id = post.id;
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        fixture.launch();
+        fixture.launchWithBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
 
         // The writer has typed, and the file does not know it yet.

@@ -13,9 +13,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTest>
 
-static const QString service = QStringLiteral("com.zalmo.Zalmo");
+static const QString service = u"com.zalmo.Zalmo"_qs;
 
 class TestPlatform : public QObject {
     Q_OBJECT
@@ -23,23 +22,20 @@ class TestPlatform : public QObject {
 private Q_SLOTS:
     void postFoldersStayInside_data()
     {
-        QTest::addColumn<QString>("alias");
-        QTest::addColumn<QString>("id");
+        addColumns<QString, QString>({"alias", "id"});
         QTest::addColumn<QString>("folder"); // below the data directory; null: refused
-        const QString accounts = QStringLiteral("/zalmo/accounts/");
-        QTest::newRow("plain") << "My Blog"
-                               << "42" << accounts + "My Blog/posts/p42";
-        QTest::newRow("note") << "b"
-                              << "en-0b1c" << accounts + "b/posts/pen-0b1c";
-        QTest::newRow("alias with a separator") << "a/b"
-                                                << "1" << accounts + "a/b/posts/p1";
-        QTest::newRow("no alias") << ""
-                                  << "1" << QString();
-        for (const QString &alias : {QStringLiteral(".."), QStringLiteral("../x"), QStringLiteral("x/../../y"),
-                 QStringLiteral("/etc"), QStringLiteral("."), QStringLiteral("nul") + QChar(u'\0'), QString(300, u'x')})
+        const QString accounts = u"/zalmo/accounts/"_qs;
+        const auto row = [](const QString &alias, const QString &id, const QString &folder) {
+            QTest::addRow("%s %s", qPrintable(alias), qPrintable(id)) << alias << id << folder;
+        };
+        row("My Blog", "42", accounts + "My Blog/posts/p42");
+        row("b", "en-0b1c", accounts + "b/posts/pen-0b1c");
+        row("a/b", "1", accounts + "a/b/posts/p1");
+        row("", "1", {});
+        for (const QString &alias :
+            {u".."_qs, u"../x"_qs, u"x/../../y"_qs, u"/etc"_qs, u"."_qs, u"nul"_qs + QChar(u'\0'), QString(300, u'x')})
             QTest::addRow("alias %s", qPrintable(alias.left(9))) << alias << "1" << QString();
-        for (const QString &id : {QStringLiteral("1/2"), QStringLiteral("/../../x"), QString(), QStringLiteral(".."),
-                 QStringLiteral("1") + QChar(u'\0') + QStringLiteral("2")})
+        for (const QString &id : {u"1/2"_qs, u"/../../x"_qs, QString(), u".."_qs, u"1"_qs + QChar(u'\0') + u"2"_qs})
             QTest::addRow("id %s", qPrintable(id)) << "b" << id << QString();
     }
     void postFoldersStayInside()
@@ -60,7 +56,7 @@ private Q_SLOTS:
         QFile(home.path() + "/data").open(QIODevice::WriteOnly);
         const ZLFileManager files(home.path() + "/data", home.path() + "/cache");
         QVERIFY(files.applicationSupportDirectory().isNull());
-        QVERIFY(files.postPathForBlogURL(QStringLiteral("b"), QStringLiteral("1")).isNull());
+        QVERIFY(files.postPathForBlogURL(u"b"_qs, u"1"_qs).isNull());
         QVERIFY(files.cacheFolder().endsWith(QLatin1String("/cache/com.zalmo.Zalmo")));
     }
 
@@ -70,19 +66,19 @@ private Q_SLOTS:
         const QString path = home.path() + "/post.zalmo";
         QVERIFY(ZLAtomicFile::write(path, "old"));
         // A folder of the name that the rename wants to replace stands for any refusal of the file system.
-        QVERIFY(QDir(home.path()).mkdir(QStringLiteral("taken")));
+        QVERIFY(QDir(home.path()).mkdir(u"taken"_qs));
         const Result<void> refused = ZLAtomicFile::write(home.path() + "/taken", "new");
         QVERIFY(!refused);
         QVERIFY(refused.error().description.contains(QLatin1String("/taken")));
         QVERIFY(!ZLAtomicFile::write(home.path() + "/missing/post.zalmo", "new"));
         QCOMPARE(ZLAtomicFile::read(path).value(), QByteArray("old"));
-        QCOMPARE(QDir(home.path()).entryList(QDir::Files), QStringList{QStringLiteral("post.zalmo")});
+        QCOMPARE(QDir(home.path()).entryList(QDir::Files), QStringList{u"post.zalmo"_qs});
     }
 
     void fileDatesAreThoseAskedFor()
     {
         QTemporaryDir home;
-        const QDateTime date = QDateTime::fromString(QStringLiteral("2014-10-21T09:30:00Z"), Qt::ISODate);
+        const QDateTime date = QDateTime::fromString(u"2014-10-21T09:30:00Z"_qs, Qt::ISODate);
         QVERIFY(ZLAtomicFile::write(home.path() + "/f", "x", date));
         QCOMPARE(QFileInfo(home.path() + "/f").lastModified().toUTC(), date);
         QVERIFY(!ZLAtomicFile::read(home.path() + "/f", 0));
@@ -92,7 +88,7 @@ private Q_SLOTS:
     void defaultsReadThroughToWhatIsRegistered()
     {
         QTemporaryDir home;
-        const QString file = home.path() + "/deep/preferences.ini", key = QStringLiteral("notifyPublish");
+        const QString file = home.path() + "/deep/preferences.ini", key = u"notifyPublish"_qs;
         {
             ZLDefaults defaults(file);
             QVERIFY(!defaults.boolForKey(key));
@@ -110,18 +106,17 @@ private Q_SLOTS:
     void passwordsOutliveTheSessionInTheBackendOnly()
     {
         const auto items = std::make_shared<FakeKeychain::Items>(
-            FakeKeychain::Items{{{service, QStringLiteral("ann::http://b")}, QStringLiteral("secret")},
-                {{service, QStringLiteral("e")}, {}}});
+            FakeKeychain::Items{{{service, u"ann::http://b"_qs}, u"secret"_qs}, {{service, u"e"_qs}, {}}});
         ZLKeychain keychain(std::make_unique<FakeKeychain>(items));
-        QCoro::waitFor(keychain.load(service, {QStringLiteral("ann::http://b"), QStringLiteral("e")}));
-        QCOMPARE(keychain.passwordForService(service, QStringLiteral("ann::http://b")), QStringLiteral("secret"));
-        QVERIFY(keychain.passwordForService(service, QStringLiteral("e")).isNull());
-        QCOMPARE(keychain.setPassword(QStringLiteral("x"), service, {}).error().code, -1001);
-        QVERIFY(keychain.setPassword(QStringLiteral("new"), service, QStringLiteral("e")));
-        QCOMPARE(items->value({service, QStringLiteral("e")}), QStringLiteral("new"));
-        QVERIFY(keychain.deletePasswordForService(service, QStringLiteral("e")));
-        QVERIFY(!items->contains({service, QStringLiteral("e")}));
-        QVERIFY(keychain.passwordForService(service, QStringLiteral("e")).isNull());
+        QCoro::waitFor(keychain.load(service, {u"ann::http://b"_qs, u"e"_qs}));
+        QCOMPARE(keychain.passwordForService(service, u"ann::http://b"_qs), u"secret"_qs);
+        QVERIFY(keychain.passwordForService(service, u"e"_qs).isNull());
+        QCOMPARE(keychain.setPassword(u"x"_qs, service, {}).error().code, -1001);
+        QVERIFY(keychain.setPassword(u"new"_qs, service, u"e"_qs));
+        QCOMPARE(items->value({service, u"e"_qs}), u"new"_qs);
+        QVERIFY(keychain.deletePasswordForService(service, u"e"_qs));
+        QVERIFY(!items->contains({service, u"e"_qs}));
+        QVERIFY(keychain.passwordForService(service, u"e"_qs).isNull());
     }
 
     void withoutASecretServicePasswordsLastForTheSession()
@@ -130,27 +125,26 @@ private Q_SLOTS:
         backend->isUnavailable = true;
         ZLKeychain keychain(std::move(backend));
         QSignalSpy said(&keychain, &ZLKeychain::becameUnavailable);
-        QCoro::waitFor(keychain.load(service, {QStringLiteral("a")}));
-        QVERIFY(keychain.setPassword(QStringLiteral("p"), service, QStringLiteral("a")));
-        QCOMPARE(keychain.passwordForService(service, QStringLiteral("a")), QStringLiteral("p"));
+        QCoro::waitFor(keychain.load(service, {u"a"_qs}));
+        QVERIFY(keychain.setPassword(u"p"_qs, service, u"a"_qs));
+        QCOMPARE(keychain.passwordForService(service, u"a"_qs), u"p"_qs);
         QCOMPARE(said.size(), 1);
     }
 
     void loopbackCountsAsOnline_data()
     {
-        QTest::addColumn<bool>("online");
-        QTest::newRow("http://127.0.0.1:8080/blog") << true;
-        QTest::newRow("http://localhost") << true;
-        QTest::newRow("http://[::1]/") << true;
-        QTest::newRow("http://192.168.0.1") << false;
-        QTest::newRow("https://localhost.example.com") << false;
+        const TestTable<bool> row({"online"});
+        row("http://127.0.0.1:8080/blog", true);
+        row("http://localhost", true);
+        row("http://[::1]/", true);
+        row("http://192.168.0.1", false);
+        row("https://localhost.example.com", false);
     }
     void loopbackCountsAsOnline()
     {
-        QFETCH(bool, online);
         FakeReachability reachability;
         reachability.reachable = false;
-        QCOMPARE(reachability.isReachable(QUrl(QString::fromUtf8(QTest::currentDataTag()))), online);
+        QTEST(reachability.isReachable(QUrl(QString::fromUtf8(QTest::currentDataTag()))), "online");
     }
 
     void telemetryWritesNowhereWithoutACollector()
@@ -163,10 +157,10 @@ private Q_SLOTS:
         QVERIFY(ZLTelemetry::configuredCollector().isEmpty());
         ZLTelemetry quiet(defaults, network);
         QVERIFY(!quiet.isEnabled());
-        quiet.trackEvent(QStringLiteral("publish"));
-        ZLTelemetry told(defaults, network, QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(collector.serverPort())));
-        told.incrementUserProperty(QStringLiteral("RunCount"));
-        QCOMPARE(told.userProperty(QStringLiteral("RunCount")).toInt(), 1);
+        quiet.trackEvent(u"publish"_qs);
+        ZLTelemetry told(defaults, network, QUrl(u"http://127.0.0.1:%1/"_qs.arg(collector.serverPort())));
+        told.incrementUserProperty(u"RunCount"_qs);
+        QCOMPARE(told.userProperty(u"RunCount"_qs).toInt(), 1);
         QTRY_VERIFY(collector.hasPendingConnections());
         QTcpSocket *only = collector.nextPendingConnection();
         QTRY_VERIFY(only->peek(4096).contains("RunCount"));

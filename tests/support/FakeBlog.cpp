@@ -1,25 +1,20 @@
 #include "support/FakeBlog.h"
 
-#include "support/FakeBlogStructs.h"
 #include "support/XMLRPCDocuments.h"
 
 namespace {
-const QString &category()
-{
-    static const QString taxonomy = QStringLiteral("category");
-    return taxonomy;
-}
-
-const QString &tag()
-{
-    static const QString taxonomy = QStringLiteral("post_tag");
-    return taxonomy;
-}
+const QString category = u"category"_qs;
+const QString tag = u"post_tag"_qs;
 
 XMLRPCStruct option(const XMLRPCValue &value)
 {
-    return {{QStringLiteral("desc"), QStringLiteral("An option")}, {QStringLiteral("readonly"), false},
-        {QStringLiteral("value"), value}};
+    return {{u"desc"_qs, u"An option"_qs}, {u"readonly"_qs, false}, {u"value"_qs, value}};
+}
+
+/// The parameter of that number, absent where there are fewer.
+XMLRPCValue parameter(const XMLRPCArray &parameters, size_t number)
+{
+    return number < parameters.size() ? parameters[number] : XMLRPCValue();
 }
 
 QString member(const XMLRPCStruct &content, QStringView key, const QString &otherwise)
@@ -27,13 +22,25 @@ QString member(const XMLRPCStruct &content, QStringView key, const QString &othe
     const XMLRPCValue *value = content.find(key);
     return value ? value->string() : otherwise;
 }
+
+QString slugOf(const QString &title)
+{
+    return title.toLower().replace(u' ', u'-');
+}
+
+// The names of terms are kept escaped and given out so.
+XMLRPCStruct termStruct(const FakeBlog::Term &term)
+{
+    return {{u"term_id"_qs, term.id}, {u"name"_qs, term.name.toHtmlEscaped()}, {u"taxonomy"_qs, term.taxonomy},
+        {u"parent"_qs, u"0"_qs}};
+}
 } // namespace
 
 FakeBlog::FakeBlog(const QString &host)
     : now(QDate(2024, 3, 1), QTime(10, 0), Qt::UTC)
     , m_host(host)
 {
-    addTerm(category(), QStringLiteral("Uncategorized"));
+    addTerm(category, u"Uncategorized"_qs);
 }
 
 FakeBlog::Post &FakeBlog::addPost(const QString &title, const QString &content, const QString &type)
@@ -43,7 +50,7 @@ FakeBlog::Post &FakeBlog::addPost(const QString &title, const QString &content, 
     post.type = type;
     post.title = title;
     post.content = content;
-    post.slug = title.toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
+    post.slug = slugOf(title);
     post.date = post.modified = tick();
     return *posts.insert(post.id, post);
 }
@@ -52,12 +59,6 @@ QString FakeBlog::addTerm(const QString &taxonomy, const QString &name)
 {
     terms.append({nextId(), taxonomy, name});
     return terms.last().id;
-}
-
-QDateTime FakeBlog::tick()
-{
-    now = now.addSecs(1);
-    return now;
 }
 
 QStringList FakeBlog::methods() const
@@ -81,11 +82,6 @@ const FakeBlog::Call &FakeBlog::last(const QString &method) const
     return call == calls.rend() ? none : *call;
 }
 
-void FakeBlog::disturb(const QString &method, const Fault &fault)
-{
-    m_faults[method].append(fault);
-}
-
 void FakeBlog::answerWithFault(const QString &method, int code, const QString &text)
 {
     answerWithBytes(method, XMLRPCDocuments::fault(code, text));
@@ -96,58 +92,21 @@ void FakeBlog::answerWith(const QString &method, const XMLRPCValue &value)
     answerWithBytes(method, XMLRPCDocuments::response(value));
 }
 
-void FakeBlog::answerWithStatus(const QString &method, int status)
-{
-    FakeAnswer answer;
-    answer.status = status;
-    answer.body = "<html>no</html>";
-    disturb(method, {answer, -1, false});
-}
-
-void FakeBlog::answerWithBytes(const QString &method, const QByteArray &bytes)
-{
-    FakeAnswer answer;
-    answer.body = bytes;
-    disturb(method, {answer, -1, false});
-}
-
-void FakeBlog::answerEmpty(const QString &method)
-{
-    disturb(method, {std::nullopt, 0, false});
-}
-
-void FakeBlog::answerCut(const QString &method, int length)
-{
-    disturb(method, {std::nullopt, length, false});
-}
-
-void FakeBlog::answerLate(const QString &method)
-{
-    disturb(method, {std::nullopt, -1, true});
-}
-
-void FakeBlog::breakConnection(const QString &method, QNetworkReply::NetworkError error)
-{
-    FakeAnswer answer;
-    answer.error = error;
-    disturb(method, {answer, -1, false});
-}
-
 FakeAnswer FakeBlog::answer(const FakeRequest &request)
 {
     FakeAnswer answer;
     if (request.operation != QNetworkAccessManager::PostOperation
-        || !request.request.url().path().endsWith(QLatin1String("/xmlrpc.php"))) {
+        || !request.request.url().path().endsWith(u"/xmlrpc.php")) {
         answer.status = 404;
         return answer;
     }
     const XMLRPCDocuments::MethodCall parsed = XMLRPCDocuments::parseCall(request.body);
     if (!parsed.error.isNull()) {
         protocolErrors.append(parsed.error);
-        answer.body = XMLRPCDocuments::fault(-32700, QStringLiteral("parse error. not well formed"));
+        answer.body = XMLRPCDocuments::fault(-32700, u"parse error. not well formed"_qs);
         return answer;
     }
-    calls.append({parsed.method, parsed.parameters, request.body});
+    calls.append({parsed.method, parsed.parameters});
     QList<Fault> &faults = m_faults[parsed.method];
     const Fault fault = faults.isEmpty() ? Fault() : faults.takeFirst();
     if (fault.instead)
@@ -165,21 +124,18 @@ FakeAnswer FakeBlog::answer(const FakeRequest &request)
 const QHash<QString, FakeBlog::Method> &FakeBlog::table()
 {
     static const QHash<QString, Method> methods = {
-        {QStringLiteral("wp.getOptions"), &FakeBlog::getOptions},
-        {QStringLiteral("wp.getProfile"), &FakeBlog::getProfile},
-        {QStringLiteral("wp.getUsersBlogs"), &FakeBlog::getUsersBlogs},
-        {QStringLiteral("wp.getPosts"), &FakeBlog::getPosts},
-        {QStringLiteral("wp.getPost"), &FakeBlog::getPost},
-        {QStringLiteral("wp.newPost"), &FakeBlog::newPost},
-        {QStringLiteral("wp.editPost"), &FakeBlog::editPost},
-        {QStringLiteral("wp.deletePost"), &FakeBlog::deletePost},
-        {QStringLiteral("wp.getTerms"), &FakeBlog::getTerms},
-        {QStringLiteral("wp.newCategory"), &FakeBlog::newCategory},
-        {QStringLiteral("metaWeblog.getCategories"), &FakeBlog::getCategories},
-        {QStringLiteral("metaWeblog.newMediaObject"), &FakeBlog::newMediaObject},
-        {QStringLiteral("metaWeblog.getPost"), &FakeBlog::metaGetPost},
-        {QStringLiteral("metaWeblog.getRecentPosts"), &FakeBlog::metaGetRecentPosts},
-        {QStringLiteral("metaWeblog.newPost"), &FakeBlog::metaNewPost},
+        {u"wp.getOptions"_qs, &FakeBlog::getOptions},
+        {u"wp.getPosts"_qs, &FakeBlog::getPosts},
+        {u"wp.getPost"_qs, &FakeBlog::getPost},
+        {u"wp.newPost"_qs, &FakeBlog::newPost},
+        {u"wp.editPost"_qs, &FakeBlog::editPost},
+        {u"wp.deletePost"_qs, &FakeBlog::deletePost},
+        {u"wp.getTerms"_qs, &FakeBlog::getTerms},
+        {u"wp.newCategory"_qs, &FakeBlog::newCategory},
+        {u"metaWeblog.getCategories"_qs, &FakeBlog::getCategories},
+        {u"metaWeblog.newMediaObject"_qs, &FakeBlog::newMediaObject},
+        {u"metaWeblog.getPost"_qs, &FakeBlog::metaGetPost},
+        {u"metaWeblog.newPost"_qs, &FakeBlog::metaNewPost},
     };
     return methods;
 }
@@ -188,7 +144,7 @@ FakeBlog::Outcome FakeBlog::perform(const Call &call)
 {
     const Method method = table().value(call.method);
     if (!method)
-        return Refusal{-32601, QStringLiteral("server error. requested method %1 does not exist.").arg(call.method)};
+        return Refusal{-32601, u"server error. requested method %1 does not exist."_qs.arg(call.method)};
     if (const std::optional<Refusal> refusal = refusedLogin(call))
         return *refusal;
     return (this->*method)(call.parameters);
@@ -196,79 +152,52 @@ FakeBlog::Outcome FakeBlog::perform(const Call &call)
 
 std::optional<FakeBlog::Refusal> FakeBlog::refusedLogin(const Call &call) const
 {
-    const size_t first = call.method == QLatin1String("wp.getUsersBlogs") ? 0 : 1;
-    if (call.parameters.size() < first + 2)
-        return Refusal{400, QStringLiteral("Insufficient arguments passed to this XML-RPC method.")};
-    if (call.parameters[first].string() != user || call.parameters[first + 1].string() != password)
-        return Refusal{403, QStringLiteral("Incorrect username or password.")};
+    if (call.parameters.size() < 3)
+        return Refusal{400, u"Insufficient arguments passed to this XML-RPC method."_qs};
+    if (call.parameters[1].string() != user || call.parameters[2].string() != password)
+        return Refusal{403, u"Incorrect username or password."_qs};
     return std::nullopt;
 }
 
 FakeBlog::Outcome FakeBlog::getOptions(const XMLRPCArray &)
 {
     return XMLRPCValue(XMLRPCStruct{
-        {QStringLiteral("software_name"), option(QStringLiteral("WordPress"))},
-        {QStringLiteral("blog_url"), option(url())},
-        {QStringLiteral("blog_title"),
-            option(FakeBlogStructs::escaped(title).replace(QLatin1Char('\''), QLatin1String("&#039;")))},
-        {QStringLiteral("post_thumbnail"), option(true)},
-        {QStringLiteral("thumbnail_size_w"), option(QStringLiteral("150"))},
-        {QStringLiteral("thumbnail_size_h"), option(QStringLiteral("150"))},
-        {QStringLiteral("default_comment_status"), option(QStringLiteral("open"))},
-        {QStringLiteral("default_ping_status"), option(QStringLiteral("closed"))},
+        {u"software_name"_qs, option(u"WordPress"_qs)},
+        {u"blog_url"_qs, option(url())},
+        {u"blog_title"_qs, option(title.toHtmlEscaped())},
+        {u"post_thumbnail"_qs, option(true)},
+        {u"thumbnail_size_w"_qs, option(u"150"_qs)},
+        {u"thumbnail_size_h"_qs, option(u"150"_qs)},
+        {u"default_comment_status"_qs, option(u"open"_qs)},
+        {u"default_ping_status"_qs, option(u"closed"_qs)},
     });
-}
-
-FakeBlog::Outcome FakeBlog::getProfile(const XMLRPCArray &)
-{
-    return XMLRPCValue(
-        XMLRPCStruct{{QStringLiteral("user_id"), QStringLiteral("1")}, {QStringLiteral("username"), user}});
-}
-
-FakeBlog::Outcome FakeBlog::getUsersBlogs(const XMLRPCArray &)
-{
-    return XMLRPCValue(XMLRPCArray{XMLRPCStruct{{QStringLiteral("isAdmin"), true}, {QStringLiteral("url"), url()},
-        {QStringLiteral("blogid"), QStringLiteral("1")}, {QStringLiteral("blogName"), title}}});
-}
-
-QList<FakeBlog::Post> FakeBlog::newestFirst(const QString &type) const
-{
-    QList<Post> found;
-    for (const Post &post : posts) {
-        if (post.type == type)
-            found.append(post);
-    }
-    std::stable_sort(found.begin(), found.end(), [](const Post &a, const Post &b) { return a.date > b.date; });
-    return found;
 }
 
 FakeBlog::Outcome FakeBlog::getPosts(const XMLRPCArray &parameters)
 {
-    const XMLRPCStruct filter = parameters.size() > 3 ? parameters[3].structure() : XMLRPCStruct();
-    const XMLRPCValue *number = filter.find(u"number");
-    const qint64 limit = number ? number->integer() : 10;
+    const QString type = member(parameter(parameters, 3).structure(), u"post_type", u"post"_qs);
     XMLRPCArray found;
-    for (const Post &post : newestFirst(member(filter, u"post_type", QStringLiteral("post")))) {
-        if (qint64(found.size()) < limit)
-            found.push_back(FakeBlogStructs(*this).post(post));
+    for (const Post &post : std::as_const(posts)) {
+        if (post.type == type)
+            found.push_back(wpPost(post));
     }
     return XMLRPCValue(found);
 }
 
 FakeBlog::Outcome FakeBlog::getPost(const XMLRPCArray &parameters)
 {
-    const auto post = posts.constFind(parameters.size() > 3 ? parameters[3].string() : QString());
+    const auto post = posts.constFind(parameter(parameters, 3).string());
     if (post == posts.constEnd())
-        return Refusal{404, QStringLiteral("Invalid post ID.")};
-    return XMLRPCValue(FakeBlogStructs(*this).post(*post));
+        return Refusal{404, u"Invalid post ID."_qs};
+    return XMLRPCValue(wpPost(*post));
 }
 
 FakeBlog::Outcome FakeBlog::newPost(const XMLRPCArray &parameters)
 {
     Post post;
-    post.type = QStringLiteral("post");
-    post.status = QStringLiteral("draft");
-    if (const auto refusal = take(post, parameters.size() > 3 ? parameters[3].structure() : XMLRPCStruct()))
+    post.type = u"post"_qs;
+    post.status = u"draft"_qs;
+    if (const auto refusal = take(post, parameter(parameters, 3).structure()))
         return *refusal;
     post.id = nextId();
     posts.insert(post.id, post);
@@ -277,11 +206,11 @@ FakeBlog::Outcome FakeBlog::newPost(const XMLRPCArray &parameters)
 
 FakeBlog::Outcome FakeBlog::editPost(const XMLRPCArray &parameters)
 {
-    const auto post = posts.find(parameters.size() > 3 ? parameters[3].string() : QString());
+    const auto post = posts.find(parameter(parameters, 3).string());
     if (post == posts.end())
-        return Refusal{404, QStringLiteral("Invalid post ID.")};
+        return Refusal{404, u"Invalid post ID."_qs};
     Post edited = *post;
-    if (const auto refusal = take(edited, parameters.size() > 4 ? parameters[4].structure() : XMLRPCStruct()))
+    if (const auto refusal = take(edited, parameter(parameters, 4).structure()))
         return *refusal;
     *post = edited;
     return XMLRPCValue(true);
@@ -289,8 +218,8 @@ FakeBlog::Outcome FakeBlog::editPost(const XMLRPCArray &parameters)
 
 FakeBlog::Outcome FakeBlog::deletePost(const XMLRPCArray &parameters)
 {
-    if (posts.remove(parameters.size() > 3 ? parameters[3].string() : QString()) == 0)
-        return Refusal{404, QStringLiteral("Invalid post ID.")};
+    if (posts.remove(parameter(parameters, 3).string()) == 0)
+        return Refusal{404, u"Invalid post ID."_qs};
     return XMLRPCValue(true);
 }
 
@@ -302,15 +231,13 @@ std::optional<FakeBlog::Refusal> FakeBlog::take(Post &post, const XMLRPCStruct &
     post.title = member(content, u"post_title", post.title);
     post.content = member(content, u"post_content", post.content);
     post.status = member(content, u"post_status", post.status);
-    post.slug = member(content, u"post_name", post.slug).toLower().replace(QLatin1Char(' '), QLatin1Char('-'));
+    post.slug = slugOf(member(content, u"post_name", post.slug));
     post.commentStatus = member(content, u"comment_status", post.commentStatus);
     post.pingStatus = member(content, u"ping_status", post.pingStatus);
-    const QString thumbnail = member(content, u"post_thumbnail", post.thumbnail);
-    post.thumbnail = thumbnail == QLatin1String("0") ? QString() : thumbnail;
     post.modified = tick();
     takeDate(post, content);
-    if (post.status == QLatin1String("publish") && post.date > now)
-        post.status = QStringLiteral("future");
+    if (post.status == u"publish" && post.date > now)
+        post.status = u"future"_qs;
     return std::nullopt;
 }
 
@@ -327,56 +254,45 @@ std::optional<FakeBlog::Refusal> FakeBlog::takeTerms(Post &post, const XMLRPCStr
 {
     const XMLRPCValue *ids = content.find(u"terms");
     const XMLRPCValue *names = content.find(u"terms_names");
-    const bool isPage = post.type == QLatin1String("page");
+    const bool isPage = post.type == u"page";
     const auto isNamed = [](const XMLRPCValue *lists) { return lists && !lists->structure().isEmpty(); };
     if (isPage && (isNamed(ids) || isNamed(names)))
-        return Refusal{401, QStringLiteral("Sorry, one of the given taxonomies is not supported by the post type.")};
-    for (const QString &taxonomy : {category(), tag()}) {
+        return Refusal{401, u"Sorry, one of the given taxonomies is not supported by the post type."_qs};
+    for (const QString &taxonomy : {category, tag}) {
         const XMLRPCValue *idList = ids ? ids->structure().find(taxonomy) : nullptr;
         const XMLRPCValue *nameList = names ? names->structure().find(taxonomy) : nullptr;
         if (!idList && !nameList)
             continue; // what is not named stays
         QStringList taken;
         for (const XMLRPCValue &id : idList ? idList->array() : XMLRPCArray()) {
-            const Term *known = termById(taxonomy, id.string());
+            const Term *known = term(taxonomy, &Term::id, id.string());
             if (!known)
-                return Refusal{403, QStringLiteral("Invalid term ID.")};
+                return Refusal{403, u"Invalid term ID."_qs};
             taken.append(known->name);
         }
         for (const XMLRPCValue &name : nameList ? nameList->array() : XMLRPCArray()) {
-            if (!term(taxonomy, name.string()))
+            if (!term(taxonomy, &Term::name, name.string()))
                 addTerm(taxonomy, name.string());
             taken.append(name.string());
         }
-        (taxonomy == category() ? post.categories : post.tags) = taken;
+        (taxonomy == category ? post.categories : post.tags) = taken;
     }
     return std::nullopt;
 }
 
-const FakeBlog::Term *FakeBlog::term(const QString &taxonomy, const QString &name) const
+const FakeBlog::Term *FakeBlog::term(const QString &taxonomy, QString Term::*field, const QString &value) const
 {
-    for (const Term &term : terms) {
-        if (term.taxonomy == taxonomy && term.name == name)
-            return &term;
-    }
-    return nullptr;
-}
-
-const FakeBlog::Term *FakeBlog::termById(const QString &taxonomy, const QString &id) const
-{
-    for (const Term &term : terms) {
-        if (term.taxonomy == taxonomy && term.id == id)
-            return &term;
-    }
-    return nullptr;
+    const auto found = std::find_if(terms.cbegin(), terms.cend(),
+        [&](const Term &term) { return term.taxonomy == taxonomy && term.*field == value; });
+    return found == terms.cend() ? nullptr : &*found;
 }
 
 FakeBlog::Outcome FakeBlog::getTerms(const XMLRPCArray &parameters)
 {
     XMLRPCArray found;
     for (const Term &term : std::as_const(terms)) {
-        if (parameters.size() > 3 && term.taxonomy == parameters[3].string())
-            found.push_back(FakeBlogStructs::term(term));
+        if (term.taxonomy == parameter(parameters, 3).string())
+            found.push_back(termStruct(term));
     }
     return XMLRPCValue(found);
 }
@@ -385,52 +301,85 @@ FakeBlog::Outcome FakeBlog::getCategories(const XMLRPCArray &)
 {
     XMLRPCArray found;
     for (const Term &term : std::as_const(terms)) {
-        if (term.taxonomy == category())
-            found.push_back(
-                XMLRPCStruct{{QStringLiteral("categoryId"), term.id}, {QStringLiteral("parentId"), QStringLiteral("0")},
-                    {QStringLiteral("categoryName"), FakeBlogStructs::escaped(term.name)}});
+        if (term.taxonomy == category)
+            found.push_back(XMLRPCStruct{{u"categoryId"_qs, term.id}, {u"parentId"_qs, u"0"_qs},
+                {u"categoryName"_qs, term.name.toHtmlEscaped()}});
     }
     return XMLRPCValue(found);
 }
 
 FakeBlog::Outcome FakeBlog::newCategory(const XMLRPCArray &parameters)
 {
-    const QString name = parameters.size() > 3 ? parameters[3][u"name"].string() : QString();
-    return XMLRPCValue(addTerm(category(), name).toLongLong());
+    const QString name = parameter(parameters, 3)[u"name"].string();
+    return XMLRPCValue(addTerm(category, name).toLongLong());
 }
 
 FakeBlog::Outcome FakeBlog::newMediaObject(const XMLRPCArray &parameters)
 {
-    const XMLRPCValue data = parameters.size() > 3 ? parameters[3] : XMLRPCValue();
+    const XMLRPCValue data = parameter(parameters, 3);
     Media item{nextId(), data[u"name"].string(), data[u"type"].string(), data[u"bits"].data(), {}};
     if (item.bytes.isEmpty())
-        return Refusal{500, QStringLiteral("Could not write file %1.").arg(item.name)};
-    item.url = url() + QLatin1String("/wp-content/uploads/") + item.id + QLatin1Char('-') + item.name;
+        return Refusal{500, u"Could not write file %1."_qs.arg(item.name)};
+    item.url = url() + u"/wp-content/uploads/"_qs + item.id + u'-' + item.name;
     media.append(item);
-    return XMLRPCValue(XMLRPCStruct{{QStringLiteral("id"), item.id}, {QStringLiteral("file"), item.name},
-        {QStringLiteral("url"), item.url}, {QStringLiteral("type"), item.type}});
+    return XMLRPCValue(
+        XMLRPCStruct{{u"id"_qs, item.id}, {u"file"_qs, item.name}, {u"url"_qs, item.url}, {u"type"_qs, item.type}});
 }
 
 FakeBlog::Outcome FakeBlog::metaGetPost(const XMLRPCArray &parameters)
 {
     const auto post = posts.constFind(parameters[0].string());
     if (post == posts.constEnd())
-        return Refusal{404, QStringLiteral("Sorry, no such post.")};
-    return XMLRPCValue(FakeBlogStructs(*this).metaWeblogPost(*post));
-}
-
-FakeBlog::Outcome FakeBlog::metaGetRecentPosts(const XMLRPCArray &)
-{
-    XMLRPCArray found;
-    for (const Post &post : newestFirst(QStringLiteral("post")))
-        found.push_back(FakeBlogStructs(*this).metaWeblogPost(post));
-    return XMLRPCValue(found);
+        return Refusal{404, u"Sorry, no such post."_qs};
+    return XMLRPCValue(metaWeblogPost(*post));
 }
 
 FakeBlog::Outcome FakeBlog::metaNewPost(const XMLRPCArray &parameters)
 {
-    const XMLRPCValue data = parameters.size() > 3 ? parameters[3] : XMLRPCValue();
+    const XMLRPCValue data = parameter(parameters, 3);
     Post &post = addPost(data[u"title"].string(), data[u"description"].string());
     post.status = data[u"post_status"].string();
     return XMLRPCValue(post.id);
+}
+
+XMLRPCStruct FakeBlog::wpPost(const Post &post) const
+{
+    XMLRPCArray postTerms;
+    for (const Term &term : terms) {
+        if ((term.taxonomy == category ? post.categories : post.tags).contains(term.name))
+            postTerms.push_back(termStruct(term));
+    }
+    return {
+        {u"post_id"_qs, post.id},
+        {u"post_title"_qs, post.title},
+        {u"post_date_gmt"_qs, post.date},
+        {u"post_modified_gmt"_qs, post.modified},
+        {u"post_status"_qs, post.status},
+        {u"post_type"_qs, post.type},
+        {u"post_name"_qs, post.slug},
+        {u"post_author"_qs, u"1"_qs},
+        {u"post_content"_qs, post.content},
+        {u"link"_qs, url() + u"/?p="_qs + post.id},
+        {u"comment_status"_qs, post.commentStatus},
+        {u"ping_status"_qs, post.pingStatus},
+        {u"post_thumbnail"_qs, XMLRPCArray()},
+        {u"terms"_qs, postTerms},
+    };
+}
+
+XMLRPCStruct FakeBlog::metaWeblogPost(const Post &post) const
+{
+    const QStringList halves = post.content.split(u"<!--more-->"_qs);
+    return {
+        {u"postid"_qs, post.id.toLongLong()},
+        {u"title"_qs, post.title},
+        {u"description"_qs, halves.value(0)},
+        {u"mt_text_more"_qs, halves.value(1)},
+        {u"date_created_gmt"_qs, post.date},
+        {u"date_modified_gmt"_qs, post.modified},
+        {u"wp_author_id"_qs, u"1"_qs},
+        {u"link"_qs, url() + u"/?p="_qs + post.id},
+        {u"post_status"_qs, post.status},
+        {u"wp_slug"_qs, post.slug},
+    };
 }

@@ -14,7 +14,7 @@ public:
     struct Post {
         QString id;
         QString type; ///< "post", "page"
-        QString status = QStringLiteral("publish");
+        QString status = u"publish"_qs;
         QString title;
         QString content;
         QString slug;
@@ -22,9 +22,8 @@ public:
         QDateTime modified;
         QStringList categories; ///< as the writer typed them; replies escape them
         QStringList tags;
-        QString commentStatus = QStringLiteral("open");
-        QString pingStatus = QStringLiteral("open");
-        QString thumbnail; ///< number of an upload; empty: none
+        QString commentStatus = u"open"_qs;
+        QString pingStatus = u"open"_qs;
         bool operator==(const Post &) const = default;
     };
     struct Term {
@@ -42,23 +41,22 @@ public:
     struct Call {
         QString method;
         XMLRPCArray parameters;
-        QByteArray document;
     };
 
-    explicit FakeBlog(const QString &host = QStringLiteral("blog.test"));
+    explicit FakeBlog(const QString &host = u"blog.test"_qs);
 
     // state
-    QString user = QStringLiteral("ada");
-    QString password = QStringLiteral("secret");
-    QString title = QStringLiteral("Ada's R&D");
+    QString user = u"ada"_qs;
+    QString password = u"secret"_qs;
+    QString title = u"Ada's R&D"_qs;
     QMap<QString, Post> posts; ///< by id
     QList<Term> terms;
     QList<Media> media;
     QDateTime now; ///< what it takes for the present; moves on by a second with each change
 
-    QString url() const { return QStringLiteral("http://") + m_host; }
+    QString url() const { return u"http://"_qs + m_host; }
     QString host() const { return m_host; }
-    Post &addPost(const QString &title, const QString &content, const QString &type = QStringLiteral("post"));
+    Post &addPost(const QString &title, const QString &content, const QString &type = u"post"_qs);
     QString addTerm(const QString &taxonomy, const QString &name); ///< gives its id
 
     // what was asked
@@ -71,18 +69,23 @@ public:
     // faults: each is for the next call of the method that has none yet
     void answerWithFault(const QString &method, int code, const QString &text);
     void answerWith(const QString &method, const XMLRPCValue &value); ///< without doing anything
-    void answerWithStatus(const QString &method, int status);
-    void answerWithBytes(const QString &method, const QByteArray &bytes);
-    void answerEmpty(const QString &method);
-    void answerCut(const QString &method, int length); ///< done, but the reply breaks off
-    void answerLate(const QString &method); ///< done, but the reply waits for FakeNetwork::release()
-    void breakConnection(const QString &method, QNetworkReply::NetworkError error);
+    void answerWithStatus(const QString &method, int status) { disturb(method, {FakeAnswer{status}}); }
+    void answerWithBytes(const QString &method, const QByteArray &bytes) { disturb(method, {FakeAnswer{200, bytes}}); }
+    void answerEmpty(const QString &method) { answerCut(method, 0); }
+    /// Done, but the reply breaks off.
+    void answerCut(const QString &method, int length) { disturb(method, {.cutAt = length}); }
+    /// Done, but the reply waits for FakeNetwork::release().
+    void answerLate(const QString &method) { disturb(method, {.late = true}); }
+    void breakConnection(const QString &method, QNetworkReply::NetworkError error)
+    {
+        disturb(method, {FakeAnswer{.error = error}});
+    }
 
     FakeAnswer answer(const FakeRequest &request) override;
 
 private:
     struct Fault {
-        std::optional<FakeAnswer> instead;
+        std::optional<FakeAnswer> instead = {};
         int cutAt = -1;
         bool late = false;
     };
@@ -94,15 +97,13 @@ private:
     using Method = Outcome (FakeBlog::*)(const XMLRPCArray &);
     static const QHash<QString, Method> &table();
 
-    void disturb(const QString &method, const Fault &fault);
+    void disturb(const QString &method, const Fault &fault) { m_faults[method].append(fault); }
     Outcome perform(const Call &call);
     std::optional<Refusal> refusedLogin(const Call &call) const;
     QString nextId() { return QString::number(++m_lastId); }
-    QDateTime tick();
+    QDateTime tick() { return now = now.addSecs(1); }
 
     Outcome getOptions(const XMLRPCArray &parameters);
-    Outcome getProfile(const XMLRPCArray &parameters);
-    Outcome getUsersBlogs(const XMLRPCArray &parameters);
     Outcome getPosts(const XMLRPCArray &parameters);
     Outcome getPost(const XMLRPCArray &parameters);
     Outcome newPost(const XMLRPCArray &parameters);
@@ -113,15 +114,15 @@ private:
     Outcome getCategories(const XMLRPCArray &parameters);
     Outcome newMediaObject(const XMLRPCArray &parameters);
     Outcome metaGetPost(const XMLRPCArray &parameters);
-    Outcome metaGetRecentPosts(const XMLRPCArray &parameters);
     Outcome metaNewPost(const XMLRPCArray &parameters);
 
     std::optional<Refusal> take(Post &post, const XMLRPCStruct &content);
     std::optional<Refusal> takeTerms(Post &post, const XMLRPCStruct &content);
     void takeDate(Post &post, const XMLRPCStruct &content);
-    QList<Post> newestFirst(const QString &type) const;
-    const Term *term(const QString &taxonomy, const QString &name) const;
-    const Term *termById(const QString &taxonomy, const QString &id) const;
+    /// The term whose `field` has the value; none: null.
+    const Term *term(const QString &taxonomy, QString Term::*field, const QString &value) const;
+    XMLRPCStruct wpPost(const Post &post) const;
+    XMLRPCStruct metaWeblogPost(const Post &post) const;
 
     QString m_host;
     int m_lastId = 100;

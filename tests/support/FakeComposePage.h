@@ -31,14 +31,14 @@ public:
     QCoro::Task<Answer> getRawContent() override { return getBodyContent(); }
     void addImage(const ImageInfo &image) override { images.append(image); }
     void execCommand(const QString &command) override { calls.append(command); }
-    void addLinkMarkToCurrentSelection() override { calls.append(QStringLiteral("addLinkMark")); }
+    void addLinkMarkToCurrentSelection() override { calls.append(u"addLinkMark"_qs); }
     void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) override
     {
-        calls.append(QStringLiteral("addLink %1 %2 %3").arg(url, tooltip).arg(newWindow));
+        calls.append(u"addLink %1 %2 %3"_qs.arg(url, tooltip).arg(newWindow));
     }
-    void removeLinkMarkForCurrentSelection() override { calls.append(QStringLiteral("removeLinkMark")); }
+    void removeLinkMarkForCurrentSelection() override { calls.append(u"removeLinkMark"_qs); }
     void hidePopupWindows() override { }
-    void focus() override { calls.append(QStringLiteral("focus")); }
+    void focus() override { calls.append(u"focus"_qs); }
     void cleanUndoStack() override { }
 
     /// The writer changed the content to `html`.

@@ -7,7 +7,7 @@ class FakeComposeScreen : public ComposeScreen {
 public:
     PostPtr currentPost() const override { return post; }
     DocumentPtr currentDocument() const override { return document; }
-    void updatePreferencesForNewPost() override { ++preferenceUpdates; }
+    void updatePreferencesForNewPost() override { }
     void newPost() override
     {
         post = std::make_shared<ZLWordpressPost>();
@@ -15,12 +15,10 @@ public:
     }
     void setIsNewPostNotInList(bool value) override { isNewPostNotInList = value; }
     void reloadCurrentPostAfterSyncingEngine(int engine) override { reloadedEngines.append(engine); }
-    void didSendBodyData(const PostPtr &, float value) override { progress = value; }
+    void didSendBodyData(const PostPtr &, float) override { }
 
     PostPtr post = std::make_shared<ZLWordpressPost>();
     DocumentPtr document;
     QList<int> reloadedEngines;
-    int preferenceUpdates = 0;
     bool isNewPostNotInList = false;
-    float progress = 0;
 };

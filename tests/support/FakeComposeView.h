@@ -10,7 +10,7 @@ public:
     QStringList tokens() const override { return tokenTexts; }
     void setTokens(const QStringList &tokens) override { tokenTexts = tokens; }
     void commitTokens() override { }
-    void focusTitle() override { ++titleFocused; }
+    void focusTitle() override { }
     void focusTokens() override { }
     void setSaveButton(const Button &button) override { save = button; }
     void setPublishButton(const Button &button) override { publish = button; }
@@ -36,11 +36,11 @@ public:
     void hideLoadingView() override { isLoading = false; }
     void showDeleteAlert(const QString &question, const QString &title) override
     {
-        deleteQuestion = QStringLiteral("%1 \"%2\"").arg(question, title);
+        deleteQuestion = u"%1 \"%2\""_qs.arg(question, title);
     }
     void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow) override
     {
-        link = QStringLiteral("%1 %2 %3").arg(url, tooltip).arg(newWindow);
+        link = u"%1 %2 %3"_qs.arg(url, tooltip).arg(newWindow);
     }
     QCoro::Task<QUrl> chooseMedia() override
     {
@@ -68,7 +68,6 @@ public:
     SelectionStyle style;
     QUrl media;
     float progress = 0;
-    int titleFocused = 0;
     bool actionsEnabled = true;
     bool isLoading = false;
     bool isEditingTitle = false;

@@ -50,7 +50,7 @@ protected:
 private:
     void fail(NetworkError error)
     {
-        setError(error, QStringLiteral("pretended failure %1").arg(int(error)));
+        setError(error, u"pretended failure %1"_qs.arg(int(error)));
         setFinished(true);
         Q_EMIT errorOccurred(error);
         Q_EMIT finished();
@@ -59,13 +59,11 @@ private:
     void succeed()
     {
         setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_answer.status);
-        if (!m_answer.redirect.isEmpty())
-            setAttribute(QNetworkRequest::RedirectionTargetAttribute, m_answer.redirect);
-        setHeader(QNetworkRequest::ContentTypeHeader, m_answer.contentType);
+        setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
         setHeader(QNetworkRequest::ContentLengthHeader, m_answer.body.size());
         m_arrived = m_answer.body;
         if (m_answer.status >= 400)
-            setError(m_answer.status == 404 ? ContentNotFoundError : UnknownContentError, QStringLiteral("status"));
+            setError(m_answer.status == 404 ? ContentNotFoundError : UnknownContentError, u"status"_qs);
         const QPointer<FakeReply> self(this); // whoever hears of the head may end the transfer
         Q_EMIT metaDataChanged();
         if (self && !m_arrived.isEmpty() && !isFinished())
@@ -86,12 +84,10 @@ QNetworkReply *FakeNetwork::createRequest(Operation operation, const QNetworkReq
     const FakeRequest asked{operation, request, outgoing ? outgoing->readAll() : QByteArray()};
     FakeHost *host = m_hosts.value(request.url().host());
     FakeAnswer answer;
-    if (isOffline)
-        answer.error = QNetworkReply::TemporaryNetworkFailureError;
-    else if (!host)
-        answer.error = QNetworkReply::HostNotFoundError;
-    else
+    if (host)
         answer = host->answer(asked);
+    else
+        answer.error = QNetworkReply::HostNotFoundError;
     auto *reply = new FakeReply(asked, answer, this);
     if (answer.held)
         m_held.append(reply);

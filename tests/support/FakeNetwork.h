@@ -7,10 +7,8 @@
 /// What a pretended host says to one request.
 struct FakeAnswer {
     int status = 200;
-    QByteArray body;
-    QByteArray contentType = "text/xml";
+    QByteArray body = {};
     QNetworkReply::NetworkError error = QNetworkReply::NoError; ///< the connection breaks instead
-    QUrl redirect; ///< with a status of 301 to 308
     bool held = false; ///< not before FakeNetwork::release()
 };
 
@@ -28,6 +26,23 @@ public:
     virtual FakeAnswer answer(const FakeRequest &request) = 0;
 };
 
+/// A host that says the same to all.
+class FixedHost : public FakeHost {
+public:
+    explicit FixedHost(FakeAnswer says)
+        : next(std::move(says))
+    {
+    }
+    FakeAnswer answer(const FakeRequest &request) override
+    {
+        asked.append(request.request.url().toString());
+        return next;
+    }
+
+    FakeAnswer next;
+    QStringList asked;
+};
+
 /// A network of pretended hosts. A host that was not added cannot be found. Nothing leaves the process.
 class FakeNetwork : public QNetworkAccessManager {
 public:
@@ -37,7 +52,6 @@ public:
     /// Lets the held answers go, in the order of their requests.
     void release();
     int heldCount() const;
-    bool isOffline = false;
 
 protected:
     QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request, QIODevice *outgoing) override;

@@ -16,8 +16,7 @@ public:
     FakePlatform();
 
     /// Puts an account into the store while no program has it open. A null password leaves the keychain without one.
-    AccountPtr seedAccount(
-        const QString &alias, const QString &url, const QString &password = QStringLiteral("secret"));
+    AccountPtr seedAccount(const QString &alias, const QString &url, const QString &password = u"secret"_qs);
     /// Works on the store while no program has it open.
     void changeStore(const std::function<void(ZLManagedObjectContext &)> &change);
 

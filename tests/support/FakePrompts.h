@@ -8,16 +8,11 @@
 /// Shows nothing, answers as the test says, and keeps a journal of what the user would have seen.
 class FakePrompts : public Prompts {
 public:
-    void alert(const QString &message, const QString &informativeText) override
-    {
-        journal.append(u"alert: "_qs + message);
-        details.append(informativeText);
-    }
+    void alert(const QString &message, const QString &) override { journal.append(u"alert: "_qs + message); }
     void alertWithError(const ZLError &error) override { journal.append(u"error: "_qs + error.description); }
-    QCoro::Task<int> ask(QString message, QString informativeText, QStringList buttons) override
+    QCoro::Task<int> ask(QString message, QString, QStringList buttons) override
     {
         journal.append(u"ask: "_qs + message + u" ["_qs + buttons.join(u'|') + u']');
-        details.append(informativeText);
         co_return answers.isEmpty() ? 0 : answers.takeFirst();
     }
 
@@ -27,10 +22,9 @@ public:
         journal.append(u"intro"_qs);
     }
     bool isShowingIntroWindow() const override { return isIntroShown; }
-    void showLoginSheet(ZLWordpressService *service, const QString &username, const QString &blogName) override
+    void showLoginSheet(ZLWordpressService *, const QString &username, const QString &blogName) override
     {
         isLoginShown = true;
-        loginService = service;
         journal.append(u"login: %1@%2"_qs.arg(username, blogName));
     }
     bool isLoginSheetVisible() const override { return isLoginShown; }
@@ -52,9 +46,7 @@ public:
     QStringList takeJournal() { return std::exchange(journal, {}); }
 
     QStringList journal;
-    QStringList details; ///< the informative texts
     QList<int> answers;
-    ZLWordpressService *loginService = nullptr;
     bool isIntroShown = false;
     bool isLoginShown = false;
     bool isConnecting = false;

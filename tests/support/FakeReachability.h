@@ -8,7 +8,7 @@ class FakeReachability : public Reachability {
 public:
     using Reachability::isReachable;
     bool isReachable() const override { return reachable; }
-    void startNotifier() override { isWatched = true; }
+    void startNotifier() override { }
 
     void plugIn()
     {
@@ -22,5 +22,4 @@ public:
     }
 
     bool reachable = true;
-    bool isWatched = false;
 };

@@ -9,11 +9,7 @@ public:
     void selectItem(int index) override { selected = index; }
     void showBlogSelector() override { isShown = true; }
     void removeBlogSelector() override { isShown = false; }
-    void setTitle(const QString &blogName, const QString &faviconPath) override
-    {
-        title = blogName;
-        icon = faviconPath;
-    }
+    void setTitle(const QString &blogName, const QString &) override { title = blogName; }
 
     QStringList titles() const
     {
@@ -25,7 +21,6 @@ public:
 
     QList<Item> items;
     QString title;
-    QString icon;
     int selected = 0;
     bool isShown = false;
 };

@@ -2,8 +2,6 @@
 
 #include "platform/ZLClock.h"
 
-#include <QTimeZone>
-
 /// A clock that stands still until a test moves it.
 class ManualClock : public ZLClock {
 public:

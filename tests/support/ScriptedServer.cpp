@@ -40,7 +40,7 @@ ScriptedServer::ScriptedServer(QObject *parent)
 
 QUrl ScriptedServer::url(const QString &path) const
 {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(path));
+    return QUrl(u"http://127.0.0.1:%1%2"_qs.arg(m_server.serverPort()).arg(path));
 }
 
 void ScriptedServer::release()

@@ -35,7 +35,7 @@ public:
 
     explicit ScriptedServer(QObject *parent = nullptr);
 
-    QUrl url(const QString &path = QStringLiteral("/xmlrpc.php")) const;
+    QUrl url(const QString &path = u"/xmlrpc.php"_qs) const;
     void willAnswer(ScriptedAnswer answer) { m_answers.push_back(std::move(answer)); }
     const std::vector<Request> &requests() const { return m_requests; }
     /// Sends the answers that were held.

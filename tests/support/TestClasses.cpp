@@ -1,7 +1,5 @@
 #include "support/TestClasses.h"
 
-#include <QTest>
-
 std::vector<MakeTest> &testClasses()
 {
     static std::vector<MakeTest> classes;

@@ -1,14 +1,11 @@
 #include "support/TestEnvironment.h"
 
-#include <QDirIterator>
-#include <QFile>
+#include "support/Files.h"
 
 TestEnvironment::TestEnvironment()
-    : files(dataHome(), cacheHome())
+    : files(folder.filePath(u"data"_qs), folder.filePath(u"cache"_qs))
     , connections(network)
-    , secrets(std::make_shared<FakeKeychain::Items>())
-    , keychainBackend(new FakeKeychain(secrets))
-    , keychain(std::unique_ptr<ZLKeychainBackend>(keychainBackend))
+    , keychain(std::make_unique<FakeKeychain>())
 {
     Result<std::unique_ptr<ZLManagedObjectContext>> opened =
         ZLManagedObjectContext::open(files.applicationFilesDirectory());
@@ -16,8 +13,6 @@ TestEnvironment::TestEnvironment()
         qFatal("no store: %s", qUtf8Printable(opened.error().description));
     context = std::move(*opened);
 }
-
-TestEnvironment::~TestEnvironment() = default;
 
 ZLServiceEnvironment TestEnvironment::serviceEnvironment()
 {
@@ -44,21 +39,6 @@ AccountPtr TestEnvironment::addAccount(
 QString TestEnvironment::addCachedFile(const QString &name, const QByteArray &bytes)
 {
     const QString path = files.cacheFolder() + QLatin1Char('/') + name;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qUtf8Printable(path));
-    return QStringLiteral("file://localhost") + path;
-}
-
-QMap<QString, QByteArray> TestEnvironment::postFiles(const QString &alias) const
-{
-    const QDir posts(files.blogPath(alias) + QLatin1String("/posts"));
-    QMap<QString, QByteArray> found;
-    QDirIterator walk(posts.path(), QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        QFile file(walk.next());
-        if (file.open(QIODevice::ReadOnly))
-            found.insert(posts.relativeFilePath(file.fileName()), file.readAll());
-    }
-    return found;
+    writeFile(path, bytes);
+    return u"file://localhost"_qs + path;
 }

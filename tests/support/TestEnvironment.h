@@ -11,27 +11,20 @@
 class TestEnvironment {
 public:
     TestEnvironment();
-    ~TestEnvironment();
 
     QTemporaryDir folder;
     ZLFileManager files;
     FakeNetwork network;
     XMLRPCConnectionManager connections;
-    std::shared_ptr<FakeKeychain::Items> secrets;
-    FakeKeychain *keychainBackend; ///< owned by `keychain`
     ZLKeychain keychain;
     ZLNotifications notifications;
     std::unique_ptr<ZLManagedObjectContext> context;
     DocumentPtr currentDocument; ///< what counts as the document on the screen
 
-    QString dataHome() const { return folder.filePath(QStringLiteral("data")); }
-    QString cacheHome() const { return folder.filePath(QStringLiteral("cache")); }
     ZLServiceEnvironment serviceEnvironment();
 
     /// A connected blog: an account in the store and its password in the keychain.
     AccountPtr addAccount(const QString &name, const QString &password, const QString &url, const QString &alias = {});
     /// Writes a file into the cache folder; gives its address as a body names it.
     QString addCachedFile(const QString &name, const QByteArray &bytes);
-    /// The post files of a blog, by their path below its folder of posts.
-    QMap<QString, QByteArray> postFiles(const QString &alias) const;
 };

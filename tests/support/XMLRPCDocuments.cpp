@@ -12,7 +12,7 @@ QDateTime dateFromText(QString text)
 {
     // Only this form is understood; WordPress ignores any other without a word.
     text.remove(QLatin1Char('Z'));
-    QDateTime date = QDateTime::fromString(text, QStringLiteral("yyyyMMdd'T'HH:mm:ss"));
+    QDateTime date = QDateTime::fromString(text, u"yyyyMMdd'T'HH:mm:ss"_qs);
     date.setTimeSpec(Qt::UTC);
     return date;
 }
@@ -43,7 +43,7 @@ public:
             return array(typed);
         if (type == QLatin1String("struct"))
             return structure(typed);
-        error = QStringLiteral("a value of kind \"%1\"").arg(type);
+        error = u"a value of kind \"%1\""_qs.arg(type);
         return {};
     }
 
@@ -74,13 +74,13 @@ struct ReplyWriter {
     }
     void operator()(std::monostate) { tagged("string", {}); }
     void operator()(XMLRPCValue::Null) { bytes += "<value><nil/></value>\n"; }
-    void operator()(bool value) { tagged("boolean", value ? QStringLiteral("1") : QStringLiteral("0")); }
+    void operator()(bool value) { tagged("boolean", value ? u"1"_qs : u"0"_qs); }
     void operator()(qint64 value) { tagged("int", QString::number(value)); }
     void operator()(double value) { tagged("double", QString::number(value)); }
     void operator()(const QString &value) { tagged("string", value); }
     void operator()(const QDateTime &value)
     {
-        tagged("dateTime.iso8601", value.toUTC().toString(QStringLiteral("yyyyMMdd'T'HH:mm:ss")));
+        tagged("dateTime.iso8601", value.toUTC().toString(u"yyyyMMdd'T'HH:mm:ss"_qs));
     }
     void operator()(const QByteArray &value) { tagged("base64", QString::fromLatin1(value.toBase64())); }
     void operator()(const XMLRPCArray &values)
@@ -103,30 +103,27 @@ struct ReplyWriter {
 };
 
 struct Describer {
-    QString operator()(std::monostate) const { return QStringLiteral("absent"); }
-    QString operator()(XMLRPCValue::Null) const { return QStringLiteral("null"); }
-    QString operator()(bool value) const { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+    QString operator()(std::monostate) const { return u"absent"_qs; }
+    QString operator()(XMLRPCValue::Null) const { return u"null"_qs; }
+    QString operator()(bool value) const { return value ? u"true"_qs : u"false"_qs; }
     QString operator()(qint64 value) const { return QString::number(value); }
-    QString operator()(double value) const { return QString::number(value) + QStringLiteral("d"); }
+    QString operator()(double value) const { return QString::number(value) + u"d"_qs; }
     QString operator()(const QString &value) const { return QLatin1Char('"') + value + QLatin1Char('"'); }
-    QString operator()(const QDateTime &value) const
-    {
-        return value.toUTC().toString(QStringLiteral("'@'yyyyMMdd'T'HH:mm:ss"));
-    }
-    QString operator()(const QByteArray &value) const { return QStringLiteral("<%1 bytes>").arg(value.size()); }
+    QString operator()(const QDateTime &value) const { return value.toUTC().toString(u"'@'yyyyMMdd'T'HH:mm:ss"_qs); }
+    QString operator()(const QByteArray &value) const { return u"<%1 bytes>"_qs.arg(value.size()); }
     QString operator()(const XMLRPCArray &values) const
     {
         QStringList texts;
         for (const XMLRPCValue &value : values)
             texts.append(XMLRPCDocuments::described(value));
-        return QLatin1Char('[') + texts.join(QStringLiteral(", ")) + QLatin1Char(']');
+        return QLatin1Char('[') + texts.join(u", "_qs) + QLatin1Char(']');
     }
     QString operator()(const XMLRPCStruct &values) const
     {
         QStringList texts;
         for (const auto &[name, value] : values.members())
-            texts.append(QStringLiteral("\"%1\": %2").arg(name, XMLRPCDocuments::described(value)));
-        return QLatin1Char('{') + texts.join(QStringLiteral(", ")) + QLatin1Char('}');
+            texts.append(u"\"%1\": %2"_qs.arg(name, XMLRPCDocuments::described(value)));
+        return QLatin1Char('{') + texts.join(u", "_qs) + QLatin1Char('}');
     }
 };
 
@@ -169,7 +166,7 @@ QByteArray XMLRPCDocuments::response(const XMLRPCValue &value)
 
 QByteArray XMLRPCDocuments::fault(int code, const QString &text)
 {
-    const XMLRPCStruct fault{{QStringLiteral("faultCode"), code}, {QStringLiteral("faultString"), text}};
+    const XMLRPCStruct fault{{u"faultCode"_qs, code}, {u"faultString"_qs, text}};
     return document("<fault>\n" + written(fault) + "</fault>\n");
 }
 

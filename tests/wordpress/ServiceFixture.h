@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/FakeBlog.h"
+#include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
 #include "support/XMLRPCDocuments.h"
 
@@ -9,30 +10,75 @@ class RecordingDelegate : public ZLWordpressServiceDelegate {
 public:
     QStringList journal;
     PostPtr remote; ///< of the last publication
-    QList<PostPtr> posts;
     QList<ZLTaxonomy> taxonomies;
     XMLRPCValue struct_; ///< options, profile or blogs
-    ZLError error;
     QList<float> progress;
-    std::function<void()> onFailure; ///< run inside the failure calls
+    std::function<void()> onFailure = [] {}; ///< run inside the failure calls
 
-    void didReconnectAccount(ZLWordpressService *, const AccountPtr &account) override;
-    void didGetTaxonomies(ZLWordpressService *, const QList<ZLTaxonomy> &list) override;
-    void didSyncBlogWithName(ZLWordpressService *, const QString &name) override;
-    void didFailToUploadPost(ZLWordpressService *, const PostPtr &post) override;
-    void didFailToPerformRequest(ZLWordpressService *, int type, const ZLError &failure) override;
-    void didGetPosts(ZLWordpressService *, const QList<PostPtr> &list) override;
-    void didPublishPost(ZLWordpressService *, const PostPtr &post, const PostPtr &original) override;
-    void didUpdatePost(ZLWordpressService *, const PostPtr &post) override;
-    void didPublishDraftPost(ZLWordpressService *, const PostPtr &post) override;
-    void didDeletePost(ZLWordpressService *, const PostPtr &post) override;
-    void didUploadImage(ZLWordpressService *, const QUrl &url) override;
-    void didCreateCategory(ZLWordpressService *, const QString &name) override;
-    void didGetProfile(ZLWordpressService *, const XMLRPCValue &value) override;
-    void didGetUserBlogs(ZLWordpressService *, const XMLRPCValue &value) override;
-    void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &value) override;
-    void makePreviewTemplateForPost(const PostPtr &post) override;
-    void didSendBodyData(ZLWordpressService *, const PostPtr &, float fraction) override;
+    void note(const QString &what, const PostPtr &post)
+    {
+        journal.append(what + u' ' + (post ? post->title : u"nothing"_qs));
+    }
+
+    void didReconnectAccount(ZLWordpressService *, const AccountPtr &account) override
+    {
+        journal.append(u"reconnected "_qs + (account ? account->name : QString()));
+    }
+    void didGetTaxonomies(ZLWordpressService *, const QList<ZLTaxonomy> &list) override
+    {
+        taxonomies = list;
+        journal.append(u"got taxonomies"_qs);
+    }
+    void didSyncBlogWithName(ZLWordpressService *, const QString &name) override
+    {
+        journal.append(u"synced "_qs + name);
+    }
+    void didFailToUploadPost(ZLWordpressService *, const PostPtr &post) override
+    {
+        note(u"upload failed:"_qs, post);
+        onFailure();
+    }
+    void didFailToPerformRequest(ZLWordpressService *, int type, const ZLError &failure) override
+    {
+        journal.append(u"request %1 failed: %2 %3"_qs.arg(type).arg(failure.domain).arg(failure.code));
+        onFailure();
+    }
+    void didGetPosts(ZLWordpressService *, const QList<PostPtr> &posts) override
+    {
+        journal.append(u"got %1 posts"_qs.arg(posts.size()));
+    }
+    void didPublishPost(ZLWordpressService *, const PostPtr &post, const PostPtr &original) override
+    {
+        remote = post;
+        note(u"published"_qs, original);
+    }
+    void didUpdatePost(ZLWordpressService *, const PostPtr &post) override { note(u"updated"_qs, post); }
+    void didPublishDraftPost(ZLWordpressService *, const PostPtr &post) override { note(u"published draft"_qs, post); }
+    void didDeletePost(ZLWordpressService *, const PostPtr &post) override { note(u"deleted"_qs, post); }
+    void didUploadImage(ZLWordpressService *, const QUrl &url) override
+    {
+        journal.append(u"uploaded "_qs + url.toString());
+    }
+    void didCreateCategory(ZLWordpressService *, const QString &name) override
+    {
+        journal.append(u"created category "_qs + name);
+    }
+    void didGetProfile(ZLWordpressService *, const XMLRPCValue &value) override { got("profile", value); }
+    void didGetUserBlogs(ZLWordpressService *, const XMLRPCValue &value) override { got("blogs", value); }
+    void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &value) override { got("options", value); }
+    void makePreviewTemplateForPost(const PostPtr &post) override
+    {
+        remote = post;
+        note(u"preview of"_qs, post);
+    }
+    void didSendBodyData(ZLWordpressService *, const PostPtr &, float fraction) override { progress.append(fraction); }
+
+private:
+    void got(const char *what, const XMLRPCValue &value)
+    {
+        struct_ = value;
+        journal.append(u"got "_qs + QLatin1String(what));
+    }
 };
 
 /// A pretended blog and a service connected to it, whose notifications go into the delegate's journal as well.
@@ -48,6 +94,10 @@ public:
 
     ServicePtr makeService(const AccountPtr &of);
     QStringList &journal() { return delegate.journal; }
+    void addTaxonomy(int type, const QString &name, const QString &id)
+    {
+        account->taxonomies.append(std::make_shared<Taxonomy>(Taxonomy{name, id, type}));
+    }
     /// The parameters of a call as one line.
     static QString parameters(const FakeBlog::Call &call) { return XMLRPCDocuments::described(call.parameters); }
     /// Lets everything that is under way happen, but for what the network holds back.

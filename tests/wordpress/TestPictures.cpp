@@ -42,14 +42,17 @@ QByteArray TestPictures::gif()
         "AAAAABAAEAAAICTAEAOw==");
 }
 
-TestPictures::Facts TestPictures::facts(const QByteArray &picture)
+QString TestPictures::facts(const QByteArray &picture)
 {
     flat(1, 1);
     const char *loader = vips_foreign_find_load_buffer(picture.constData(), size_t(picture.size()));
     if (!loader)
         return {};
     const VImage image = VImage::new_from_buffer(picture.constData(), size_t(picture.size()), "");
-    const bool hasCameraData = image.get_typeof("exif-ifd0-Make") != 0;
-    const QByteArray shortName = QByteArray(vips_nickname_find(g_type_from_name(loader)));
-    return {shortName, image.width(), image.height(), hasCameraData};
+    const QString format =
+        QString::fromLatin1(vips_nickname_find(g_type_from_name(loader))).remove(QLatin1String("load_buffer"));
+    return u"%1 %2x%3%4"_qs.arg(format)
+        .arg(image.width())
+        .arg(image.height())
+        .arg(QLatin1String(image.get_typeof("exif-ifd0-Make") != 0 ? " with camera data" : ""));
 }

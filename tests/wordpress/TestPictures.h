@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QString>
 
 /// Small pictures made on the spot.
 namespace TestPictures {
@@ -9,12 +9,6 @@ QByteArray png(int width, int height);
 QByteArray jpeg(int width, int height, int orientation = 1);
 QByteArray gif(); ///< two frames
 
-struct Facts {
-    QByteArray loader; ///< "pngload_buffer", "jpegload_buffer"; empty when it is no picture
-    int width = 0;
-    int height = 0;
-    bool hasCameraData = false;
-    bool operator==(const Facts &) const = default;
-};
-Facts facts(const QByteArray &picture);
+/// What a picture is: "png 4x3", "jpeg 4x3 with camera data"; empty when it is none.
+QString facts(const QByteArray &picture);
 } // namespace TestPictures

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDirIterator>
+#include <QFile>
+
+/// All of a file; nothing when there is none.
+inline QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Puts a file there, and the folders above it.
+inline void writeFile(const QString &path, const QByteArray &bytes = {})
+{
+    QFile file(path);
+    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+/// The files below a folder, by their path from there, sorted.
+inline QStringList filesBelow(const QString &folder)
+{
+    QStringList found;
+    for (QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories); walk.hasNext();)
+        found.append(QDir(folder).relativeFilePath(walk.next()));
+    found.sort();
+    return found;
+}
