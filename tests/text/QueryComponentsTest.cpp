@@ -4,7 +4,6 @@
 #include "text/RandomString.h"
 
 #include <QRegularExpression>
-#include <QTest>
 
 using namespace QueryComponents;
 
@@ -14,44 +13,43 @@ class QueryComponentsTest : public QObject {
 private Q_SLOTS:
     void queries()
     {
-        const auto components = dictionaryFromQueryComponents(QStringLiteral("a=1&a=2&b&c=x=y&d=&%C3%A9+f=g%20h"));
+        const auto components = dictionaryFromQueryComponents(u"a=1&a=2&b&c=x=y&d=&%C3%A9+f=g%20h"_qs);
         const QHash<QString, QStringList> expected{
-            {QStringLiteral("a"), {QStringLiteral("1"), QStringLiteral("2")}},
-            {QStringLiteral("c"), {QStringLiteral("x")}},
-            {QStringLiteral("d"), {QString()}},
-            {QStringLiteral("é f"), {QStringLiteral("g h")}},
+            {u"a"_qs, {u"1"_qs, u"2"_qs}},
+            {u"c"_qs, {u"x"_qs}},
+            {u"d"_qs, {QString()}},
+            {u"é f"_qs, {u"g h"_qs}},
         };
         QCOMPARE(components, expected);
-        QCOMPARE(queryComponents(QUrl(QStringLiteral("http://h/p?x=a%26b&y=%2B+"))),
-            (QHash<QString, QStringList>{
-                {QStringLiteral("x"), {QStringLiteral("a&b")}}, {QStringLiteral("y"), {QStringLiteral("+ ")}}}));
+        QCOMPARE(queryComponents(QUrl(u"http://h/p?x=a%26b&y=%2B+"_qs)),
+            (QHash<QString, QStringList>{{u"x"_qs, {u"a&b"_qs}}, {u"y"_qs, {u"+ "_qs}}}));
     }
 
     void encoding()
     {
-        QCOMPARE(stringByEncodingURLFormat(QStringLiteral("é <b> 100%")), QStringLiteral("%C3%A9+%3Cb%3E+100%25"));
-        const QMap<QString, QStringList> components{{QStringLiteral("a"), {QStringLiteral("1 2"), QStringLiteral("3")}},
-            {QStringLiteral("b"), {QStringLiteral("é")}}, {QStringLiteral("é"), {QStringLiteral("lost")}}};
-        QCOMPARE(stringFromQueryComponents(components), QStringLiteral("a=1+2&a=3&b=%C3%A9"));
+        QCOMPARE(stringByEncodingURLFormat(u"é <b> 100%"_qs), u"%C3%A9+%3Cb%3E+100%25"_qs);
+        const QMap<QString, QStringList> components{
+            {u"a"_qs, {u"1 2"_qs, u"3"_qs}}, {u"b"_qs, {u"é"_qs}}, {u"é"_qs, {u"lost"_qs}}};
+        QCOMPARE(stringFromQueryComponents(components), u"a=1+2&a=3&b=%C3%A9"_qs);
         QVERIFY(stringFromQueryComponents({}).isEmpty());
     }
 
     void variables()
     {
-        const URLParser parser(QStringLiteral("http://h/p?a=1&&ab=2&x=&a=3%20"));
-        QCOMPARE(parser.valueForVariable(QStringLiteral("a")), QStringLiteral("1"));
-        QCOMPARE(parser.valueForVariable(QStringLiteral("ab")), QStringLiteral("2"));
-        QVERIFY(parser.valueForVariable(QStringLiteral("x")).isNull());
-        QVERIFY(parser.valueForVariable(QStringLiteral("b")).isNull());
-        QVERIFY(URLParser(QStringLiteral("http://h/p&a=1")).valueForVariable(QStringLiteral("a")).isNull());
+        const URLParser parser(u"http://h/p?a=1&&ab=2&x=&a=3%20"_qs);
+        QCOMPARE(parser.valueForVariable(u"a"_qs), u"1"_qs);
+        QCOMPARE(parser.valueForVariable(u"ab"_qs), u"2"_qs);
+        QVERIFY(parser.valueForVariable(u"x"_qs).isNull());
+        QVERIFY(parser.valueForVariable(u"b"_qs).isNull());
+        QVERIFY(URLParser(u"http://h/p&a=1"_qs).valueForVariable(u"a"_qs).isNull());
     }
 
     void digests()
     {
         const HashValue md5 = HashValue::md5HashWithData(QByteArrayLiteral("abc"));
         const HashValue sha = HashValue::sha256HashWithData(QByteArrayLiteral("abc"));
-        QCOMPARE(md5.description(), QStringLiteral("900150983cd24fb0d6963f7d28e17f72"));
-        QCOMPARE(sha.description(), QStringLiteral("ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"));
+        QCOMPARE(md5.description(), u"900150983cd24fb0d6963f7d28e17f72"_qs);
+        QCOMPARE(sha.description(), u"ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"_qs);
         QCOMPARE(HashValue(sha.encoded()), sha);
         QCOMPARE(HashValue(sha.value(), HashValue::SHA256), sha);
         QVERIFY(HashValue(sha.value(), HashValue::MD5) != sha);
@@ -60,7 +58,7 @@ private Q_SLOTS:
 
     void randomStrings()
     {
-        static const QRegularExpression id(QStringLiteral("^[a-zA-Z0-9]{8}$"));
+        static const QRegularExpression id(u"^[a-zA-Z0-9]{8}$"_qs);
         const QString one = genRandString(8);
         QVERIFY(id.match(one).hasMatch());
         QVERIFY(genRandString(8) != one);

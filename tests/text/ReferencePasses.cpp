@@ -8,16 +8,15 @@
 #include <algorithm>
 
 namespace {
-const QString blocks =
-    QStringLiteral("(?:table|thead|tfoot|caption|col|colgroup|tbody|tr|td|th|div|dl|dd|dt|ul|ol|li|pre|"
-                   "form|map|area|blockquote|address|math|style|p|h[1-6]|hr|fieldset|noscript|legend|"
-                   "section|article|aside|hgroup|header|footer|nav|figure|details|menu|summary)");
+const QString blocks = u"(?:table|thead|tfoot|caption|col|colgroup|tbody|tr|td|th|div|dl|dd|dt|ul|ol|li|pre|"
+                       "form|map|area|blockquote|address|math|style|p|h[1-6]|hr|fieldset|noscript|legend|"
+                       "section|article|aside|hgroup|header|footer|nav|figure|details|menu|summary)"_qs;
 
 /// A bare dot is spelled out: in the dialect of the patterns it stops at every line end.
 QRegularExpression pattern(QString text)
 {
-    static const QRegularExpression bareDot(QStringLiteral(R"re((?<!\\)\.(?=[*]))re"));
-    text.replace(bareDot, QStringLiteral(R"re([^\n\x0b\f\r\x85\x{2028}\x{2029}])re"));
+    static const QRegularExpression bareDot(uR"re((?<!\\)\.(?=[*]))re"_qs);
+    text.replace(bareDot, uR"re([^\n\x0b\f\r\x85\x{2028}\x{2029}])re"_qs);
     QRegularExpression expression(
         text, QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
     if (!expression.isValid())
@@ -52,26 +51,26 @@ QStringList captured(const QRegularExpression &expression, const QString &conten
 
 QString addExtraLineBeforeBlocks(QString content)
 {
-    static const QRegularExpression expression = pattern(QStringLiteral("(<%1[^>]*>)").arg(blocks));
-    return content.replace(expression, QStringLiteral("\n\\1"));
+    static const QRegularExpression expression = pattern(u"(<%1[^>]*>)"_qs.arg(blocks));
+    return content.replace(expression, u"\n\\1"_qs);
 }
 
 QString addExtraLinesAfterBlocks(QString content)
 {
-    static const QRegularExpression expression = pattern(QStringLiteral("(</%1>)").arg(blocks));
-    return content.replace(expression, QStringLiteral("\\1\n\n"));
+    static const QRegularExpression expression = pattern(u"(</%1>)"_qs.arg(blocks));
+    return content.replace(expression, u"\\1\n\n"_qs);
 }
 
 QString trimWhitespaceBetweenLineBreaks(QString content)
 {
-    static const QRegularExpression expression = pattern(QStringLiteral(R"re(\n\s*?\n)re"));
-    return content.replace(expression, QStringLiteral("\n\n"));
+    static const QRegularExpression expression = pattern(uR"re(\n\s*?\n)re"_qs);
+    return content.replace(expression, u"\n\n"_qs);
 }
 
 bool shouldAddParagraphForContent(const QString &chunk)
 {
-    static const QRegularExpression block = pattern(QStringLiteral(R"re(^\s*?</?%1[^>]*>)re").arg(blocks));
-    static const QRegularExpression image = pattern(QStringLiteral(R"re(^\s*?(<a[\S\s]*?>)?\s*?<img)re"));
+    static const QRegularExpression block = pattern(uR"re(^\s*?</?%1[^>]*>)re"_qs.arg(blocks));
+    static const QRegularExpression image = pattern(uR"re(^\s*?(<a[\S\s]*?>)?\s*?<img)re"_qs);
     return !chunk.isEmpty() && !block.match(chunk).hasMatch() && !image.match(chunk).hasMatch();
 }
 
@@ -86,71 +85,67 @@ QString inOrder(const ReferencePasses::Replacements &replacements, QString conte
 namespace ReferencePasses {
 Replacements imageClasses(const QString &content)
 {
-    static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re(<img([^<]*?)class=(['"])(.*?)\2(.*?)//?>)re"));
+    static const QRegularExpression expression = pattern(uR"re(<img([^<]*?)class=(['"])(.*?)\2(.*?)//?>)re"_qs);
     return collected(expression, content, [](const QRegularExpressionMatch &match) {
-        QString tag = QStringLiteral("<img") + match.captured(1);
+        QString tag = u"<img"_qs + match.captured(1);
         QString classes = match.captured(3);
-        if (classes.contains(QStringLiteral("aligncenter"))) {
-            classes += QStringLiteral(" full");
-            tag += QStringLiteral(" align=\"middle\"");
+        if (classes.contains(u"aligncenter"_qs)) {
+            classes += u" full"_qs;
+            tag += u" align=\"middle\""_qs;
         }
-        return QString(tag + QStringLiteral(" class=\"") + classes + u'"' + match.captured(4) + QStringLiteral(" />"));
+        return QString(tag + u" class=\""_qs + classes + u'"' + match.captured(4) + u" />"_qs);
     });
 }
 
 Replacements shortCodeTags(const QString &content)
 {
-    static const QRegularExpression expression = pattern(QStringLiteral(R"re(\[(youtube|vimeo)(.*?)\])re"));
+    static const QRegularExpression expression = pattern(uR"re(\[(youtube|vimeo)(.*?)\])re"_qs);
     return collected(expression, content, [](const QRegularExpressionMatch &match) {
-        return QString(QStringLiteral("<div draggable='true' class='")
-            + ContentPasses::classForShortCodeTag(match.captured(1)) + QStringLiteral("'>") + match.captured()
-            + QStringLiteral("</div>"));
+        return QString(u"<div draggable='true' class='"_qs + ContentPasses::classForShortCodeTag(match.captured(1))
+            + u"'>"_qs + match.captured() + u"</div>"_qs);
     });
 }
 
 Replacements videoURLTags(const QString &content)
 {
     static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re((^|\s)https?:\/\/www\.youtube\.com\/watch\?v=(.*?)(\z|\s))re"));
+        pattern(uR"re((^|\s)https?:\/\/www\.youtube\.com\/watch\?v=(.*?)(\z|\s))re"_qs);
     return collected(expression, content, [](const QRegularExpressionMatch &match) {
-        return QString(QStringLiteral("<div draggable='true' class='youtube'>[youtube=") + match.captured()
-            + QStringLiteral("&w=640&h=360]</div>"));
+        return QString(
+            u"<div draggable='true' class='youtube'>[youtube="_qs + match.captured() + u"&w=640&h=360]</div>"_qs);
     });
 }
 
 Replacements headings(const QString &content)
 {
     static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re(<\s*?(h1|h2|h3|h4|h5|h6).*?>(.*?)<(\s*?)\/(\s*?)(h1|h2|h3|h4|h5|h6)\s*?>)re"));
+        pattern(uR"re(<\s*?(h1|h2|h3|h4|h5|h6).*?>(.*?)<(\s*?)\/(\s*?)(h1|h2|h3|h4|h5|h6)\s*?>)re"_qs);
     static const QRegularExpression inside =
-        pattern(QStringLiteral(R"re(class(\s*?)=(\s*?)["'](\s*?)headingAlreadyInsideContainer(\s*?)['"])re"));
+        pattern(uR"re(class(\s*?)=(\s*?)["'](\s*?)headingAlreadyInsideContainer(\s*?)['"])re"_qs);
     return collected(expression, content, [](const QRegularExpressionMatch &match) {
         QString text = match.captured();
         if (inside.match(text).hasMatch())
             return QString();
         int level = 1;
-        while (level <= 6 && !text.contains(QStringLiteral("h%1").arg(level))
-            && !text.contains(QStringLiteral("H%1").arg(level)))
+        while (level <= 6 && !text.contains(u"h%1"_qs.arg(level)) && !text.contains(u"H%1"_qs.arg(level)))
             ++level;
         if (level > 6)
             level = 1;
-        for (const QString &letter : {QStringLiteral("h"), QStringLiteral("H")}) {
+        for (const QString &letter : {u"h"_qs, u"H"_qs}) {
             const QString name = letter + QString::number(level);
-            text.replace(name, name + QStringLiteral(" class='headingAlreadyInsideContainer'"));
+            text.replace(name, name + u" class='headingAlreadyInsideContainer'"_qs);
         }
-        return QStringLiteral("<div class='heading-container'><img class='heading-box h%1-selector'>").arg(level) + text
-            + QStringLiteral("</div>");
+        return u"<div class='heading-container'><img class='heading-box h%1-selector'>"_qs.arg(level) + text
+            + u"</div>"_qs;
     });
 }
 
 Replacements embedTags(const QString &content)
 {
     static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re(<div\s[\s\S]*?class=['"](embed|youtube|vimeo|videolog)['"]>(.*?)</div>)re"));
-    return collected(expression, content, [](const QRegularExpressionMatch &match) {
-        return match.captured(2).isNull() ? QStringLiteral("") : match.captured(2);
-    });
+        pattern(uR"re(<div\s[\s\S]*?class=['"](embed|youtube|vimeo|videolog)['"]>(.*?)</div>)re"_qs);
+    return collected(expression, content,
+        [](const QRegularExpressionMatch &match) { return match.captured(2).isNull() ? u""_qs : match.captured(2); });
 }
 
 QString longestFirst(Replacements replacements, QString content)
@@ -184,22 +179,22 @@ bool isResultOf(const Replacements &replacements, const QString &content, const 
 
 QString removeEmptyParagraphs(QString content)
 {
-    static const QRegularExpression expression = pattern(QStringLiteral(R"re(<p[^<\s\S]*?>\s*?</p>)re"));
+    static const QRegularExpression expression = pattern(uR"re(<p[^<\s\S]*?>\s*?</p>)re"_qs);
     return content.replace(expression, QString());
 }
 
 QString paragraphs(const QString &content)
 {
-    static const QRegularExpression leading = pattern(QStringLiteral(R"re(^\s*)re"));
+    static const QRegularExpression leading = pattern(uR"re(^\s*)re"_qs);
     const QString lines = trimWhitespaceBetweenLineBreaks(addExtraLinesAfterBlocks(addExtraLineBeforeBlocks(content)));
     QString result;
-    for (QString chunk : lines.split(QStringLiteral("\n\n"))) {
+    for (QString chunk : lines.split(u"\n\n"_qs)) {
         if (!shouldAddParagraphForContent(chunk)) {
             result += chunk;
             continue;
         }
-        chunk.replace(leading, QString()).replace(QStringLiteral("\n"), QStringLiteral("<br>"));
-        result += QStringLiteral("<p>") + chunk + QStringLiteral("<br /><br /></p>");
+        chunk.replace(leading, QString()).replace(u"\n"_qs, u"<br>"_qs);
+        result += u"<p>"_qs + chunk + u"<br /><br /></p>"_qs;
     }
     return removeEmptyParagraphs(result);
 }
@@ -207,20 +202,20 @@ QString paragraphs(const QString &content)
 QString replaceYouTubeTags(QString content)
 {
     static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re((<img\s[\s\S]*?data-youtube\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"));
-    return content.replace(expression, QStringLiteral("[youtube=\\2]"));
+        pattern(uR"re((<img\s[\s\S]*?data-youtube\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"_qs);
+    return content.replace(expression, u"[youtube=\\2]"_qs);
 }
 
 QStringList imageSources(const QString &content)
 {
     static const QRegularExpression expression =
-        pattern(QStringLiteral(R"re((<img\s[\s\S]*?src\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"));
+        pattern(uR"re((<img\s[\s\S]*?src\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"_qs);
     return captured(expression, content);
 }
 
 QString removeHTMLFromString(QString html)
 {
-    static const QRegularExpression tag = pattern(QStringLiteral("<[^>]+>"));
+    static const QRegularExpression tag = pattern(u"<[^>]+>"_qs);
     for (;;) {
         QString window = html.left(300);
         if (!window.isEmpty() && window.back().isHighSurrogate())
@@ -230,19 +225,17 @@ QString removeHTMLFromString(QString html)
             break;
         html.remove(match.capturedStart(), match.capturedLength());
     }
-    return html.replace(QStringLiteral("<br>"), QStringLiteral(" "))
-        .replace(QStringLiteral("\n"), QStringLiteral(" "))
-        .replace(QStringLiteral("&nbsp;"), QStringLiteral(" "));
+    return html.replace(u"<br>"_qs, u" "_qs).replace(u"\n"_qs, u" "_qs).replace(u"&nbsp;"_qs, u" "_qs);
 }
 
 QString linkified(QString text)
 {
     // \w and \b spelled out, as engines differ about marks
-    const QString word = QStringLiteral(R"(\p{L}\p{M}\p{Nd}\p{Nl}\p{Pc}\x{200c}\x{200d})");
-    static const QRegularExpression expression = pattern(QStringLiteral(
-        R"re((?<!=")(?<![%1])((http|https):\/\/[%1\-_]+(\.[%1\-_]+)+([%1\-\.,@?^=%&amp;:/~\+#]*[%1\-\@?^=%&amp;/~\+#])?))re")
-                                                             .replace(QStringLiteral("%1"), word));
-    return text.replace(expression, QStringLiteral("<a href=\"\\1\" class=\"linkified\">\\1</a>"));
+    const QString word = uR"(\p{L}\p{M}\p{Nd}\p{Nl}\p{Pc}\x{200c}\x{200d})"_qs;
+    static const QRegularExpression expression = pattern(
+        uR"re((?<!=")(?<![%1])((http|https):\/\/[%1\-_]+(\.[%1\-_]+)+([%1\-\.,@?^=%&amp;:/~\+#]*[%1\-\@?^=%&amp;/~\+#])?))re"_qs
+            .replace(u"%1"_qs, word));
+    return text.replace(expression, u"<a href=\"\\1\" class=\"linkified\">\\1</a>"_qs);
 }
 
 QString entitiesDecoded(const QString &text)
@@ -256,7 +249,7 @@ QString entitiesDecoded(const QString &text)
         const QString name = text.sliced(at + 1, length - 2);
         if (name.startsWith(u'#')) {
             const bool hex = name.size() > 1 && name[1].toLower() == u'x';
-            static const QRegularExpression digits(QStringLiteral("^#(?:[xX][0-9a-fA-F]+|[0-9]+)\\z"));
+            static const QRegularExpression digits(u"^#(?:[xX][0-9a-fA-F]+|[0-9]+)\\z"_qs);
             const uint code =
                 digits.match(name).hasMatch() ? name.sliced(hex ? 2 : 1).toUInt(nullptr, hex ? 16 : 10) : 0;
             if (code >= 1 && code <= 65534)
@@ -283,8 +276,8 @@ QString strippedTags(const QString &html)
         if (end < 0)
             break;
         const QString tag = html.sliced(at, end + 1 - at);
-        static const QRegularExpression silent(QStringLiteral("^</?(a|span|strong|em)>\\z"));
-        replacements.append({tag, silent.match(tag).hasMatch() ? QStringLiteral("") : QStringLiteral(" ")});
+        static const QRegularExpression silent(u"^</?(a|span|strong|em)>\\z"_qs);
+        replacements.append({tag, silent.match(tag).hasMatch() ? u""_qs : u" "_qs});
         at = html.indexOf(u'<', end);
     }
     return HTMLEntities::stringByRemovingNewLinesAndWhitespace(longestFirst(replacements, html));
@@ -292,12 +285,12 @@ QString strippedTags(const QString &html)
 
 QString plainText(const QString &html)
 {
-    static const QString spaces = QStringLiteral(" \t\n\r\u0085\f\u2028\u2029");
+    static const QString spaces = u" \t\n\r\u0085\f\u2028\u2029"_qs;
     static const QRegularExpression token(
-        QStringLiteral(R"re((<!--.*?(?:-->|\z))|<(/\p{L}*)?[^>]*(?:>|\z)|([%1]+)|[^<%1]+)re").arg(spaces),
+        uR"re((<!--.*?(?:-->|\z))|<(/\p{L}*)?[^>]*(?:>|\z)|([%1]+)|[^<%1]+)re"_qs.arg(spaces),
         QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression goesOn(QStringLiteral("^/(a|b|i|q|span|em|strong|cite|abbr|acronym|label)\\z"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression goesOn(
+        u"^/(a|b|i|q|span|em|strong|cite|abbr|acronym|label)\\z"_qs, QRegularExpression::CaseInsensitiveOption);
     QString result;
     for (auto it = token.globalMatch(html); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
