@@ -19,41 +19,32 @@ AccountPtr filled(ZLManagedObjectContext &context, const QString &name)
 {
     const AccountPtr account = context.insertAccount();
     account->name = name;
-    account->blog_name = name + QStringLiteral(" & Co");
-    account->url = QStringLiteral("http://127.0.0.1/") + name;
+    account->blog_name = name + u" & Co"_qs;
+    account->url = u"http://127.0.0.1/"_qs + name;
     account->preferences = std::make_shared<AccountPreferences>();
     account->preferences->login_automatically = false;
     account->preferences->feature_image_width = 111;
-    account->evernote = std::make_shared<Evernote>(Evernote{QStringLiteral("guid"), QDateTime::currentDateTimeUtc()});
-    account->taxonomies = {std::make_shared<Taxonomy>(Taxonomy{QStringLiteral("R&D"), QStringLiteral("7"), 0}),
-        std::make_shared<Taxonomy>(Taxonomy{QStringLiteral("new"), QString(), 1})};
+    account->evernote = std::make_shared<Evernote>(Evernote{u"guid"_qs, QDateTime::currentDateTimeUtc()});
+    account->taxonomies = {std::make_shared<Taxonomy>(Taxonomy{u"R&D"_qs, u"7"_qs, 0}),
+        std::make_shared<Taxonomy>(Taxonomy{u"new"_qs, QString(), 1})};
     return account;
 }
 
-int rowsOf(const QString &directory, const QString &table)
+/// Runs a statement beside the store's own connection; gives the number that it selects.
+int run(const QString &directory, const QString &statement)
 {
-    int count = -1;
+    int number = 0;
     {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("look"));
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_qs, u"beside"_qs);
         database.setDatabaseName(directory + "/Zalmo.storedata");
         QSqlQuery query(database.open() ? database : QSqlDatabase());
-        if (query.exec("SELECT count(*) FROM " + table) && query.next())
-            count = query.value(0).toInt();
+        if (!query.exec(statement))
+            qFatal("%s: %s", qPrintable(statement), qPrintable(query.lastError().text()));
+        if (query.next())
+            number = query.value(0).toInt();
     }
-    QSqlDatabase::removeDatabase(QStringLiteral("look"));
-    return count;
-}
-
-void run(const QString &directory, const QString &statement)
-{
-    {
-        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("run"));
-        database.setDatabaseName(directory + "/Zalmo.storedata");
-        QVERIFY(database.open());
-        QSqlQuery query(database);
-        QVERIFY2(query.exec(statement), qPrintable(query.lastError().text()));
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("run"));
+    QSqlDatabase::removeDatabase(u"beside"_qs);
+    return number;
 }
 
 } // namespace
@@ -71,8 +62,8 @@ private Q_SLOTS:
             auto context = opened(directory);
             QVERIFY(context);
             QVERIFY(!context->hasChanges());
-            filled(*context, QStringLiteral("first"));
-            const AccountPtr second = filled(*context, QStringLiteral("second"));
+            filled(*context, u"first"_qs);
+            const AccountPtr second = filled(*context, u"second"_qs);
             second->blog_name = QString();
             synced = second->evernote->last_synced;
             const SelectedAccountPtr selected = context->insertSelectedAccount();
@@ -87,15 +78,15 @@ private Q_SLOTS:
         const auto context = opened(directory);
         QCOMPARE(context->accounts().size(), 2);
         const AccountPtr first = context->accounts()[0], second = context->accounts()[1];
-        QCOMPARE(first->alias(), QStringLiteral("first & Co"));
+        QCOMPARE(first->alias(), u"first & Co"_qs);
         QVERIFY(second->blog_name.isNull());
-        QCOMPARE(second->alias(), QStringLiteral("second"));
+        QCOMPARE(second->alias(), u"second"_qs);
         QCOMPARE(first->preferences->login_automatically, std::optional<bool>(false));
         QVERIFY(!second->preferences->login_automatically.has_value());
         QCOMPARE(first->preferences->feature_image_width, 111);
         QCOMPARE(second->evernote->last_synced, synced);
-        QCOMPARE(first->taxonomies[0]->name, QStringLiteral("R&D"));
-        QCOMPARE(first->taxonomies[0]->taxonomy_id, QStringLiteral("7"));
+        QCOMPARE(first->taxonomies[0]->name, u"R&D"_qs);
+        QCOMPARE(first->taxonomies[0]->taxonomy_id, u"7"_qs);
         QVERIFY(first->taxonomies[1]->taxonomy_id.isNull());
         QCOMPARE(context->selectedAccounts().size(), 1);
         QCOMPARE(context->selectedAccounts()[0]->account, second);
@@ -105,41 +96,39 @@ private Q_SLOTS:
     {
         QTemporaryDir home;
         auto context = opened(home.path());
-        const AccountPtr gone = filled(*context, QStringLiteral("gone"));
-        filled(*context, QStringLiteral("kept"));
+        const AccountPtr gone = filled(*context, u"gone"_qs);
+        filled(*context, u"kept"_qs);
         const SelectedAccountPtr selected = context->insertSelectedAccount();
         selected->account = gone;
         QVERIFY(context->save());
         context->deleteAccount(gone);
         QVERIFY(context->save());
         QVERIFY(!selected->account);
-        for (const QString &table :
-            {QStringLiteral("Account"), QStringLiteral("AccountPreferences"), QStringLiteral("Evernote")})
-            QCOMPARE(rowsOf(home.path(), table), 1);
-        QCOMPARE(rowsOf(home.path(), QStringLiteral("Taxonomy")), 2);
+        for (const QString &table : {u"Account"_qs, u"AccountPreferences"_qs, u"Evernote"_qs})
+            QCOMPARE(run(home.path(), u"SELECT count(*) FROM "_qs + table), 1);
+        QCOMPARE(run(home.path(), u"SELECT count(*) FROM Taxonomy"_qs), 2);
     }
 
     void aFailedSaveKeepsMemoryAndFile()
     {
         QTemporaryDir home;
         auto context = opened(home.path());
-        const AccountPtr account = filled(*context, QStringLiteral("a"));
+        const AccountPtr account = filled(*context, u"a"_qs);
         QVERIFY(context->save());
         // Another program's lock stands for every way in which the database refuses.
         run(home.path(),
-            QStringLiteral(
-                "CREATE TRIGGER refuse BEFORE INSERT ON Taxonomy BEGIN SELECT RAISE(ABORT, 'disk full'); END"));
-        account->name = QStringLiteral("changed");
+            u"CREATE TRIGGER refuse BEFORE INSERT ON Taxonomy BEGIN SELECT RAISE(ABORT, 'disk full'); END"_qs);
+        account->name = u"changed"_qs;
         const Result<void> refused = context->save();
         QVERIFY(!refused);
         QVERIFY2(
             refused.error().description.contains(QLatin1String("disk full")), qPrintable(refused.error().description));
-        QCOMPARE(context->accounts()[0]->name, QStringLiteral("changed"));
+        QCOMPARE(context->accounts()[0]->name, u"changed"_qs);
         QVERIFY(context->hasChanges());
-        QCOMPARE(opened(home.path())->accounts()[0]->name, QStringLiteral("a"));
-        run(home.path(), QStringLiteral("DROP TRIGGER refuse"));
+        QCOMPARE(opened(home.path())->accounts()[0]->name, u"a"_qs);
+        run(home.path(), u"DROP TRIGGER refuse"_qs);
         QVERIFY(context->save());
-        QCOMPARE(opened(home.path())->accounts()[0]->name, QStringLiteral("changed"));
+        QCOMPARE(opened(home.path())->accounts()[0]->name, u"changed"_qs);
     }
 
     void whatIsNoStoreIsRefusedAndLeftAlone()
@@ -150,10 +139,10 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         const auto noFolder = ZLManagedObjectContext::open(blocked);
         QVERIFY(!noFolder);
-        QCOMPARE(noFolder.error().domain, QStringLiteral("YOUR_ERROR_DOMAIN"));
+        QCOMPARE(noFolder.error().domain, u"YOUR_ERROR_DOMAIN"_qs);
         QCOMPARE(noFolder.error().code, 101);
         QCOMPARE(noFolder.error().description,
-            QStringLiteral("Expected a folder to store application data, found a file (%1).").arg(blocked));
+            u"Expected a folder to store application data, found a file (%1)."_qs.arg(blocked));
 
         const QByteArray noise(4096, 'n');
         QFile store(home.path() + "/Zalmo.storedata");
@@ -166,8 +155,8 @@ private Q_SLOTS:
     void aStoreOfANewerProgramIsRefused()
     {
         QTemporaryDir home;
-        filled(*opened(home.path()), QStringLiteral("a"));
-        run(home.path(), QStringLiteral("PRAGMA user_version = 99"));
+        filled(*opened(home.path()), u"a"_qs);
+        run(home.path(), u"PRAGMA user_version = 99"_qs);
         const auto context = ZLManagedObjectContext::open(home.path());
         QVERIFY(!context);
         QVERIFY(context.error().description.contains(QLatin1String("newer")));
