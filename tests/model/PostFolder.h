@@ -1,29 +1,23 @@
 #pragma once
 
-#include <QDir>
-#include <QFile>
+#include "support/Files.h"
+#include "support/TestClasses.h"
+
 #include <QTemporaryDir>
 #include <QUrl>
 
 /// A folder for the post files of one test.
 class PostFolder {
 public:
-    QString path(const QString &name = QStringLiteral("post.zalmo")) const { return m_folder.filePath(name); }
-    QUrl url(const QString &name = QStringLiteral("post.zalmo")) const { return QUrl::fromLocalFile(path(name)); }
+    QString path(const QString &name = u"post.zalmo"_qs) const { return m_folder.filePath(name); }
+    QUrl url(const QString &name = u"post.zalmo"_qs) const { return QUrl::fromLocalFile(path(name)); }
 
-    QUrl write(const QByteArray &bytes, const QString &name = QStringLiteral("post.zalmo")) const
+    QUrl write(const QByteArray &bytes, const QString &name = u"post.zalmo"_qs) const
     {
-        QFile file(path(name));
-        if (!QDir().mkpath(QFileInfo(file).path()) || !file.open(QIODevice::WriteOnly)
-            || file.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(file.fileName()));
+        writeFile(path(name), bytes);
         return url(name);
     }
-    QByteArray read(const QString &name = QStringLiteral("post.zalmo")) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray read(const QString &name = u"post.zalmo"_qs) const { return contentsOf(path(name)); }
     bool has(const QString &name) const { return QFile::exists(path(name)); }
 
 private:
@@ -54,4 +48,3 @@ struct FileText {
             + fileInfo + "</file_info></zalmo>";
     }
 };
-Q_DECLARE_METATYPE(FileText)

@@ -1,12 +1,9 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/ZLPostCatalogue.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <QTest>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,6 +18,7 @@ class TestCatalogue : public QObject {
         ZLPostCatalogue catalogue{files, PostFolderReader(std::chrono::milliseconds(0))};
 
         QString name(const QString &file) const { return u"zalmo/accounts/blog/"_qs + file; }
+        QString path(const QString &file) const { return home.path(name(file)); }
         QUrl write(const QString &file, const FileText &text = {}) const
         {
             return home.write(text.bytes(), name(file));
@@ -43,7 +41,7 @@ class TestCatalogue : public QObject {
         /// Writes until the change shows in the time of it, which has its grain.
         void rewrite(const QString &file, const FileText &text) const
         {
-            const QFileInfo before(home.path(name(file)));
+            const QFileInfo before(path(file));
             const QDateTime changed = before.metadataChangeTime();
             do
                 write(file, text);
@@ -51,7 +49,7 @@ class TestCatalogue : public QObject {
         }
         void setDate(const QString &file, const QDateTime &date) const
         {
-            QFile opened(home.path(name(file)));
+            QFile opened(path(file));
             if (!opened.open(QIODevice::ReadWrite) || !opened.setFileTime(date, QFileDevice::FileModificationTime))
                 qFatal("cannot set the date of %s", qPrintable(opened.fileName()));
         }
@@ -66,7 +64,7 @@ private Q_SLOTS:
                  u"posts/p3/conflict.zalmo"_qs, u"posts/p3/conflict-solved.zalmo"_qs, u"posts/p3/post.xml"_qs,
                  u"sub/blog/posts/p4/post.zalmo"_qs, u".hidden/post.zalmo"_qs, u"posts/pü \U0001F600/post.zalmo"_qs})
             blog.write(file);
-        QVERIFY(QDir().mkpath(blog.home.path(blog.name(u"posts/p5/post.zalmo"_qs))));
+        QVERIFY(QDir().mkpath(blog.path(u"posts/p5/post.zalmo"_qs)));
         QCOMPARE(blog.sortedList(),
             (QStringList{u".hidden/post.zalmo 0"_qs, u"posts/p1/post.zalmo 0"_qs, u"posts/p2/.post.zalmo 0"_qs,
                 u"posts/p2/mypost.zalmo 0"_qs, u"posts/p3/conflict-solved.zalmo 0"_qs,
@@ -75,17 +73,15 @@ private Q_SLOTS:
 
     void givesRowsByFilesPresent_data()
     {
-        QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QStringList>("rows");
+        const TestTable<QStringList, QStringList> row({"files", "rows"});
         const QString post = u"p/post.zalmo"_qs;
         const QString conflict = u"p/conflict.zalmo"_qs;
         const QString solved = u"p/conflict-solved.zalmo"_qs;
-        QTest::newRow("post") << QStringList{post} << QStringList{post + u" 4"_qs};
-        QTest::newRow("conflict waits") << QStringList{post, conflict} << QStringList{post + u" 5"_qs};
-        QTest::newRow("solved") << QStringList{post, solved} << QStringList{solved + u" 4"_qs, post + u" 4"_qs};
-        QTest::newRow("all three") << QStringList{post, conflict, solved}
-                                   << QStringList{solved + u" 4"_qs, post + u" 5"_qs};
-        QTest::newRow("conflict alone") << QStringList{conflict} << QStringList();
+        row("post", {post}, {post + u" 4"_qs});
+        row("conflict waits", {post, conflict}, {post + u" 5"_qs});
+        row("solved", {post, solved}, {solved + u" 4"_qs, post + u" 4"_qs});
+        row("all three", {post, conflict, solved}, {solved + u" 4"_qs, post + u" 5"_qs});
+        row("conflict alone", {conflict}, {});
     }
     void givesRowsByFilesPresent()
     {
@@ -116,10 +112,10 @@ private Q_SLOTS:
 
     void isEmptyWithoutAFolder_data()
     {
-        QTest::addColumn<QString>("alias");
-        QTest::newRow("never used") << u"other"_qs;
-        QTest::newRow("outside") << u"../blog"_qs;
-        QTest::newRow("none") << QString();
+        const TestTable<QString> row({"alias"});
+        row("never used", u"other"_qs);
+        row("outside", u"../blog"_qs);
+        row("none", {});
     }
     void isEmptyWithoutAFolder()
     {
@@ -136,10 +132,10 @@ private Q_SLOTS:
         blog.write(u"p1/post.zalmo"_qs);
         blog.home.write("", blog.name(u"p2/post.zalmo"_qs));
         blog.home.write("<zalmo><post>", blog.name(u"p3/post.zalmo"_qs));
-        QVERIFY(QDir().mkpath(blog.home.path(blog.name(u"p4"_qs))));
-        QVERIFY(QFile::link(u"/nowhere"_qs, blog.home.path(blog.name(u"p4/post.zalmo"_qs))));
-        QVERIFY(QDir().mkpath(blog.home.path(blog.name(u"p5"_qs))));
-        QCOMPARE(mkfifo(blog.home.path(blog.name(u"p5/post.zalmo"_qs)).toUtf8().constData(), 0600), 0);
+        QVERIFY(QDir().mkpath(blog.path(u"p4"_qs)));
+        QVERIFY(QFile::link(u"/nowhere"_qs, blog.path(u"p4/post.zalmo"_qs)));
+        QVERIFY(QDir().mkpath(blog.path(u"p5"_qs)));
+        QCOMPARE(mkfifo(blog.path(u"p5/post.zalmo"_qs).toUtf8().constData(), 0600), 0);
         QCOMPARE(blog.sortedList(),
             (QStringList{u"p1/post.zalmo 0"_qs, u"p2/post.zalmo 3"_qs, u"p3/post.zalmo 3"_qs, u"p4/post.zalmo 3"_qs,
                 u"p5/post.zalmo 3"_qs}));
@@ -151,8 +147,8 @@ private Q_SLOTS:
     {
         Blog blog;
         blog.write(u"posts/p1/post.zalmo"_qs);
-        QVERIFY(QFile::link(blog.home.path(blog.name(u"."_qs)), blog.home.path(blog.name(u"posts/again"_qs))));
-        QVERIFY(QFile::link(u"."_qs, blog.home.path(blog.name(u"posts/p1/self"_qs))));
+        QVERIFY(QFile::link(blog.path(u"."_qs), blog.path(u"posts/again"_qs)));
+        QVERIFY(QFile::link(u"."_qs, blog.path(u"posts/p1/self"_qs)));
         QCOMPARE(blog.list(), QStringList{u"posts/p1/post.zalmo 0"_qs});
     }
 
@@ -223,11 +219,9 @@ private Q_SLOTS:
             blog.setDate(file, date);
         } else if (change == u"replaced"_qs) {
             blog.write(u"p1/new"_qs, other);
-            QCOMPARE(rename(blog.home.path(blog.name(u"p1/new"_qs)).toUtf8().constData(),
-                         blog.home.path(blog.name(file)).toUtf8().constData()),
-                0);
+            QCOMPARE(rename(blog.path(u"p1/new"_qs).toUtf8().constData(), blog.path(file).toUtf8().constData()), 0);
         } else if (change == u"removed"_qs) {
-            QVERIFY(QFile::remove(blog.home.path(blog.name(file))));
+            QVERIFY(QFile::remove(blog.path(file)));
             expected = {u"Title 0"_qs};
         } else if (change == u"added"_qs) {
             blog.write(u"p3/post.zalmo"_qs, other);
@@ -236,7 +230,7 @@ private Q_SLOTS:
             blog.write(u"p1/conflict.zalmo"_qs);
             expected = {u"Title 5"_qs, u"Title 0"_qs};
         } else if (change == u"renamed"_qs) {
-            QVERIFY(QDir().rename(blog.home.path(blog.name(u"p1"_qs)), blog.home.path(blog.name(u"p0"_qs))));
+            QVERIFY(QDir().rename(blog.path(u"p1"_qs), blog.path(u"p0"_qs)));
             expected = {u"Title 0"_qs, u"Title 0"_qs};
         }
         QCOMPARE(titles(), expected);

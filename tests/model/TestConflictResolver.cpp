@@ -1,9 +1,6 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/ConflictResolver.h"
-
-#include <QTest>
 
 namespace {
 const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
@@ -47,18 +44,15 @@ class TestConflictResolver : public QObject {
 private Q_SLOTS:
     void answers_data()
     {
-        QTest::addColumn<int>("action");
-        QTest::addColumn<int>("selection");
-        QTest::addColumn<QByteArray>("post");
-        QTest::addColumn<QByteArray>("copy");
+        const TestTable<int, int, QByteArray, QByteArray> row({"action", "selection", "post", "copy"});
         const QByteArray local = "<title>Local</title><content>local body</content>";
         const QByteArray remote = "<title>Remote</title><content>remote body</content>";
-        QTest::newRow("choose local") << int(Resolver::Choose) << int(Resolver::Local) << local << QByteArray();
-        QTest::newRow("keep both, local")
-            << int(Resolver::KeepBoth) << int(Resolver::Local) << local << "<title>[conflicted] " + remote.mid(7);
-        QTest::newRow("choose remote") << int(Resolver::Choose) << int(Resolver::Remote) << remote << QByteArray();
-        QTest::newRow("keep both, remote")
-            << int(Resolver::KeepBoth) << int(Resolver::Remote) << remote << "<title>[conflicted] " + local.mid(7);
+        row("choose local", int(Resolver::Choose), int(Resolver::Local), local, {});
+        row("keep both, local", int(Resolver::KeepBoth), int(Resolver::Local), local,
+            "<title>[conflicted] " + remote.mid(7));
+        row("choose remote", int(Resolver::Choose), int(Resolver::Remote), remote, {});
+        row("keep both, remote", int(Resolver::KeepBoth), int(Resolver::Remote), remote,
+            "<title>[conflicted] " + local.mid(7));
     }
     void answers()
     {
@@ -90,8 +84,7 @@ private Q_SLOTS:
 
     void tellsTheRowsOfARemoteChoice_data()
     {
-        QTest::addColumn<FileText>("remote");
-        QTest::addColumn<int>("row");
+        addColumns<FileText, int>({"remote", "row"});
         const auto row = [](const char *name, const char *engine, const char *status, const char *type, int expected) {
             FileText remote = Conflict().remote;
             remote.engine = engine;
@@ -135,9 +128,9 @@ private Q_SLOTS:
 
     void keepsWhatIsUnsavedInACopyOnly_data()
     {
-        QTest::addColumn<int>("action");
-        QTest::newRow("keep both") << int(Resolver::KeepBoth);
-        QTest::newRow("choose") << int(Resolver::Choose);
+        const TestTable<int> row({"action"});
+        row("keep both", int(Resolver::KeepBoth));
+        row("choose", int(Resolver::Choose));
     }
     void keepsWhatIsUnsavedInACopyOnly()
     {
@@ -178,9 +171,9 @@ private Q_SLOTS:
 
     void losesNothingWithoutTheRemoteCopy_data()
     {
-        QTest::addColumn<bool>("isThere");
-        QTest::newRow("missing") << false;
-        QTest::newRow("damaged") << true;
+        const TestTable<bool> row({"isThere"});
+        row("missing", false);
+        row("damaged", true);
     }
     void losesNothingWithoutTheRemoteCopy()
     {
@@ -200,9 +193,9 @@ private Q_SLOTS:
 
     void losesNothingWhenTheCopyCannotBeWritten_data()
     {
-        QTest::addColumn<int>("selection");
-        QTest::newRow("the local one wins") << int(Resolver::Local);
-        QTest::newRow("the remote one wins") << int(Resolver::Remote);
+        const TestTable<int> row({"selection"});
+        row("the local one wins", int(Resolver::Local));
+        row("the remote one wins", int(Resolver::Remote));
     }
     void losesNothingWhenTheCopyCannotBeWritten()
     {

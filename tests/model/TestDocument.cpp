@@ -1,12 +1,9 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/ZLDocument.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QSignalSpy>
-#include <QTest>
 
 static DocumentPtr opened(const QUrl &url)
 {
@@ -129,9 +126,9 @@ private Q_SLOTS:
 
     void savesOnClose_data()
     {
-        QTest::addColumn<bool>("isNoted");
-        QTest::newRow("noted change") << true;
-        QTest::newRow("change that nobody noted") << false;
+        const TestTable<bool> row({"isNoted"});
+        row("noted change", true);
+        row("change that nobody noted", false);
     }
     void savesOnClose()
     {
@@ -191,12 +188,11 @@ private Q_SLOTS:
 
     void opensDamagedFiles_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("empty") << QByteArray() << u""_qs;
-        QTest::newRow("no XML") << QByteArray("a picture \xFF\xD8") << u""_qs;
-        QTest::newRow("cut off in the body") << FileText().bytes().left(45) << u"Title"_qs;
-        QTest::newRow("cut off at the end") << FileText().bytes().chopped(1) << u"Title"_qs;
+        const TestTable<QByteArray, QString> row({"bytes", "title"});
+        row("empty", {}, u""_qs);
+        row("no XML", "a picture \xFF\xD8", u""_qs);
+        row("cut off in the body", FileText().bytes().left(45), u"Title"_qs);
+        row("cut off at the end", FileText().bytes().chopped(1), u"Title"_qs);
     }
     void opensDamagedFiles()
     {
@@ -261,19 +257,15 @@ private Q_SLOTS:
 
     void movesBesideLocalChanges_data()
     {
-        QTest::addColumn<QByteArray>("there");
-        QTest::addColumn<bool>("hasCopy");
-        QTest::addColumn<QString>("kept");
-        QTest::addColumn<QByteArray>("text");
+        const TestTable<QByteArray, bool, QString, QByteArray> row({"there", "hasCopy", "kept", "text"});
         FileText modified;
         modified.fileInfo = "<status>modified</status>";
         FileText copy;
         copy.fileInfo = "<status>conflict-solved</status><app_version>3</app_version>";
         const QByteArray damaged = "<zalmo><post>";
-        QTest::newRow("modified") << modified.bytes() << false << u"p12/conflict-solved.zalmo"_qs << copy.bytes();
-        QTest::newRow("modified, with a copy")
-            << modified.bytes() << true << u"p12/post.zalmo.kept"_qs << modified.bytes();
-        QTest::newRow("damaged") << damaged << false << u"p12/post.zalmo.damaged"_qs << damaged;
+        row("modified", modified.bytes(), false, u"p12/conflict-solved.zalmo"_qs, copy.bytes());
+        row("modified, with a copy", modified.bytes(), true, u"p12/post.zalmo.kept"_qs, modified.bytes());
+        row("damaged", damaged, false, u"p12/post.zalmo.damaged"_qs, damaged);
     }
     void movesBesideLocalChanges()
     {

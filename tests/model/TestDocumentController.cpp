@@ -1,10 +1,8 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/ZLDocumentController.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 static DocumentPtr openedBy(ZLDocumentController &controller, const QUrl &url)
 {
@@ -65,9 +63,9 @@ private Q_SLOTS:
 
     void keepsWhatCouldNotBeSaved_data()
     {
-        QTest::addColumn<bool>("isDeleted");
-        QTest::newRow("kept") << false;
-        QTest::newRow("unless its file is to be deleted") << true;
+        const TestTable<bool> row({"isDeleted"});
+        row("kept", false);
+        row("unless its file is to be deleted", true);
     }
     void keepsWhatCouldNotBeSaved()
     {
@@ -97,9 +95,9 @@ private Q_SLOTS:
 
     void letsNoTwoWriteToOnePlace_data()
     {
-        QTest::addColumn<bool>("isChanged");
-        QTest::newRow("the other has local changes") << true;
-        QTest::newRow("the other is in step") << false;
+        const TestTable<bool> row({"isChanged"});
+        row("the other has local changes", true);
+        row("the other is in step", false);
     }
     void letsNoTwoWriteToOnePlace()
     {

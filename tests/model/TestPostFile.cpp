@@ -1,12 +1,10 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/PostFile.h"
 #include "model/ZLDocument.h"
 #include "model/ZLFileExtension.h"
 
 #include <QFileInfo>
-#include <QTest>
 
 namespace {
 const QDateTime createdAt(QDate(2014, 10, 21), QTime(9, 30), Qt::UTC);
@@ -66,14 +64,12 @@ private Q_SLOTS:
 
     void workingPostWritesStatus_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("engine");
-        QTest::addColumn<QByteArray>("written");
-        QTest::newRow("none") << -1 << QByteArray("wordpress") << QByteArray();
-        QTest::newRow("new") << 0 << QByteArray("wordpress") << QByteArray("new");
-        QTest::newRow("draft") << 1 << QByteArray("wordpress") << QByteArray("draft");
-        QTest::newRow("published") << 2 << QByteArray("wordpress") << QByteArray("publish");
-        QTest::newRow("note") << 3 << QByteArray("evernote") << QByteArray("new");
+        const TestTable<int, QByteArray, QByteArray> row({"status", "engine", "written"});
+        row("none", -1, "wordpress", {});
+        row("new", 0, "wordpress", "new");
+        row("draft", 1, "wordpress", "draft");
+        row("published", 2, "wordpress", "publish");
+        row("note", 3, "evernote", "new");
     }
     void workingPostWritesStatus()
     {
@@ -161,12 +157,7 @@ private Q_SLOTS:
 
     void readsTexts_data()
     {
-        QTest::addColumn<QByteArray>("written");
-        QTest::addColumn<QString>("read");
-        QTest::addColumn<QString>("stored");
-        const auto row = [](const char *name, const QByteArray &written, const QString &read, const QString &stored) {
-            QTest::newRow(name) << written << read << stored;
-        };
+        const TestTable<QByteArray, QString, QString> row({"written", "read", "stored"});
         row("plain", "a", u"a"_qs, u"a"_qs);
         row("escaped once", "&lt;p&gt;&quot;&apos;&lt;/p&gt;", u"<p>\"'</p>"_qs, u"<p>\"'</p>"_qs);
         row("bare ampersand", "a &amp; b", u"a & b"_qs, u"a & b"_qs);
@@ -200,16 +191,12 @@ private Q_SLOTS:
 
     void readsKeywords_data()
     {
-        QTest::addColumn<QByteArray>("keywords");
-        QTest::addColumn<QStringList>("read");
-        QTest::newRow("none") << QByteArray() << QStringList();
-        QTest::newRow("one") << QByteArray("<keyword>a</keyword>") << QStringList{u"a"_qs};
-        QTest::newRow("one, decoded once")
-            << QByteArray("<keyword>#R&amp;amp;D</keyword>") << QStringList{u"#R&amp;D"_qs};
-        QTest::newRow("two, decoded twice")
-            << QByteArray("<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>") << QStringList{u"R&D"_qs, u"#t"_qs};
-        QTest::newRow("one and an empty one")
-            << QByteArray("<keyword>a</keyword><keyword></keyword>") << QStringList{u"a"_qs};
+        const TestTable<QByteArray, QStringList> row({"keywords", "read"});
+        row("none", {}, {});
+        row("one", "<keyword>a</keyword>", {u"a"_qs});
+        row("one, decoded once", "<keyword>#R&amp;amp;D</keyword>", {u"#R&amp;D"_qs});
+        row("two, decoded twice", "<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>", {u"R&D"_qs, u"#t"_qs});
+        row("one and an empty one", "<keyword>a</keyword><keyword></keyword>", {u"a"_qs});
     }
     void readsKeywords()
     {
@@ -227,21 +214,8 @@ private Q_SLOTS:
         ZLWordpressPost written = fullPost();
         QVERIFY(written.saveAtPath(folder.path()));
         const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
-        QCOMPARE(read->title, written.title);
-        QCOMPARE(read->storedContent, written.content);
-        QCOMPARE(read->id, written.id);
-        QCOMPARE(read->authorId, written.authorId);
-        QCOMPARE(read->createdAt, written.createdAt);
-        QCOMPARE(read->updatedAt, written.updatedAt);
-        QCOMPARE(read->URL, written.URL);
-        QCOMPARE(read->status, written.status);
-        QCOMPARE(read->type, written.type);
-        QCOMPARE(read->allowComments, written.allowComments);
-        QCOMPARE(read->allowPingback, written.allowPingback);
-        QCOMPARE(read->slug, written.slug);
-        QCOMPARE(read->featuredImageId, written.featuredImageId);
-        QCOMPARE(read->featuredImageURL, written.featuredImageURL);
-        QCOMPARE(read->taxonomiesArray(), written.taxonomiesArray());
+        // The test of the writer shows that every element is in it.
+        QCOMPARE(read->generateXMLDataFileInfo(nullptr), written.generateXMLDataFileInfo(nullptr));
         QVERIFY(!read->localPost);
 
         written.status = ZLWordpressPost::Note;
@@ -251,15 +225,14 @@ private Q_SLOTS:
 
     void readsFlags_data()
     {
-        QTest::addColumn<QByteArray>("written");
-        QTest::addColumn<bool>("read");
-        QTest::newRow("1") << QByteArray("1") << true;
-        QTest::newRow("0") << QByteArray("0") << false;
-        QTest::newRow("empty") << QByteArray("") << false;
-        QTest::newRow("yes") << QByteArray("YES") << true;
-        QTest::newRow("true") << QByteArray("true") << true;
-        QTest::newRow("no") << QByteArray("no") << false;
-        QTest::newRow("007") << QByteArray("007") << true;
+        const TestTable<QByteArray, bool> row({"written", "read"});
+        row("1", "1", true);
+        row("0", "0", false);
+        row("empty", "", false);
+        row("yes", "YES", true);
+        row("true", "true", true);
+        row("no", "no", false);
+        row("007", "007", true);
     }
     void readsFlags()
     {

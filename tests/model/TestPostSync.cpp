@@ -1,10 +1,8 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/ZLDocument.h"
 
 #include <QFileInfo>
-#include <QTest>
 
 namespace {
 const QDateTime localDate(QDate(2014, 10, 22), QTime(9, 30), Qt::UTC);
@@ -30,10 +28,7 @@ class TestPostSync : public QObject {
 private Q_SLOTS:
     void decides_data()
     {
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<FileText>("local");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("effect");
+        addColumns<int, FileText, QString, int>({"seconds", "local", "name", "effect"});
         const auto row = [](const char *name, int seconds, const QByteArray &fileInfo, Effect effect,
                              const QString &file = u"post.zalmo"_qs) {
             FileText local;

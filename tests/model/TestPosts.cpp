@@ -3,8 +3,6 @@
 #include "model/PostFileDate.h"
 #include "model/ZLWordpressPost.h"
 
-#include <QTest>
-
 /// The records by themselves.
 class TestPosts : public QObject {
     Q_OBJECT
@@ -23,18 +21,17 @@ private Q_SLOTS:
 
     void readsDates_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QDateTime>("date");
+        const TestTable<QString, QDateTime> row({"text", "date"});
         const QDateTime known(QDate(2014, 10, 21), QTime(9, 30), Qt::UTC);
-        QTest::newRow("universal time") << u"2014-10-21 09:30:00 +0000"_qs << known;
-        QTest::newRow("east") << u"2014-10-21 11:30:00 +0200"_qs << known;
-        QTest::newRow("west") << u"2014-10-21 00:00:00 -0930"_qs << known;
-        QTest::newRow("empty") << QString() << QDateTime();
-        QTest::newRow("no zone") << u"2014-10-21 09:30:00"_qs << QDateTime();
-        QTest::newRow("no such day") << u"2014-02-30 09:30:00 +0000"_qs << QDateTime();
-        QTest::newRow("no such hour") << u"2014-10-21 25:30:00 +0000"_qs << QDateTime();
-        QTest::newRow("other form") << u"2014-10-21T09:30:00 +0000"_qs << QDateTime();
-        QTest::newRow("foreign digits") << u"٢٠١٤-10-21 09:30:00 +0000"_qs << QDateTime();
+        row("universal time", u"2014-10-21 09:30:00 +0000"_qs, known);
+        row("east", u"2014-10-21 11:30:00 +0200"_qs, known);
+        row("west", u"2014-10-21 00:00:00 -0930"_qs, known);
+        row("empty", {}, QDateTime());
+        row("no zone", u"2014-10-21 09:30:00"_qs, QDateTime());
+        row("no such day", u"2014-02-30 09:30:00 +0000"_qs, QDateTime());
+        row("no such hour", u"2014-10-21 25:30:00 +0000"_qs, QDateTime());
+        row("other form", u"2014-10-21T09:30:00 +0000"_qs, QDateTime());
+        row("foreign digits", u"٢٠١٤-10-21 09:30:00 +0000"_qs, QDateTime());
     }
     void readsDates()
     {

@@ -1,5 +1,4 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/PostRow.h"
 #include "model/PostRowScanner.h"
@@ -7,7 +6,6 @@
 #include "text/ContentPasses.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 static const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
 
@@ -17,9 +15,7 @@ class TestRows : public QObject {
 private Q_SLOTS:
     void takesItsStatusFromTheFile_data()
     {
-        QTest::addColumn<FileText>("file");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<bool>("published");
+        addColumns<FileText, int, bool>({"file", "row", "published"});
         const QByteArray past = "2014-10-21 09:30:00 +0000";
         const QByteArray future = "2021-01-01 00:00:00 +0000";
         const auto row = [](const char *name, const char *fileStatus, const char *engine, const char *status,
@@ -79,13 +75,12 @@ private Q_SLOTS:
 
     void isEmptyForAFileThatCannotBeRead_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("empty") << QByteArray() << QString();
-        QTest::newRow("no XML") << QByteArray("\xFF\xD8\xFF\xE0 a picture") << QString();
-        QTest::newRow("other XML") << QByteArray("<html><body/></html>") << QString();
-        QTest::newRow("cut off in the title") << FileText().bytes().left(24) << QString();
-        QTest::newRow("cut off in the body") << FileText().bytes().left(45) << u"Title"_qs;
+        const TestTable<QByteArray, QString> row({"bytes", "title"});
+        row("empty", {}, {});
+        row("no XML", "\xFF\xD8\xFF\xE0 a picture", {});
+        row("other XML", "<html><body/></html>", {});
+        row("cut off in the title", FileText().bytes().left(24), {});
+        row("cut off in the body", FileText().bytes().left(45), u"Title"_qs);
     }
     void isEmptyForAFileThatCannotBeRead()
     {
@@ -103,17 +98,17 @@ private Q_SLOTS:
 
     void showsTheSameExtractAsTheWholeBody_data()
     {
-        QTest::addColumn<QString>("body");
-        QTest::newRow("short") << u"<p>A short <b>one</b>.</p>"_qs;
-        QTest::newRow("long text") << u"word "_qs.repeated(5000);
-        QTest::newRow("long markup") << u"<p class=\"a\"><b>some</b> words<br></p>"_qs.repeated(500);
-        QTest::newRow("images only") << u"<p><img src=\"http://b/1.png\" alt=\"\"></p>"_qs.repeated(400);
-        QTest::newRow("images, then a word") << u"<img src=\"http://b/1.png\">"_qs.repeated(400) + u"word"_qs;
-        QTest::newRow("one huge tag") << u"<img src=\"data:"_qs + u"A"_qs.repeated(5000) + u"\">words"_qs;
-        QTest::newRow("a tag that never ends") << u"text <img "_qs + u"A "_qs.repeated(5000);
-        QTest::newRow("empty tags") << u"<><b>"_qs.repeated(600) + u"words"_qs;
-        QTest::newRow("emoji") << u"\U0001F600"_qs.repeated(2000);
-        QTest::newRow("blanks") << u"&nbsp; "_qs.repeated(2000) + u"end"_qs;
+        const TestTable<QString> row({"body"});
+        row("short", u"<p>A short <b>one</b>.</p>"_qs);
+        row("long text", u"word "_qs.repeated(5000));
+        row("long markup", u"<p class=\"a\"><b>some</b> words<br></p>"_qs.repeated(500));
+        row("images only", u"<p><img src=\"http://b/1.png\" alt=\"\"></p>"_qs.repeated(400));
+        row("images, then a word", u"<img src=\"http://b/1.png\">"_qs.repeated(400) + u"word"_qs);
+        row("one huge tag", u"<img src=\"data:"_qs + u"A"_qs.repeated(5000) + u"\">words"_qs);
+        row("a tag that never ends", u"text <img "_qs + u"A "_qs.repeated(5000));
+        row("empty tags", u"<><b>"_qs.repeated(600) + u"words"_qs);
+        row("emoji", u"\U0001F600"_qs.repeated(2000));
+        row("blanks", u"&nbsp; "_qs.repeated(2000) + u"end"_qs);
     }
     void showsTheSameExtractAsTheWholeBody()
     {
@@ -128,8 +123,7 @@ private Q_SLOTS:
 
     void scannerAgreesWithTheReader_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("scans");
+        addColumns<QByteArray, bool>({"bytes", "scans"});
         const auto content = [](const char *name, const QByteArray &bytes, bool scans) {
             FileText text;
             text.content = bytes;

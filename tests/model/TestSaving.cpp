@@ -1,10 +1,7 @@
 #include "PostFolder.h"
-#include "support/TestClasses.h"
 
 #include "model/PostFile.h"
 #include "model/ZLDocument.h"
-
-#include <QTest>
 
 #include <csignal>
 #include <functional>

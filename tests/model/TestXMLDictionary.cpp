@@ -5,7 +5,6 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTest>
 
 class TestXMLDictionary : public QObject {
     Q_OBJECT
@@ -32,11 +31,7 @@ static QByteArray json(const std::optional<QVariantMap> &dictionary)
 
 void TestXMLDictionary::readsByDefault_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("expected");
-    const auto row = [](const char *name, const char *text, const char *expected) {
-        QTest::newRow(name) << QByteArray(text) << QByteArray(expected);
-    };
+    const TestTable<QByteArray, QByteArray> row({"text", "expected"});
     row("an empty root stays", "<r></r>", R"({"__name":"r"})");
     row("an empty child disappears", "<r><a></a><b/></r>", R"({"__name":"r"})");
     row("blanks only disappear", "<r><a> \n\t</a></r>", R"({"__name":"r"})");
@@ -68,8 +63,7 @@ void TestXMLDictionary::readsByDefault()
 
 void TestXMLDictionary::readsWithSettings_data()
 {
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QByteArray>("expected");
+    addColumns<QString, QByteArray>({"setting", "expected"});
     const auto row = [](const char *setting, const char *expected) {
         QTest::newRow(setting) << QString::fromLatin1(setting) << QByteArray(expected);
     };
@@ -104,14 +98,13 @@ void TestXMLDictionary::readsWithSettings()
 
 void TestXMLDictionary::yieldsWhatWasReadBeforeABreak_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("expected");
-    QTest::newRow("nothing") << QByteArray() << QByteArray("nothing");
-    QTest::newRow("no XML") << QByteArray("hello") << QByteArray("nothing");
-    QTest::newRow("cut in a text") << QByteArray("<r><a>1</a><b>2") << QByteArray(R"({"__name":"r","a":"1","b":{}})");
-    QTest::newRow("cut in a tag") << QByteArray("<r><a>1</a><b") << QByteArray(R"({"__name":"r","a":"1"})");
-    QTest::newRow("wrong end") << QByteArray("<r><a>1</a></s>") << QByteArray(R"({"__name":"r","a":"1"})");
-    QTest::newRow("junk behind") << QByteArray("<r><a>1</a></r>x") << QByteArray(R"({"__name":"r","a":"1"})");
+    const TestTable<QByteArray, QByteArray> row({"text", "expected"});
+    row("nothing", {}, "nothing");
+    row("no XML", "hello", "nothing");
+    row("cut in a text", "<r><a>1</a><b>2", R"({"__name":"r","a":"1","b":{}})");
+    row("cut in a tag", "<r><a>1</a><b", R"({"__name":"r","a":"1"})");
+    row("wrong end", "<r><a>1</a></s>", R"({"__name":"r","a":"1"})");
+    row("junk behind", "<r><a>1</a></r>x", R"({"__name":"r","a":"1"})");
 }
 
 void TestXMLDictionary::yieldsWhatWasReadBeforeABreak()
@@ -148,8 +141,7 @@ void TestXMLDictionary::standsHostileTexts()
 
 void TestXMLDictionary::writes_data()
 {
-    QTest::addColumn<QVariantMap>("node");
-    QTest::addColumn<QString>("text");
+    addColumns<QVariantMap, QString>({"node", "text"});
     QTest::newRow("no name, nothing in it") << QVariantMap{} << u"<zalmo/>"_qs;
     QTest::newRow("text is encoded") << QVariantMap{{u"a"_qs, u"x<y"_qs}} << u"<zalmo><a>x&lt;y</a></zalmo>"_qs;
     QTest::newRow("own name and attributes")
