@@ -2,11 +2,6 @@
 #include "xmlrpc/XMLRPCRequest.h"
 #include "xmlrpc/XMLRPCText.h"
 
-#include <QTest>
-#include <QTimeZone>
-
-Q_DECLARE_METATYPE(XMLRPCValue)
-
 class EncoderTest : public QObject {
     Q_OBJECT
 
@@ -26,36 +21,31 @@ class EncoderTest : public QObject {
 private Q_SLOTS:
     void writesDocuments()
     {
-        QCOMPARE(encoded(QStringLiteral("wp.getOptions"), {}),
+        QCOMPARE(encoded(u"wp.getOptions"_qs, {}),
             QByteArray("<?xml version=\"1.0\"?><methodCall><methodName>wp.getOptions</methodName><params></params>"
                        "</methodCall>"));
-        const XMLRPCStruct filter{
-            {QStringLiteral("number"), 50}, {QStringLiteral("post_type"), QStringLiteral("page")}};
-        QCOMPARE(encoded(QStringLiteral("wp.getPosts"), {QStringLiteral(""), QStringLiteral("ann"), filter}),
+        const XMLRPCStruct filter{{u"number"_qs, 50}, {u"post_type"_qs, u"page"_qs}};
+        QCOMPARE(encoded(u"wp.getPosts"_qs, {u""_qs, u"ann"_qs, filter}),
             QByteArray("<?xml version=\"1.0\"?><methodCall><methodName>wp.getPosts</methodName><params>"
                        "<param><value><string></string></value></param>"
                        "<param><value><string>ann</string></value></param>"
                        "<param><value><struct><member><name>number</name><value><i4>50</i4></value></member>"
                        "<member><name>post_type</name><value><string>page</string></value></member>"
                        "</struct></value></param></params></methodCall>"));
-        QCOMPARE(encoded(QStringLiteral("a<b"), {}), documentOf({}, "a&#60;b"));
+        QCOMPARE(encoded(u"a<b"_qs, {}), documentOf({}, "a&#60;b"));
     }
 
     void writesValues_data()
     {
-        QTest::addColumn<XMLRPCValue>("value");
-        QTest::addColumn<QByteArray>("text");
-        const auto row = [](const char *name, const XMLRPCValue &value, const QByteArray &text) {
-            QTest::newRow(name) << value << text;
-        };
-        row("escaped text", QStringLiteral("a<b&c>d"), "<string>a&#60;b&#38;c&#62;d</string>");
-        row("text that is escaped already", QStringLiteral("&lt;"), "<string>&#38;lt;</string>");
-        row("quotes stay", QStringLiteral("\"it's\""), "<string>\"it's\"</string>");
-        row("two and three bytes", QStringLiteral("\u00fc\u20ac"), "<string>\xc3\xbc\xe2\x82\xac</string>");
-        row("four bytes", QStringLiteral("\U0001f600!"), "<string>\xf0\x9f\x98\x80!</string>");
+        const TestTable<XMLRPCValue, QByteArray> row({"value", "text"});
+        row("escaped text", u"a<b&c>d"_qs, "<string>a&#60;b&#38;c&#62;d</string>");
+        row("text that is escaped already", u"&lt;"_qs, "<string>&#38;lt;</string>");
+        row("quotes stay", u"\"it's\""_qs, "<string>\"it's\"</string>");
+        row("two and three bytes", u"\u00fc\u20ac"_qs, "<string>\xc3\xbc\xe2\x82\xac</string>");
+        row("four bytes", u"\U0001f600!"_qs, "<string>\xf0\x9f\x98\x80!</string>");
         row("half an emoji", QString(QChar(0xd83d)) + u'x', "<string>\xef\xbf\xbdx</string>");
         row("a control character stays", QString(QChar(0x13)), "<string>\x13</string>");
-        row("escape at every place of a block", QStringLiteral("1234567&1234567<>123456&8"),
+        row("escape at every place of a block", u"1234567&1234567<>123456&8"_qs,
             "<string>1234567&#38;1234567&#60;&#62;123456&#38;8</string>");
         row("integer", 5, "<i4>5</i4>");
         row("64 bits go as i4", qint64(9007199254740993), "<i4>9007199254740993</i4>");
@@ -71,12 +61,12 @@ private Q_SLOTS:
         row("data", QByteArray(49, 'a'), "<base64>" + QByteArray("YWFh").repeated(16) + "\r\nYQ==</base64>");
         row("no data", QByteArray(""), "<base64></base64>");
         row("empty array", XMLRPCArray(), "<array><data></data></array>");
-        row("array", XMLRPCArray{1, QStringLiteral("x")},
+        row("array", XMLRPCArray{1, u"x"_qs},
             "<array><data><value><i4>1</i4></value><value><string>x</string></value></data></array>");
         row("empty struct", XMLRPCStruct(), "<struct></struct>");
-        row("null in a struct", XMLRPCStruct{{QStringLiteral("k"), XMLRPCValue::Null()}},
+        row("null in a struct", XMLRPCStruct{{u"k"_qs, XMLRPCValue::Null()}},
             "<struct><member><name>k</name><value><nil/></value></member></struct>");
-        row("members in order of insertion", XMLRPCStruct{{QStringLiteral("b&"), 1}, {QStringLiteral("a"), 2}},
+        row("members in order of insertion", XMLRPCStruct{{u"b&"_qs, 1}, {u"a"_qs, 2}},
             "<struct><member><name>b&#38;</name><value><i4>1</i4></value></member>"
             "<member><name>a</name><value><i4>2</i4></value></member></struct>");
     }
@@ -84,43 +74,43 @@ private Q_SLOTS:
     {
         QFETCH(XMLRPCValue, value);
         QFETCH(QByteArray, text);
-        QCOMPARE(encoded(QStringLiteral("m"), {value}), documentOf("<param><value>" + text + "</value></param>"));
+        QCOMPARE(encoded(u"m"_qs, {value}), documentOf("<param><value>" + text + "</value></param>"));
     }
 
     void writesLongTextsAsShortOnes()
     {
         // Long enough for every block size, with something to escape at a moving place.
-        const QString piece = QStringLiteral("plain text, <b>caf\u00e9</b> & \U0001f600 ");
+        const QString piece = u"plain text, <b>caf\u00e9</b> & \U0001f600 "_qs;
         const QByteArray utf8 = "plain text, &#60;b&#62;caf\xc3\xa9&#60;/b&#62; &#38; \xf0\x9f\x98\x80 ";
-        QCOMPARE(encoded(QStringLiteral("m"), {piece.repeated(2000)}),
+        QCOMPARE(encoded(u"m"_qs, {piece.repeated(2000)}),
             documentOf("<param><value><string>" + utf8.repeated(2000) + "</string></value></param>"));
     }
 
     void fallsBackToDefaults()
     {
-        XMLRPCRequest request(QUrl(QStringLiteral("http://127.0.0.1/xmlrpc.php")));
+        XMLRPCRequest request(QUrl(u"http://127.0.0.1/xmlrpc.php"_qs));
         QCOMPARE(request.timeout(), 240.0);
-        QCOMPARE(request.request(0, QStringLiteral("Other")).rawHeader("User-Agent"), QByteArray("Zalmo"));
+        QCOMPARE(request.request(0, u"Other"_qs).rawHeader("User-Agent"), QByteArray("Zalmo"));
         request.setUserAgent({});
-        QCOMPARE(request.request(0, QStringLiteral("Other")).rawHeader("User-Agent"), QByteArray("Other"));
+        QCOMPARE(request.request(0, u"Other"_qs).rawHeader("User-Agent"), QByteArray("Other"));
     }
 
     void newEncoderTakesOver()
     {
-        XMLRPCRequest request(QUrl(QStringLiteral("http://127.0.0.1/")));
-        request.setMethod(QStringLiteral("m"), {7});
+        XMLRPCRequest request(QUrl(u"http://127.0.0.1/"_qs));
+        request.setMethod(u"m"_qs, {7});
         const QByteArray before = request.body();
         request.setEncoder(std::make_unique<XMLRPCDefaultEncoder>());
         QCOMPARE(request.body(), before);
-        request.setMethod(QStringLiteral("n"));
+        request.setMethod(u"n"_qs);
         QCOMPARE(request.body(), documentOf({}, "n"));
     }
 
     void escapesAndUnescapes()
     {
-        QCOMPARE(XMLRPCText::escapedString(u"<&\u00fc>\""), QStringLiteral("&#60;&#38;\u00fc&#62;\""));
-        QCOMPARE(XMLRPCText::unescapedString(QStringLiteral("&amp;lt;&quot;&#x27;&#x39;&#x92;&#x96;&gt;&#60;")),
-            QStringLiteral("<\"''''>&#60;"));
+        QCOMPARE(XMLRPCText::escapedString(u"<&\u00fc>\""), u"&#60;&#38;\u00fc&#62;\""_qs);
+        QCOMPARE(
+            XMLRPCText::unescapedString(u"&amp;lt;&quot;&#x27;&#x39;&#x92;&#x96;&gt;&#60;"_qs), u"<\"''''>&#60;"_qs);
     }
 };
 

@@ -1,35 +1,27 @@
 #include "support/TestClasses.h"
 #include "xmlrpc/XMLRPCValue.h"
 
-#include <QTest>
 #include <limits>
-
-Q_DECLARE_METATYPE(XMLRPCValue)
 
 class ValueTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void readsAsOtherKinds_data()
     {
-        QTest::addColumn<XMLRPCValue>("value");
-        QTest::addColumn<QString>("string");
-        QTest::addColumn<qint64>("integer");
-        QTest::addColumn<bool>("boolean");
-        const auto row = [](const char *name, const XMLRPCValue &value, const QString &string, qint64 integer,
-                             bool boolean) { QTest::newRow(name) << value << string << integer << boolean; };
+        const TestTable<XMLRPCValue, QString, qint64, bool> row({"value", "string", "integer", "boolean"});
         const auto text = [&](const char *of, qint64 integer, bool boolean) {
             row(of, QString::fromLatin1(of), QString::fromLatin1(of), integer, boolean);
         };
         row("absent", {}, {}, 0, false);
         row("null", XMLRPCValue::Null(), {}, 0, false);
         row("array", XMLRPCArray{1}, {}, 0, false);
-        row("struct", XMLRPCStruct{{QStringLiteral("a"), 1}}, {}, 0, false);
+        row("struct", XMLRPCStruct{{u"a"_qs, 1}}, {}, 0, false);
         row("data", QByteArray("1"), {}, 0, false);
-        row("1542", 1542, QStringLiteral("1542"), 1542, true);
-        row("0", 0, QStringLiteral("0"), 0, false);
-        row("0.5", 0.5, QStringLiteral("0.5"), 0, true);
-        row("infinite", std::numeric_limits<double>::infinity(), QStringLiteral("inf"), 9200000000000000000, true);
-        row("true", true, QStringLiteral("1"), 1, true);
+        row("1542", 1542, u"1542"_qs, 1542, true);
+        row("0", 0, u"0"_qs, 0, false);
+        row("0.5", 0.5, u"0.5"_qs, 0, true);
+        row("infinite", std::numeric_limits<double>::infinity(), u"inf"_qs, 9200000000000000000, true);
+        row("true", true, u"1"_qs, 1, true);
         text("", 0, false);
         text("1542", 1542, true);
         text("000", 0, false);
@@ -51,7 +43,7 @@ private Q_SLOTS:
 
     void wrongShapesReadEmpty()
     {
-        const XMLRPCValue text(QStringLiteral("x"));
+        const XMLRPCValue text(u"x"_qs);
         QVERIFY(text[u"key"].isAbsent());
         QVERIFY(text[u"key"][u"further"].array().empty());
         QVERIFY(!text.date().isValid());
@@ -61,13 +53,13 @@ private Q_SLOTS:
     void keepsOnlyPresentValues()
     {
         XMLRPCStruct structure;
-        structure.setObjectIfNotNil({}, QStringLiteral("absent"));
-        structure.setObjectIfNotNil(QString(), QStringLiteral("null text"));
-        structure.setObjectIfNotNil(QDateTime(), QStringLiteral("no date"));
-        structure.setObjectIfNotNil(QStringLiteral(""), QStringLiteral("empty text"));
-        structure.setObjectIfNotNil(0, QStringLiteral("zero"));
-        structure.insert(QStringLiteral("empty text"), 1);
-        QCOMPARE(structure, (XMLRPCStruct{{QStringLiteral("empty text"), 1}, {QStringLiteral("zero"), 0}}));
+        structure.setObjectIfNotNil({}, u"absent"_qs);
+        structure.setObjectIfNotNil(QString(), u"null text"_qs);
+        structure.setObjectIfNotNil(QDateTime(), u"no date"_qs);
+        structure.setObjectIfNotNil(u""_qs, u"empty text"_qs);
+        structure.setObjectIfNotNil(0, u"zero"_qs);
+        structure.insert(u"empty text"_qs, 1);
+        QCOMPARE(structure, (XMLRPCStruct{{u"empty text"_qs, 1}, {u"zero"_qs, 0}}));
         structure.remove(u"zero");
         QVERIFY(!structure.find(u"zero"));
     }
