@@ -19,7 +19,7 @@ bool finished(QNetworkReply &reply)
 } // namespace
 
 TourBlog::TourBlog(const QUrl &url, const QString &user, const QString &password)
-    : m_endpoint(url.toString() + QStringLiteral("/xmlrpc.php"))
+    : m_endpoint(url.toString() + u"/xmlrpc.php"_qs)
     , m_user(user)
     , m_password(password)
 {
@@ -32,7 +32,7 @@ XMLRPCValue TourBlog::call(const QString &method, const XMLRPCArray &parameters)
     XMLRPCDefaultEncoder encoder;
     encoder.setMethod(method, all);
     QNetworkRequest request(m_endpoint);
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("text/xml"));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, u"text/xml"_qs);
     const std::unique_ptr<QNetworkReply> reply(m_network.post(request, encoder.encode()));
     m_lastError.clear();
     if (!finished(*reply)) {
@@ -41,7 +41,7 @@ XMLRPCValue TourBlog::call(const QString &method, const XMLRPCArray &parameters)
     }
     const ResponsePtr response = XMLRPCResponse::fromData(reply->readAll());
     if (!response || response->isFault()) {
-        m_lastError = response ? response->faultString() : QStringLiteral("no answer that can be read");
+        m_lastError = response ? response->faultString() : u"no answer that can be read"_qs;
         return {};
     }
     return response->object();
@@ -49,15 +49,10 @@ XMLRPCValue TourBlog::call(const QString &method, const XMLRPCArray &parameters)
 
 XMLRPCArray TourBlog::posts(const QString &type)
 {
-    XMLRPCStruct filter{{QStringLiteral("number"), 50}};
+    XMLRPCStruct filter{{u"number"_qs, 50}};
     if (type != QLatin1String("post"))
-        filter.insert(QStringLiteral("post_type"), type);
-    return call(QStringLiteral("wp.getPosts"), {filter}).array();
-}
-
-XMLRPCValue TourBlog::post(const QString &id)
-{
-    return call(QStringLiteral("wp.getPost"), {id});
+        filter.insert(u"post_type"_qs, type);
+    return call(u"wp.getPosts"_qs, {filter}).array();
 }
 
 XMLRPCValue TourBlog::postWithTitle(const QString &title)
@@ -66,11 +61,6 @@ XMLRPCValue TourBlog::postWithTitle(const QString &title)
         if (post[u"post_title"].string() == title)
             return post;
     return {};
-}
-
-QString TourBlog::newPost(const XMLRPCStruct &content)
-{
-    return call(QStringLiteral("wp.newPost"), {content}).string();
 }
 
 qsizetype TourBlog::download(const QUrl &url)

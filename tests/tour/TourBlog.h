@@ -16,11 +16,11 @@ public:
     QString lastError() const { return m_lastError; }
 
     /// Posts, or pages, as the program's sync asks for them.
-    XMLRPCArray posts(const QString &type = QStringLiteral("post"));
-    XMLRPCValue post(const QString &id);
+    XMLRPCArray posts(const QString &type = u"post"_qs);
+    XMLRPCValue post(const QString &id) { return call(u"wp.getPost"_qs, {id}); }
     /// The newest post or page with this title; absent when there is none.
     XMLRPCValue postWithTitle(const QString &title);
-    QString newPost(const XMLRPCStruct &content);
+    QString newPost(const XMLRPCStruct &content) { return call(u"wp.newPost"_qs, {content}).string(); }
     /// Status and length of what the blog serves at this address; 0 when it serves nothing.
     qsizetype download(const QUrl &url);
 

@@ -85,7 +85,7 @@ void Tour::connectBlog()
 void Tour::checkList()
 {
     QStringList expected;
-    for (const QString &type : {QStringLiteral("post"), QStringLiteral("page")})
+    for (const QString &type : {u"post"_qs, u"page"_qs})
         for (const XMLRPCValue &post : m_blog.posts(type)) {
             const QString shown = post[u"post_title"].string();
             expected.append(shown.isEmpty() ? "No title" : shown);
