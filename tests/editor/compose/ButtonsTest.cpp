@@ -1,5 +1,4 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 namespace {
 const QDateTime now(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
@@ -31,29 +30,24 @@ void check(const FakeComposeView &view, const Shown &shown, const QString &noun)
 }
 } // namespace
 
-Q_DECLARE_METATYPE(Shown)
-
 class ButtonsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void showTheTable_data()
     {
-        QTest::addColumn<QDateTime>("date");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<Shown>("shown");
+        const TestTable<QDateTime, int, int, Shown> row({"date", "status", "type", "shown"});
         Shown scheduledOnBlog = schedule;
         scheduledOnBlog.canSave = false;
         const QDateTime later = now.addSecs(1);
-        QTest::newRow("new post without a date") << QDateTime() << 0 << 0 << publish;
-        QTest::newRow("new page") << now << 0 << 1 << publish;
-        QTest::newRow("draft") << now.addDays(-1) << 1 << 0 << publish;
-        QTest::newRow("note") << QDateTime() << 3 << 0 << publish;
-        QTest::newRow("published") << now << 2 << 0 << update;
-        QTest::newRow("published page") << now.addYears(-1) << 2 << 1 << update;
-        QTest::newRow("draft for later") << later << 1 << 1 << schedule;
-        QTest::newRow("new post for later") << later << 0 << 0 << schedule;
-        QTest::newRow("published for later") << later << 2 << 0 << scheduledOnBlog;
+        row("new post without a date", QDateTime(), 0, 0, publish);
+        row("new page", now, 0, 1, publish);
+        row("draft", now.addDays(-1), 1, 0, publish);
+        row("note", QDateTime(), 3, 0, publish);
+        row("published", now, 2, 0, update);
+        row("published page", now.addYears(-1), 2, 1, update);
+        row("draft for later", later, 1, 1, schedule);
+        row("new post for later", later, 0, 0, schedule);
+        row("published for later", later, 2, 0, scheduledOnBlog);
     }
 
     void showTheTable()

@@ -1,4 +1,5 @@
 #include "editor/ZLComposeWidget.h"
+#include "support/TestClasses.h"
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
 #include "widgets/ZLTokenField.h"
@@ -11,27 +12,259 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 #include <QVBoxLayout>
 
 /// The compose widget in a window, as a person uses it.
 class ComposeWidgetTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void titleIsOneLineOfText();
-    void titleComesBackAsItWasSet();
-    void titleGrows();
-    void makesTokens_data();
-    void makesTokens();
-    void walksThroughTokens();
-    void completesTokens();
-    void coversThePostDuringAnUpload();
-    void asksBeforeDeleting_data();
-    void asksBeforeDeleting();
-    void typesALink();
-    void reflectsTheSelection();
+    void init()
+    {
+        m_window = std::make_unique<QWidget>();
+        m_widget = new ZLComposeWidget(m_window.get());
+        auto *layout = new QVBoxLayout(m_window.get());
+        layout->setContentsMargins({});
+        layout->addWidget(m_widget);
+        m_page = new QWidget;
+        m_page->setFocusPolicy(Qt::StrongFocus);
+        m_widget->setPageWidget(m_page);
+        m_widget->setSheetHost(new ZLSheetHost(m_window.get()));
+        m_window->resize(900, 640);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    void cleanup() { m_window.reset(); }
+
+    void titleIsOneLineOfText()
+    {
+        ComposeView &view = m_widget->view();
+        QSignalSpy began(&view, &ComposeView::titleDidBeginEditing);
+        QSignalSpy changed(&view, &ComposeView::titleDidChange);
+        view.setTitle("Set");
+        view.focusTitle();
+        QCOMPARE(changed.size() + began.size(), 0);
+        title().selectAll();
+        QTest::keyClicks(&title(), "A title");
+        QTest::keyClick(&title(), Qt::Key_Return);
+        QTest::keyClick(&title(), Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(began.size(), 1);
+        QApplication::clipboard()->setText("\nrefused");
+        title().paste();
+        QCOMPARE(view.title(), "A title");
+        QApplication::clipboard()->setText(" of\nmany\nlines");
+        title().paste();
+        QCOMPARE(view.title(), "A title of many lines");
+        QSignalSpy tabbed(&view, &ComposeView::insertTabInTitle);
+        QTest::keyClick(&title(), Qt::Key_Tab);
+        QCOMPARE(tabbed.size(), 1);
+        m_page->setFocus();
+        QCOMPARE(title().textCursor().position(), 0);
+    }
+
+    void titleComesBackAsItWasSet()
+    {
+        const QString odd = QString("a\u00a0b\u2028c\r\nd\te");
+        m_widget->view().setTitle(odd);
+        QCOMPARE(m_widget->view().title(), odd);
+        QTest::keyClicks(&title(), "x");
+        QCOMPARE(m_widget->view().title().left(5), QString("xa\u00a0b\u2028"));
+    }
+
+    void titleGrows()
+    {
+        const int oneLine = title().height();
+        m_widget->view().setTitle(QString("many words ").repeated(20));
+        QTRY_VERIFY(title().height() > 2 * oneLine);
+        m_widget->view().setTitle(QString("many words ").repeated(200));
+        QTRY_VERIFY(title().height() > 3 * oneLine);
+        QVERIFY(title().height() < 6 * oneLine);
+        m_window->resize(1600, 640);
+        QTRY_VERIFY(title().width() <= 900);
+        m_widget->view().setTitle({});
+        QTRY_COMPARE(title().height(), oneLine);
+    }
+
+    void makesTokens_data()
+    {
+        const TestTable<QString, QStringList, QString> row({"typed", "tokens", "rest"});
+        row("comma", "News,#qt,more", QStringList({"News", "#qt", "more"}), "more");
+        row("return", "News\n#qt\n", QStringList({"News", "#qt"}), "");
+        row("tab", "News\t", QStringList({"News"}), "");
+        row("blanks are no token", " , ,\n", {}, "");
+        row("twice is once", "News,News,", QStringList({"News"}), "");
+        row("a tag without a name", "#,", QStringList({"#"}), "");
+        row("backspace", "News,#qt,x\b\b", QStringList({"News"}), "");
+    }
+
+    void makesTokens()
+    {
+        QFETCH(QString, typed);
+        QSignalSpy changed(&m_widget->view(), &ComposeView::tokensDidChange);
+        editor().setFocus();
+        for (const QChar character : typed) {
+            const QString keys = "\n\t\b";
+            const Qt::Key special[] = {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Backspace};
+            if (keys.contains(character))
+                QTest::keyClick(&editor(), special[keys.indexOf(character)]);
+            else
+                QTest::keyClicks(&editor(), QString(character));
+        }
+        QTEST(m_widget->view().tokens(), "tokens");
+        QTEST(editor().text(), "rest");
+        QCOMPARE(changed.isEmpty(), typed == " , ,\n");
+        m_widget->view().setTokens({"One"});
+        QCOMPARE(m_widget->view().tokens(), QStringList("One"));
+    }
+
+    void walksThroughTokens()
+    {
+        m_widget->view().setTokens({"One", "Two", "Three"});
+        editor().setFocus();
+        QTest::keyClick(&editor(), Qt::Key_Left);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+        QCOMPARE(m_widget->view().tokens(), QStringList({"One", "Three"}));
+        QVERIFY(editor().hasFocus());
+        QTest::keyClick(&editor(), Qt::Key_Left);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // back to text
+        QCOMPARE(editor().text(), "Three");
+        QTest::keyClicks(&editor(), "Four,");
+        QCOMPARE(m_widget->view().tokens(), QStringList({"One", "Four"}));
+    }
+
+    void completesTokens()
+    {
+        QStringList asked;
+        m_widget->setCompletions([&asked](const QString &text) {
+            asked.append(text);
+            return QStringList{"#qtest", "#qt6"};
+        });
+        editor().setFocus();
+        QTest::keyClicks(&editor(), "#q");
+        QVERIFY(asked.isEmpty());
+        QTest::keyClicks(&editor(), "t");
+        QCOMPARE(asked, QStringList("#qt"));
+        QAbstractItemView *popup = editor().completer()->popup();
+        QTRY_VERIFY(popup->isVisible());
+        QVERIFY(!popup->currentIndex().isValid());
+        QTest::keyClick(popup, Qt::Key_Down);
+        QTest::keyClick(popup, Qt::Key_Down);
+        QTest::keyClick(popup, Qt::Key_Return);
+        QTRY_COMPARE(editor().text(), "");
+        QCOMPARE(m_widget->view().tokens(), QStringList("#qt6"));
+        QTest::keyClicks(&editor(), "#qt");
+        QTRY_VERIFY(popup->isVisible());
+        QTest::keyClick(popup, Qt::Key_Comma); // what was typed, though there are completions
+        QTRY_COMPARE(m_widget->view().tokens(), QStringList({"#qt6", "#qt"}));
+        QVERIFY(!popup->isVisible());
+    }
+
+    void coversThePostDuringAnUpload()
+    {
+        ComposeView &view = m_widget->view();
+        view.focusTitle();
+        view.showLoadingView("Publishing Article", "Preparing...", "Blog");
+        view.setUploadProgress(0.5F);
+        auto *overlay = child("uploadOverlay");
+        QVERIFY(overlay->isVisible());
+        QCOMPARE(overlay->size(), m_widget->size());
+        QVERIFY(!title().isEnabled());
+        auto *cancel = child<QPushButton>("cancelUploadButton");
+        QTRY_VERIFY(cancel->hasFocus());
+        QStringList texts;
+        for (const QLabel *label : overlay->findChildren<QLabel *>())
+            texts.append(label->text());
+        QVERIFY(texts.contains("Publishing Article") && texts.contains("Preparing...") && texts.contains("to 'Blog'"));
+        QSignalSpy cancelled(&view, &ComposeView::didPressedCancelUpload);
+        QTest::keyClick(cancel, Qt::Key_Space);
+        QCOMPARE(cancelled.size(), 1);
+        view.hideLoadingView();
+        QVERIFY(title().isEnabled());
+        QVERIFY(title().hasFocus());
+        QTRY_VERIFY(!overlay->isVisible());
+        // Who works elsewhere in the window stays there.
+        auto *search = new QLineEdit(m_window.get());
+        search->show();
+        search->setFocus();
+        view.showLoadingView("Publishing Article", "Preparing...", "Blog");
+        QVERIFY(search->hasFocus());
+        view.hideLoadingView();
+        title().setFocus();
+        view.showLoadingView("Publishing Article", "Preparing...", "Blog");
+        QVERIFY(cancel->hasFocus());
+        search->setFocus();
+        view.hideLoadingView();
+        QVERIFY(search->hasFocus());
+    }
+
+    void asksBeforeDeleting_data()
+    {
+        const TestTable<QString, int> row({"how", "index"});
+        row("delete", "confirmDeleteButton", 1);
+        row("cancel", "cancelDeleteButton", 0);
+        row("escape", "", 0);
+    }
+
+    void asksBeforeDeleting()
+    {
+        QFETCH(QString, how);
+        ComposeView &view = m_widget->view();
+        QSignalSpy dismissed(&view, &ComposeView::alertViewDidDismissWithButtonIndex);
+        view.showDeleteAlert("Deleting Post", "Title");
+        QVERIFY(!title().isEnabled());
+        if (how.isEmpty())
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        else
+            QTest::mouseClick(child(how.toLatin1()), Qt::LeftButton);
+        QCOMPARE(dismissed.size(), 1);
+        QTEST(dismissed.first().first().toInt(), "index");
+        QVERIFY(title().isEnabled());
+        QTRY_VERIFY(!child("deleteAlert")->isVisible());
+    }
+
+    void typesALink()
+    {
+        ComposeView &view = m_widget->view();
+        QSignalSpy done(&view, &ComposeView::addLinkDidClickDone);
+        QSignalSpy cancelled(&view, &ComposeView::addLinkDidClickCancel);
+        view.showAddLinkSheet({}, {}, true);
+        auto *url = child<QLineEdit>("linkURLField");
+        QTRY_VERIFY(url->hasFocus());
+        QTest::keyClick(url, Qt::Key_Return); // nothing to link to yet
+        QCOMPARE(done.size(), 0);
+        QTest::keyClicks(url, "example.org");
+        QTest::keyClicks(child<QLineEdit>("linkTooltipField"), "Tip");
+        QTest::keyClick(url, Qt::Key_Return);
+        QCOMPARE(done.size(), 1);
+        QCOMPARE(done.first(), QVariantList({"example.org", "Tip", true}));
+        QTRY_VERIFY(!url->isVisible());
+        view.showAddLinkSheet("http://a.example", "", false);
+        QCOMPARE(url->text(), "http://a.example");
+        QTest::keyClick(url, Qt::Key_Escape);
+        QCOMPARE(cancelled.size(), 1);
+    }
+
+    void reflectsTheSelection()
+    {
+        QStringList commands;
+        connect(&m_widget->view(), &ComposeView::didPressedFormatButton, this,
+            [&commands](const QString &command) { commands.append(command); });
+        SelectionStyle style;
+        style.bold = style.orderedList = true;
+        m_widget->view().setSelectionStyle(style);
+        QStringList on;
+        for (auto *button : m_widget->findChildren<QAbstractButton *>()) {
+            if (!button->isCheckable())
+                continue;
+            if (button->isChecked())
+                on.append(button->toolTip());
+            button->click();
+        }
+        QCOMPARE(on, QStringList({"Bold", "Numbered list"}));
+        QCOMPARE(commands,
+            QStringList({"Bold", "Italic", "Underline", "Strikethrough", "InsertUnorderedList", "InsertOrderedList"}));
+    }
 
 private:
     ZLTextViewWithPlaceHolder &title() { return *m_widget->findChild<ZLTextViewWithPlaceHolder *>("titleField"); }
@@ -47,260 +280,6 @@ private:
     ZLComposeWidget *m_widget = nullptr;
     QWidget *m_page = nullptr;
 };
-
-void ComposeWidgetTest::init()
-{
-    m_window = std::make_unique<QWidget>();
-    m_widget = new ZLComposeWidget(m_window.get());
-    auto *layout = new QVBoxLayout(m_window.get());
-    layout->setContentsMargins({});
-    layout->addWidget(m_widget);
-    m_page = new QWidget;
-    m_page->setFocusPolicy(Qt::StrongFocus);
-    m_widget->setPageWidget(m_page);
-    m_widget->setSheetHost(new ZLSheetHost(m_window.get()));
-    m_window->resize(900, 640);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-}
-
-void ComposeWidgetTest::cleanup()
-{
-    m_window.reset();
-}
-
-void ComposeWidgetTest::titleIsOneLineOfText()
-{
-    ComposeView &view = m_widget->view();
-    QSignalSpy began(&view, &ComposeView::titleDidBeginEditing);
-    QSignalSpy changed(&view, &ComposeView::titleDidChange);
-    view.setTitle("Set");
-    view.focusTitle();
-    QCOMPARE(changed.size() + began.size(), 0);
-    title().selectAll();
-    QTest::keyClicks(&title(), "A title");
-    QTest::keyClick(&title(), Qt::Key_Return);
-    QTest::keyClick(&title(), Qt::Key_Return, Qt::ShiftModifier);
-    QCOMPARE(began.size(), 1);
-    QApplication::clipboard()->setText("\nrefused");
-    title().paste();
-    QCOMPARE(view.title(), "A title");
-    QApplication::clipboard()->setText(" of\nmany\nlines");
-    title().paste();
-    QCOMPARE(view.title(), "A title of many lines");
-    QSignalSpy tabbed(&view, &ComposeView::insertTabInTitle);
-    QTest::keyClick(&title(), Qt::Key_Tab);
-    QCOMPARE(tabbed.size(), 1);
-    m_page->setFocus();
-    QCOMPARE(title().textCursor().position(), 0);
-}
-
-void ComposeWidgetTest::titleComesBackAsItWasSet()
-{
-    const QString odd = QString("a\u00a0b\u2028c\r\nd\te");
-    m_widget->view().setTitle(odd);
-    QCOMPARE(m_widget->view().title(), odd);
-    QTest::keyClicks(&title(), "x");
-    QCOMPARE(m_widget->view().title().left(5), QString("xa\u00a0b\u2028"));
-}
-
-void ComposeWidgetTest::titleGrows()
-{
-    const int oneLine = title().height();
-    m_widget->view().setTitle(QString("many words ").repeated(20));
-    QTRY_VERIFY(title().height() > 2 * oneLine);
-    m_widget->view().setTitle(QString("many words ").repeated(200));
-    QTRY_VERIFY(title().height() > 3 * oneLine);
-    QVERIFY(title().height() < 6 * oneLine);
-    m_window->resize(1600, 640);
-    QTRY_VERIFY(title().width() <= 900);
-    m_widget->view().setTitle({});
-    QTRY_COMPARE(title().height(), oneLine);
-}
-
-void ComposeWidgetTest::makesTokens_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QStringList>("tokens");
-    QTest::addColumn<QString>("rest");
-    QTest::newRow("comma") << "News,#qt,more" << QStringList({"News", "#qt", "more"}) << "more";
-    QTest::newRow("return") << "News\n#qt\n" << QStringList({"News", "#qt"}) << "";
-    QTest::newRow("tab") << "News\t" << QStringList({"News"}) << "";
-    QTest::newRow("blanks are no token") << " , ,\n" << QStringList() << "";
-    QTest::newRow("twice is once") << "News,News," << QStringList({"News"}) << "";
-    QTest::newRow("a tag without a name") << "#," << QStringList({"#"}) << "";
-    QTest::newRow("backspace") << "News,#qt,x\b\b" << QStringList({"News"}) << "";
-}
-
-void ComposeWidgetTest::makesTokens()
-{
-    QFETCH(QString, typed);
-    QSignalSpy changed(&m_widget->view(), &ComposeView::tokensDidChange);
-    editor().setFocus();
-    for (const QChar character : typed) {
-        const QString keys = "\n\t\b";
-        const Qt::Key special[] = {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Backspace};
-        if (keys.contains(character))
-            QTest::keyClick(&editor(), special[keys.indexOf(character)]);
-        else
-            QTest::keyClicks(&editor(), QString(character));
-    }
-    QTEST(m_widget->view().tokens(), "tokens");
-    QTEST(editor().text(), "rest");
-    QCOMPARE(changed.isEmpty(), typed == " , ,\n");
-    m_widget->view().setTokens({"One"});
-    QCOMPARE(m_widget->view().tokens(), QStringList("One"));
-}
-
-void ComposeWidgetTest::walksThroughTokens()
-{
-    m_widget->view().setTokens({"One", "Two", "Three"});
-    editor().setFocus();
-    QTest::keyClick(&editor(), Qt::Key_Left);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
-    QCOMPARE(m_widget->view().tokens(), QStringList({"One", "Three"}));
-    QVERIFY(editor().hasFocus());
-    QTest::keyClick(&editor(), Qt::Key_Left);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // back to text
-    QCOMPARE(editor().text(), "Three");
-    QTest::keyClicks(&editor(), "Four,");
-    QCOMPARE(m_widget->view().tokens(), QStringList({"One", "Four"}));
-}
-
-void ComposeWidgetTest::completesTokens()
-{
-    QStringList asked;
-    m_widget->setCompletions([&asked](const QString &text) {
-        asked.append(text);
-        return QStringList{"#qtest", "#qt6"};
-    });
-    editor().setFocus();
-    QTest::keyClicks(&editor(), "#q");
-    QVERIFY(asked.isEmpty());
-    QTest::keyClicks(&editor(), "t");
-    QCOMPARE(asked, QStringList("#qt"));
-    QAbstractItemView *popup = editor().completer()->popup();
-    QTRY_VERIFY(popup->isVisible());
-    QVERIFY(!popup->currentIndex().isValid());
-    QTest::keyClick(popup, Qt::Key_Down);
-    QTest::keyClick(popup, Qt::Key_Down);
-    QTest::keyClick(popup, Qt::Key_Return);
-    QTRY_COMPARE(editor().text(), "");
-    QCOMPARE(m_widget->view().tokens(), QStringList("#qt6"));
-    QTest::keyClicks(&editor(), "#qt");
-    QTRY_VERIFY(popup->isVisible());
-    QTest::keyClick(popup, Qt::Key_Comma); // what was typed, though there are completions
-    QTRY_COMPARE(m_widget->view().tokens(), QStringList({"#qt6", "#qt"}));
-    QVERIFY(!popup->isVisible());
-}
-
-void ComposeWidgetTest::coversThePostDuringAnUpload()
-{
-    ComposeView &view = m_widget->view();
-    view.focusTitle();
-    view.showLoadingView("Publishing Article", "Preparing...", "Blog");
-    view.setUploadProgress(0.5F);
-    auto *overlay = child("uploadOverlay");
-    QVERIFY(overlay->isVisible());
-    QCOMPARE(overlay->size(), m_widget->size());
-    QVERIFY(!title().isEnabled());
-    auto *cancel = child<QPushButton>("cancelUploadButton");
-    QTRY_VERIFY(cancel->hasFocus());
-    QStringList texts;
-    for (const QLabel *label : overlay->findChildren<QLabel *>())
-        texts.append(label->text());
-    QVERIFY(texts.contains("Publishing Article") && texts.contains("Preparing...") && texts.contains("to 'Blog'"));
-    QSignalSpy cancelled(&view, &ComposeView::didPressedCancelUpload);
-    QTest::keyClick(cancel, Qt::Key_Space);
-    QCOMPARE(cancelled.size(), 1);
-    view.hideLoadingView();
-    QVERIFY(title().isEnabled());
-    QVERIFY(title().hasFocus());
-    QTRY_VERIFY(!overlay->isVisible());
-    // Who works elsewhere in the window stays there.
-    auto *search = new QLineEdit(m_window.get());
-    search->show();
-    search->setFocus();
-    view.showLoadingView("Publishing Article", "Preparing...", "Blog");
-    QVERIFY(search->hasFocus());
-    view.hideLoadingView();
-    title().setFocus();
-    view.showLoadingView("Publishing Article", "Preparing...", "Blog");
-    QVERIFY(cancel->hasFocus());
-    search->setFocus();
-    view.hideLoadingView();
-    QVERIFY(search->hasFocus());
-}
-
-void ComposeWidgetTest::asksBeforeDeleting_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<int>("index");
-    QTest::newRow("delete") << "confirmDeleteButton" << 1;
-    QTest::newRow("cancel") << "cancelDeleteButton" << 0;
-    QTest::newRow("escape") << "" << 0;
-}
-
-void ComposeWidgetTest::asksBeforeDeleting()
-{
-    QFETCH(QString, how);
-    ComposeView &view = m_widget->view();
-    QSignalSpy dismissed(&view, &ComposeView::alertViewDidDismissWithButtonIndex);
-    view.showDeleteAlert("Deleting Post", "Title");
-    QVERIFY(!title().isEnabled());
-    if (how.isEmpty())
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    else
-        QTest::mouseClick(child(how.toLatin1()), Qt::LeftButton);
-    QCOMPARE(dismissed.size(), 1);
-    QTEST(dismissed.first().first().toInt(), "index");
-    QVERIFY(title().isEnabled());
-    QTRY_VERIFY(!child("deleteAlert")->isVisible());
-}
-
-void ComposeWidgetTest::typesALink()
-{
-    ComposeView &view = m_widget->view();
-    QSignalSpy done(&view, &ComposeView::addLinkDidClickDone);
-    QSignalSpy cancelled(&view, &ComposeView::addLinkDidClickCancel);
-    view.showAddLinkSheet({}, {}, true);
-    auto *url = child<QLineEdit>("linkURLField");
-    QTRY_VERIFY(url->hasFocus());
-    QTest::keyClick(url, Qt::Key_Return); // nothing to link to yet
-    QCOMPARE(done.size(), 0);
-    QTest::keyClicks(url, "example.org");
-    QTest::keyClicks(child<QLineEdit>("linkTooltipField"), "Tip");
-    QTest::keyClick(url, Qt::Key_Return);
-    QCOMPARE(done.size(), 1);
-    QCOMPARE(done.first(), QVariantList({"example.org", "Tip", true}));
-    QTRY_VERIFY(!url->isVisible());
-    view.showAddLinkSheet("http://a.example", "", false);
-    QCOMPARE(url->text(), "http://a.example");
-    QTest::keyClick(url, Qt::Key_Escape);
-    QCOMPARE(cancelled.size(), 1);
-}
-
-void ComposeWidgetTest::reflectsTheSelection()
-{
-    QStringList commands;
-    connect(&m_widget->view(), &ComposeView::didPressedFormatButton, this,
-        [&commands](const QString &command) { commands.append(command); });
-    SelectionStyle style;
-    style.bold = style.orderedList = true;
-    m_widget->view().setSelectionStyle(style);
-    QStringList on;
-    for (auto *button : m_widget->findChildren<QAbstractButton *>()) {
-        if (!button->isCheckable())
-            continue;
-        if (button->isChecked())
-            on.append(button->toolTip());
-        button->click();
-    }
-    QCOMPARE(on, QStringList({"Bold", "Numbered list"}));
-    QCOMPARE(commands,
-        QStringList({"Bold", "Italic", "Underline", "Strikethrough", "InsertUnorderedList", "InsertOrderedList"}));
-}
 
 QTEST_MAIN(ComposeWidgetTest)
 #include "ComposeWidgetTest.moc"

@@ -1,22 +1,19 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 class DeleteTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void asksFirst_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("question");
-        QTest::newRow("post") << 0 << "Deleting Post \"Title\"";
-        QTest::newRow("page") << 1 << "Deleting Page \"Title\"";
+        const TestTable<int, QString> row({"type", "question"});
+        row("post", 0, "Deleting Post \"Title\"");
+        row("page", 1, "Deleting Page \"Title\"");
     }
 
     void asksFirst()
     {
         QFETCH(int, type);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::New, "Title", "<p>x</p>", type));
+        ComposeFixture screen(ZLWordpressPost::New, "Title", "<p>x</p>", type);
         screen.controller->didPressedDeleteButton();
         QTEST(screen.view.deleteQuestion, "question");
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
@@ -25,16 +22,13 @@ private Q_SLOTS:
 
     void deletes_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("rowStatus");
-        QTest::addColumn<bool>("online");
-        QTest::addColumn<QString>("deleted");
-        QTest::newRow("new") << 0 << 3 << true << "here";
-        QTest::newRow("new, offline") << 0 << 3 << false << "here";
-        QTest::newRow("solved conflict") << 2 << 6 << false << "here";
-        QTest::newRow("draft") << 1 << 1 << true << "blog";
-        QTest::newRow("published, changed here") << 2 << 4 << true << "blog";
-        QTest::newRow("draft, offline") << 1 << 1 << false << "nowhere";
+        const TestTable<int, int, bool, QString> row({"status", "rowStatus", "online", "deleted"});
+        row("new", 0, 3, true, "here");
+        row("new, offline", 0, 3, false, "here");
+        row("solved conflict", 2, 6, false, "here");
+        row("draft", 1, 1, true, "blog");
+        row("published, changed here", 2, 4, true, "blog");
+        row("draft, offline", 1, 1, false, "nowhere");
     }
 
     void deletes()
@@ -43,8 +37,7 @@ private Q_SLOTS:
         QFETCH(int, rowStatus);
         QFETCH(bool, online);
         QFETCH(QString, deleted);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(status));
+        ComposeFixture screen(status);
         const LocalPostPtr row = screen.post()->localPost;
         row->status = rowStatus;
         screen.host.isOnline = online;
@@ -65,8 +58,7 @@ private Q_SLOTS:
 
     void isAboutThePostOfTheQuestion()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        ComposeFixture screen(ZLWordpressPost::New);
         screen.controller->didPressedDeleteButton();
         QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::New, "Two", "<p>2</p>")));
         QCOMPARE(screen.view.deleteQuestion, "");

@@ -1,5 +1,4 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 class LoadingTest : public QObject {
     Q_OBJECT
@@ -58,8 +57,7 @@ private Q_SLOTS:
 
     void keepsThePostBeforeWhenTheFileIsGone()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft, "Here"));
+        ComposeFixture screen(ZLWordpressPost::Draft, "Here");
         const LocalPostPtr here = screen.post()->localPost;
         auto gone = std::make_shared<ZLLocalPostRepresentation>();
         gone->localFile = QUrl::fromLocalFile(screen.host.folder.filePath("none/post.zalmo"));
@@ -74,13 +72,12 @@ private Q_SLOTS:
 
     void runsTheAction_data()
     {
-        QTest::addColumn<int>("action");
-        QTest::addColumn<QString>("done");
-        QTest::newRow("publish") << 0 << "sent 2";
-        QTest::newRow("delete") << 1 << "Deleting Post \"Title\"";
-        QTest::newRow("save") << 2 << "sent 1";
-        QTest::newRow("none") << 3 << "";
-        QTest::newRow("reload") << 4 << "";
+        const TestTable<int, QString> row({"action", "done"});
+        row("publish", 0, "sent 2");
+        row("delete", 1, "Deleting Post \"Title\"");
+        row("save", 2, "sent 1");
+        row("none", 3, "");
+        row("reload", 4, "");
     }
 
     void runsTheAction()
@@ -134,23 +131,20 @@ private Q_SLOTS:
 
     void readsThePostAgainAfterASync_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("engine");
-        QTest::addColumn<bool>("reads");
-        QTest::newRow("draft, WordPress") << 1 << 0 << true;
-        QTest::newRow("published, WordPress") << 2 << 0 << true;
-        QTest::newRow("new") << 0 << 0 << false;
-        QTest::newRow("draft, Evernote") << 1 << 1 << false;
-        QTest::newRow("note, Evernote") << 3 << 1 << true;
-        QTest::newRow("note, WordPress") << 3 << 0 << false;
+        const TestTable<int, int, bool> row({"status", "engine", "reads"});
+        row("draft, WordPress", 1, 0, true);
+        row("published, WordPress", 2, 0, true);
+        row("new", 0, 0, false);
+        row("draft, Evernote", 1, 1, false);
+        row("note, Evernote", 3, 1, true);
+        row("note, WordPress", 3, 0, false);
     }
 
     void readsThePostAgainAfterASync()
     {
         QFETCH(int, status);
         QFETCH(int, engine);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(status));
+        ComposeFixture screen(status);
         const PostPtr before = screen.post();
         screen.controller->reloadCurrentPostAfterSyncingEngine(engine);
         screen.settle();
@@ -159,12 +153,10 @@ private Q_SLOTS:
 
     void leavesTheScreenAloneWhenASyncBroughtNothing_data()
     {
-        QTest::addColumn<QString>("written");
-        QTest::addColumn<bool>("closed");
-        QTest::addColumn<bool>("shows");
-        QTest::newRow("nothing") << "" << false << false;
-        QTest::newRow("nothing, after an outcome let go of the file") << "" << true << false;
-        QTest::newRow("content") << "<p>From the blog</p>" << false << true;
+        const TestTable<QString, bool, bool> row({"written", "closed", "shows"});
+        row("nothing", "", false, false);
+        row("nothing, after an outcome let go of the file", "", true, false);
+        row("content", "<p>From the blog</p>", false, true);
     }
 
     void leavesTheScreenAloneWhenASyncBroughtNothing()
@@ -172,8 +164,7 @@ private Q_SLOTS:
         QFETCH(QString, written);
         QFETCH(bool, closed);
         QFETCH(bool, shows);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        ComposeFixture screen(ZLWordpressPost::Publish);
         const LocalPostPtr row = screen.post()->localPost;
         screen.view.typeTitle("Better");
         screen.page.type("<p>Text, longer</p>");
@@ -200,8 +191,7 @@ private Q_SLOTS:
 
     void letsTheChosenPostWinOverASync()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        ComposeFixture screen(ZLWordpressPost::Publish);
         screen.controller->loadPost(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>"));
         screen.controller->reloadCurrentPostAfterSyncingEngine(0); // still the first
         screen.settle();
@@ -211,8 +201,7 @@ private Q_SLOTS:
 
     void bringsTheContentBackAfterACrash()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.page.type("<p>Text, and more</p>");
         Q_EMIT screen.page.crashed();
         QCOMPARE(screen.page.loaded.last(), "<p>Text, and more</p>");
@@ -220,8 +209,7 @@ private Q_SLOTS:
 
     void followsTheRebuiltList()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        ComposeFixture screen(ZLWordpressPost::New);
         const LocalPostPtr rebuilt = std::make_shared<ZLLocalPostRepresentation>(*screen.post()->localPost);
         screen.host.rows = {rebuilt};
         Q_EMIT screen.host.noted.didUpdatePosts();

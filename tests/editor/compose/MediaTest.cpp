@@ -1,30 +1,25 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 class MediaTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void insertsACopy_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("fullImageAsLink");
-        QTest::addColumn<bool>("links");
-        QTest::newRow("jpg") << "it's a picture.jpg" << true << true;
-        QTest::newRow("without a link") << "a.PNG" << false << false;
-        QTest::newRow("gif") << "a.gif" << false << true;
+        const TestTable<QString, bool, bool> row({"name", "fullImageAsLink", "links"});
+        row("jpg", "it's a picture.jpg", true, true);
+        row("without a link", "a.PNG", false, false);
+        row("gif", "a.gif", false, true);
     }
 
     void insertsACopy()
     {
         QFETCH(QString, name);
         QFETCH(bool, fullImageAsLink);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.host.account->preferences->full_image_as_default = fullImageAsLink;
-        QFile original(screen.host.folder.filePath(name));
-        QVERIFY(original.open(QIODevice::WriteOnly) && original.write("picture") == 7);
-        original.close();
-        screen.view.media = QUrl::fromLocalFile(original.fileName());
+        const QString original = screen.host.folder.filePath(name);
+        writeFile(original, "picture");
+        screen.view.media = QUrl::fromLocalFile(original);
         screen.page.body = QString("<p>Text</p><p><img></p>");
         screen.controller->insertMedia();
         screen.controller->insertMedia();
@@ -34,9 +29,7 @@ private Q_SLOTS:
         QVERIFY(image.thumbUrl.toString().startsWith("file://localhost/" + screen.host.files.cacheFolder().mid(1)));
         QCOMPARE(QFileInfo(image.thumbUrl.path()).suffix(), QFileInfo(name).suffix());
         QTEST(image.linkTo == image.thumbUrl, "links");
-        QFile copy(image.thumbUrl.path());
-        QVERIFY(copy.open(QIODevice::ReadOnly));
-        QCOMPARE(copy.readAll(), QByteArray("picture"));
+        QCOMPARE(contentsOf(image.thumbUrl.path()), QByteArray("picture"));
         QTRY_COMPARE(screen.controller->currentDocument()->post.content, "<p>Text</p><p><img></p>");
     }
 

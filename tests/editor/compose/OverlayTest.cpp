@@ -1,5 +1,4 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 namespace {
 PostPtr makePost(const QString &id, const QString &title = {})
@@ -52,8 +51,7 @@ private Q_SLOTS:
 
     void showsTheStepsOfItsPostOnly()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.controller->didPressedPublishButton();
         QVERIFY(screen.sends(1));
         QCOMPARE(screen.view.heading, "Updating Article");
@@ -72,17 +70,15 @@ private Q_SLOTS:
 
     void goesWhenTheUploadFails_data()
     {
-        QTest::addColumn<QString>("failedId");
-        QTest::addColumn<bool>("isLoading");
-        QTest::newRow("this post") << "41" << false;
-        QTest::newRow("another post") << "42" << true;
+        const TestTable<QString, bool> row({"failedId", "isLoading"});
+        row("this post", "41", false);
+        row("another post", "42", true);
     }
 
     void goesWhenTheUploadFails()
     {
         QFETCH(QString, failedId);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.controller->didPressedPublishButton();
         QVERIFY(screen.sends(1));
         Q_EMIT screen.host.noted.didFailToUploadPost(makePost(failedId));
@@ -96,8 +92,7 @@ private Q_SLOTS:
 
     void cancelsTheRecordThatWasSent()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        ComposeFixture screen(ZLWordpressPost::Publish);
         const LocalPostPtr row = screen.host.rows.first();
         screen.controller->didPressedPublishButton();
         QVERIFY(screen.sends(1));
@@ -113,8 +108,7 @@ private Q_SLOTS:
 
     void takesTheReturnedPost()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft, "Title", "<p>Text</p>", ZLWordpressPost::Page));
+        ComposeFixture screen(ZLWordpressPost::Draft, "Title", "<p>Text</p>", ZLWordpressPost::Page);
         const PostPtr sent = screen.post();
         const LocalPostPtr row = sent->localPost;
         screen.controller->didPressedPublishButton();
@@ -137,8 +131,7 @@ private Q_SLOTS:
 
     void staysForAnotherObjectUntilTheListReloads()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        ComposeFixture screen(ZLWordpressPost::New);
         const LocalPostPtr row = screen.post()->localPost;
         screen.controller->didPressedPublishButton();
         QVERIFY(screen.sends(1));

@@ -1,15 +1,6 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 namespace {
-void press(ComposeFixture &screen, bool publish)
-{
-    if (publish)
-        screen.controller->didPressedPublishButton();
-    else
-        screen.controller->didPressedSaveButton();
-}
-
 void addButtons()
 {
     QTest::addColumn<bool>("publish");
@@ -27,7 +18,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, publish);
         ComposeFixture screen;
-        press(screen, publish);
+        screen.press(publish);
         QTRY_COMPARE(screen.prompts.journal, QStringList("alert: Nothing here. Post title and content are empty."));
         QVERIFY(screen.host.sent.isEmpty());
         QCOMPARE(screen.host.rows.size(), publish ? 0 : 1); // saving has made it a post of the list by then
@@ -38,22 +29,20 @@ private Q_SLOTS:
     void needANetwork()
     {
         QFETCH(bool, publish);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.host.isOnline = false;
-        press(screen, publish);
+        screen.press(publish);
         QTRY_COMPARE(screen.prompts.journal, QStringList("alert: You're offline"));
         QVERIFY(screen.host.sent.isEmpty());
         QVERIFY(!screen.view.isLoading);
         screen.host.isOnline = true;
-        press(screen, publish);
+        screen.press(publish);
         QVERIFY(screen.sends(1));
     }
 
     void ignoreASecondPress()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.page.holdsAnswers = true;
         for (int press = 0; press < 3; ++press) {
             screen.controller->didPressedSaveButton();
@@ -69,8 +58,7 @@ private Q_SLOTS:
 
     void ignoreAPressDuringTheUpload()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::New));
+        ComposeFixture screen(ZLWordpressPost::New);
         screen.controller->didPressedSaveButton();
         QVERIFY(screen.sends(1));
         screen.controller->didPressedSaveButton();
@@ -90,8 +78,7 @@ private Q_SLOTS:
 
     void dropAnAnswerForAnotherPost()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.page.holdsAnswers = true;
         screen.controller->didPressedPublishButton();
         QTRY_COMPARE(screen.page.held.size(), 1);
@@ -108,8 +95,7 @@ private Q_SLOTS:
 
     void sayWhenThePageGivesNoAnswer()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
+        ComposeFixture screen(ZLWordpressPost::Publish);
         screen.page.body = std::nullopt;
         screen.controller->didPressedPublishButton();
         QTRY_COMPARE(screen.prompts.journal, QStringList("alert: The editor is not ready."));
@@ -118,8 +104,7 @@ private Q_SLOTS:
 
     void outliveTheScreen()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         screen.page.holdsAnswers = true;
         screen.controller->didPressedPublishButton();
         screen.controller->canCreateNewPost();

@@ -6,17 +6,15 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSignalSpy>
-#include <QTest>
 
 namespace {
 QString quoted(const QString &text)
 {
-    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + QStringLiteral("[0]");
+    return QString::fromUtf8(QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact)) + u"[0]"_qs;
 }
 
 /// Selects the first occurrence of a text that lies in one text node.
-const QString selectScript = QStringLiteral(R"((() => {
+const QString selectScript = uR"((() => {
     const content = document.getElementById('content');
     const walker = document.createTreeWalker(content, NodeFilter.SHOW_TEXT);
     while (walker.nextNode()) {
@@ -28,15 +26,13 @@ const QString selectScript = QStringLiteral(R"((() => {
         return true;
     }
     return false;
-})())");
+})())"_qs;
 } // namespace
 
 PageFixture::PageFixture()
-    : files(home.filePath(QStringLiteral("data")), home.filePath(QStringLiteral("cache")))
+    : files(home.filePath(u"data"_qs), home.filePath(u"cache"_qs))
 {
 }
-
-PageFixture::~PageFixture() = default;
 
 bool PageFixture::start()
 {
@@ -104,14 +100,5 @@ QString PageFixture::copyPicture(const QString &name)
     image.fill(Qt::darkCyan);
     const QString path = files.cacheFolder() + QLatin1Char('/') + name;
     [[maybe_unused]] const bool saved = image.save(path, "PNG");
-    return QStringLiteral("file://localhost") + QUrl::fromLocalFile(path).path(QUrl::FullyEncoded);
-}
-
-QByteArray difference(const QString &actual, const QString &expected)
-{
-    qsizetype at = 0;
-    while (at < actual.size() && at < expected.size() && actual[at] == expected[at])
-        ++at;
-    const auto around = [at](const QString &text) { return text.mid(std::max<qsizetype>(0, at - 40), 160); };
-    return "\n  actual:   …" + around(actual).toUtf8() + "…\n  expected: …" + around(expected).toUtf8() + "…";
+    return u"file://localhost"_qs + QUrl::fromLocalFile(path).path(QUrl::FullyEncoded);
 }

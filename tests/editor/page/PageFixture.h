@@ -3,6 +3,7 @@
 #include "editor/ZLEditorPage.h"
 #include "editor/ZLEditorWebView.h"
 #include "platform/ZLFileManager.h"
+#include "support/TestClasses.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -12,7 +13,6 @@
 class PageFixture {
 public:
     PageFixture();
-    ~PageFixture();
     [[nodiscard]] bool start();
 
     /// Loads a body as the compose screen does, and waits until it is there.
@@ -32,8 +32,3 @@ public:
     std::unique_ptr<ZLEditorWebView> view;
     QStringList reports;
 };
-
-/// Where two long texts differ, for the message of a failed comparison.
-QByteArray difference(const QString &actual, const QString &expected);
-
-#define TRY_BODY(expected) QTRY_VERIFY2(m_page.body() == (expected), difference(m_page.body(), (expected)).constData())

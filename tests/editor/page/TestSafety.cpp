@@ -1,6 +1,6 @@
 #include "PageFixture.h"
 #include "editor/EditorScheme.h"
-#include "support/TestClasses.h"
+#include "support/Files.h"
 #include "wordpress/ContentConversion.h"
 
 #include <QClipboard>
@@ -9,16 +9,7 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QSignalSpy>
-#include <QTest>
 #include <csignal>
-
-namespace {
-QString readBody(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-} // namespace
 
 /// What a body or the clipboard holds never runs, and a page that dies comes back.
 class TestSafety : public QObject {
@@ -27,16 +18,16 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(m_page.start());
-        m_page.evaluate(QStringLiteral("window.hits = 0"));
+        m_page.evaluate(u"window.hits = 0"_qs);
     }
 
     void hostileBodiesAreInert_data()
     {
         QTest::addColumn<QString>("stored");
-        QDirIterator files(QStringLiteral(BODIES), {QStringLiteral("hostile-*.html")});
+        QDirIterator files(BODIES, {u"hostile-*.html"_qs});
         while (files.hasNext()) {
             const QString path = files.next();
-            QTest::newRow(qPrintable(files.fileName())) << readBody(path);
+            QTest::newRow(qPrintable(files.fileName())) << QString(contentsOf(path));
         }
     }
 
@@ -45,46 +36,42 @@ private Q_SLOTS:
         QFETCH(QString, stored);
         m_page.load(stored);
         QTest::mouseClick(m_page.view->focusProxy(), Qt::LeftButton, {}, {200, 60});
-        m_page.evaluate(QStringLiteral("for (const e of document.querySelectorAll('#content *')) {"
-                                       "  e.dispatchEvent(new Event('error')); e.dispatchEvent(new MouseEvent('click', "
-                                       "{bubbles: true, cancelable: true})); }"));
-        QCOMPARE(m_page.evaluate(QStringLiteral("new Promise(r => 0), window.hits")).toInt(), 0);
+        m_page.evaluate(u"for (const e of document.querySelectorAll('#content *')) {"
+                        "  e.dispatchEvent(new Event('error')); e.dispatchEvent(new MouseEvent('click', "
+                        "{bubbles: true, cancelable: true})); }"_qs);
+        QCOMPARE(m_page.evaluate(u"new Promise(r => 0), window.hits"_qs).toInt(), 0);
         QCOMPARE(m_page
-                     .evaluate(QStringLiteral(
-                         "document.querySelectorAll('#content :is(script, iframe, form, input, object, embed, style, "
-                         "link, meta, base, svg, math, video, template, [onerror], [onclick], [autofocus])').length"))
+                     .evaluate(
+                         u"document.querySelectorAll('#content :is(script, iframe, form, input, object, embed, style, "
+                         "link, meta, base, svg, math, video, template, [onerror], [onclick], [autofocus])').length"_qs)
                      .toInt(),
             0);
-        QVERIFY2(m_page.body() == stored, difference(m_page.body(), stored).constData());
-        QVERIFY(!m_page.reports.contains(QStringLiteral("owned")));
+        QCOMPARE(m_page.body(), stored);
+        QVERIFY(!m_page.reports.contains(u"owned"_qs));
         QCOMPARE(m_page.view->url().adjusted(QUrl::RemoveFragment), EditorScheme::pageUrl());
     }
 
     void hostileClipboardIsInert()
     {
-        m_page.load(QStringLiteral("start"));
-        m_page.putCursorBehind(QStringLiteral("start"));
+        m_page.load(u"start"_qs);
+        m_page.putCursorBehind(u"start"_qs);
         auto *clip = new QMimeData;
-        clip->setHtml(QStringLiteral("<b>kept</b> ") + readBody(QStringLiteral(BODIES "/hostile-scripts.html")));
+        clip->setHtml(u"<b>kept</b> "_qs + contentsOf(BODIES "/hostile-scripts.html"));
         QGuiApplication::clipboard()->setMimeData(clip);
         m_page.press(Qt::Key_V, Qt::ControlModifier);
         QTRY_VERIFY2(m_page.body().contains(u"<b>kept</b>"), qPrintable(m_page.body()));
-        QCOMPARE(m_page.evaluate(QStringLiteral("window.hits")).toInt(), 0);
+        QCOMPARE(m_page.evaluate(u"window.hits"_qs).toInt(), 0);
         const QString body = m_page.body();
-        for (const QString &trace : {QStringLiteral("<script"), QStringLiteral("onerror="), QStringLiteral("onclick="),
-                 QStringLiteral("<iframe"), QStringLiteral("javascript:"), QStringLiteral("<form")})
+        for (const QString &trace :
+            {u"<script"_qs, u"onerror="_qs, u"onclick="_qs, u"<iframe"_qs, u"javascript:"_qs, u"<form"_qs})
             QVERIFY2(!body.contains(trace), qPrintable(trace));
     }
 
     void pastesText_data()
     {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("text") << QString() << QStringLiteral("a <b> & c")
-                              << QStringLiteral("one a &lt;b&gt; &amp; c two");
-        QTest::newRow("markup") << QStringLiteral("<span style='color:red' class=x id=y>a <em>b</em></span>")
-                                << QString() << QStringLiteral("one a <em>b</em> two");
+        const TestTable<QString, QString, QString> row({"html", "text", "expected"});
+        row("text", {}, u"a <b> & c"_qs, u"one a &lt;b&gt; &amp; c two"_qs);
+        row("markup", u"<span style='color:red' class=x id=y>a <em>b</em></span>"_qs, {}, u"one a <em>b</em> two"_qs);
     }
 
     void pastesText()
@@ -92,9 +79,9 @@ private Q_SLOTS:
         QFETCH(QString, html);
         QFETCH(QString, text);
         QFETCH(QString, expected);
-        m_page.load(QStringLiteral("one two"));
-        m_page.putCursorBehind(QStringLiteral("one "));
-        m_page.type(QStringLiteral(" "));
+        m_page.load(u"one two"_qs);
+        m_page.putCursorBehind(u"one "_qs);
+        m_page.type(u" "_qs);
         m_page.press(Qt::Key_Left);
         auto *clip = new QMimeData;
         if (html.isEmpty())
@@ -103,55 +90,46 @@ private Q_SLOTS:
             clip->setHtml(html);
         QGuiApplication::clipboard()->setMimeData(clip);
         m_page.press(Qt::Key_V, Qt::ControlModifier);
-        QTRY_COMPARE(m_page.body()
-                         .remove(QStringLiteral("<span>"))
-                         .remove(QStringLiteral("</span>"))
-                         .replace(QStringLiteral("&nbsp;"), QStringLiteral(" ")),
-            expected);
+        QTRY_COMPARE(m_page.body().remove(u"<span>"_qs).remove(u"</span>"_qs).replace(u"&nbsp;"_qs, u" "_qs), expected);
     }
 
     void servesNoFileButAllowedPictures()
     {
-        const QString allowed = m_page.copyPicture(QStringLiteral("in cache.png"));
-        const QString outside = m_page.home.filePath(QStringLiteral("outside.png"));
-        QVERIFY(QFile::copy(m_page.files.cacheFolder() + QStringLiteral("/in cache.png"), outside));
-        const QString climbing =
-            QString(allowed).replace(QStringLiteral("in%20cache"), QStringLiteral("..%2f..%2foutside"));
-        m_page.load(
-            QStringLiteral("<img src='%1'><img src='file://localhost%2'><img src='%3'><img src='file:///etc/passwd'>"
-                           "<img src='zalmo://media/etc/hostname'>")
-                .arg(allowed, outside, climbing));
+        const QString allowed = m_page.copyPicture(u"in cache.png"_qs);
+        const QString outside = m_page.home.filePath(u"outside.png"_qs);
+        QVERIFY(QFile::copy(m_page.files.cacheFolder() + u"/in cache.png"_qs, outside));
+        const QString climbing = QString(allowed).replace(u"in%20cache"_qs, u"..%2f..%2foutside"_qs);
+        m_page.load(u"<img src='%1'><img src='file://localhost%2'><img src='%3'><img src='file:///etc/passwd'>"
+                    "<img src='zalmo://media/etc/hostname'>"_qs.arg(allowed, outside, climbing));
         QTRY_COMPARE(
-            m_page.evaluate(QStringLiteral("[...document.images].map(i => i.complete && i.naturalWidth).join()"))
-                .toString(),
-            QStringLiteral("4,0,0,0,0"));
+            m_page.evaluate(u"[...document.images].map(i => i.complete && i.naturalWidth).join()"_qs).toString(),
+            u"4,0,0,0,0"_qs);
     }
 
     void doesNotNavigate()
     {
-        m_page.load(QStringLiteral("a <a href=\"https://example.com/\" target=_blank>link</a>"));
-        m_page.evaluate(
-            QStringLiteral("document.querySelector('#content a').click(); location.href = 'https://example.com/';"
-                           "location.reload(); window.open('https://example.com/')"));
-        QCOMPARE(m_page.body(), QStringLiteral("a <a href=\"https://example.com/\" target=_blank>link</a>"));
+        m_page.load(u"a <a href=\"https://example.com/\" target=_blank>link</a>"_qs);
+        m_page.evaluate(u"document.querySelector('#content a').click(); location.href = 'https://example.com/';"
+                        "location.reload(); window.open('https://example.com/')"_qs);
+        QCOMPARE(m_page.body(), u"a <a href=\"https://example.com/\" target=_blank>link</a>"_qs);
         QCOMPARE(m_page.view->url().adjusted(QUrl::RemoveFragment), EditorScheme::pageUrl());
     }
 
     void returnsAfterACrash()
     {
-        m_page.load(QStringLiteral("before"));
+        m_page.load(u"before"_qs);
         QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
-        const QFuture<EditorCalls::Answer> inFlight = m_page.page.calls().call(QStringLiteral("getBodyContent"));
+        const QFuture<EditorCalls::Answer> inFlight = m_page.page.calls().call(u"getBodyContent"_qs);
         ::kill(pid_t(m_page.view->page()->renderProcessPid()), SIGKILL);
         QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 20'000);
         QVERIFY(inFlight.isFinished());
-        m_page.load(QStringLiteral("after"));
-        QCOMPARE(m_page.body(), QStringLiteral("after"));
+        m_page.load(u"after"_qs);
+        QCOMPARE(m_page.body(), u"after"_qs);
     }
 
     void survivesAnEndlessBody()
     {
-        const QString endless = QStringLiteral("<!-- wp:html -->\nfor (;;);\n<!-- /wp:html -->");
+        const QString endless = u"<!-- wp:html -->\nfor (;;);\n<!-- /wp:html -->"_qs;
         m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(endless, m_page.files), 1);
         QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
         QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 30'000);
@@ -162,12 +140,10 @@ private Q_SLOTS:
     void keepsContentLoadedBeforeReady()
     {
         PageFixture other;
-        other.page.loadHTMLContent(
-            ContentConversion::postContentForZalmoEditor(QStringLiteral("older"), other.files), 1);
-        other.page.loadHTMLContent(
-            ContentConversion::postContentForZalmoEditor(QStringLiteral("newer"), other.files), 1);
+        other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"older"_qs, other.files), 1);
+        other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"newer"_qs, other.files), 1);
         QVERIFY(other.start());
-        QTRY_COMPARE(other.body(), QStringLiteral("newer"));
+        QCOMPARE(other.body(), u"newer"_qs);
     }
 
     void answersNothingWithoutAPage()
@@ -184,19 +160,18 @@ private Q_SLOTS:
 
     void givesTheLastReportToItsPost()
     {
-        m_page.load(QStringLiteral("first"));
-        m_page.putCursorBehind(QStringLiteral("first"));
+        m_page.load(u"first"_qs);
+        m_page.putCursorBehind(u"first"_qs);
         QMap<int, QString> reports;
         connect(&m_page.page, &ComposePage::setPostContent, this,
             [&reports](const QString &html, int owner) { reports[owner] = html; });
-        m_page.type(QStringLiteral("X"));
-        m_page.page.loadHTMLContent(
-            ContentConversion::postContentForZalmoEditor(QStringLiteral("second"), m_page.files), 2);
-        QCOMPARE(m_page.body(), QStringLiteral("second")); // the answer waits for the content
-        QCOMPARE(reports, (QMap<int, QString>{{1, QStringLiteral("firstX")}}));
-        m_page.putCursorBehind(QStringLiteral("second"));
-        m_page.type(QStringLiteral("Y"));
-        QTRY_COMPARE(reports.value(2), QStringLiteral("secondY"));
+        m_page.type(u"X"_qs);
+        m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"second"_qs, m_page.files), 2);
+        QCOMPARE(m_page.body(), u"second"_qs); // the answer waits for the content
+        QCOMPARE(reports, (QMap<int, QString>{{1, u"firstX"_qs}}));
+        m_page.putCursorBehind(u"second"_qs);
+        m_page.type(u"Y"_qs);
+        QTRY_COMPARE(reports.value(2), u"secondY"_qs);
         disconnect(&m_page.page, &ComposePage::setPostContent, this, nullptr);
     }
 
