@@ -51,11 +51,6 @@ struct SecondBlog : ConnectedBlog {
     }
 };
 
-void addOutcomeColumns()
-{
-    addColumns<int, int, int, int, QString>({"status", "type", "daysAhead", "rowStatus", "message"});
-}
-
 constexpr int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
 constexpr int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
 
@@ -71,12 +66,12 @@ class OutcomesTest : public QObject {
 private Q_SLOTS:
     void publishes_data()
     {
-        addOutcomeColumns();
-        QTest::newRow("post") << publish << post << 0 << 0 << u"Successfully Published Post"_qs;
-        QTest::newRow("page") << publish << page << 0 << 2 << u"Successfully Published Page"_qs;
-        QTest::newRow("scheduled post") << publish << post << 365 << 8 << u"Successfully Scheduled Post"_qs;
-        QTest::newRow("scheduled page") << publish << page << 365 << 8 << u"Successfully Scheduled Page"_qs;
-        QTest::newRow("draft") << draft << post << 0 << 1 << u"Successfully Saved Draft"_qs;
+        const TestTable<int, int, int, int, QString> row({"status", "type", "daysAhead", "rowStatus", "message"});
+        row("post", publish, post, 0, 0, u"Successfully Published Post"_qs);
+        row("page", publish, page, 0, 2, u"Successfully Published Page"_qs);
+        row("scheduled post", publish, post, 365, 8, u"Successfully Scheduled Post"_qs);
+        row("scheduled page", publish, page, 365, 8, u"Successfully Scheduled Page"_qs);
+        row("draft", draft, post, 0, 1, u"Successfully Saved Draft"_qs);
     }
 
     void publishes()
@@ -147,11 +142,11 @@ private Q_SLOTS:
 
     void updates_data()
     {
-        addOutcomeColumns();
-        QTest::newRow("post") << publish << post << -1 << 0 << u"Successfully Updated Post"_qs;
-        QTest::newRow("page") << publish << page << -1 << 2 << u"Successfully Updated Page"_qs;
-        QTest::newRow("scheduled") << publish << post << 9 << 8 << u"Successfully Scheduled Post"_qs;
-        QTest::newRow("back to draft") << draft << post << -1 << 1 << u"Successfully Updated Draft."_qs;
+        const TestTable<int, int, int, int, QString> row({"status", "type", "daysAhead", "rowStatus", "message"});
+        row("post", publish, post, -1, 0, u"Successfully Updated Post"_qs);
+        row("page", publish, page, -1, 2, u"Successfully Updated Page"_qs);
+        row("scheduled", publish, post, 9, 8, u"Successfully Scheduled Post"_qs);
+        row("back to draft", draft, post, -1, 1, u"Successfully Updated Draft."_qs);
     }
 
     void updates()

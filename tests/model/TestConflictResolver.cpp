@@ -30,6 +30,10 @@ struct Conflict {
         folder.write(local.bytes());
         folder.write(remote.bytes(), u"conflict.zalmo"_qs);
     }
+    Resolver::Outcome resolve(int action, int selection, const DocumentPtr &document = nullptr) const
+    {
+        return Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), row, document, now);
+    }
 };
 
 QByteArray textsOf(const QByteArray &file)
@@ -61,8 +65,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, copy);
         const Conflict conflict;
         conflict.write();
-        const Resolver::Outcome outcome =
-            Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), conflict.row, nullptr, now);
+        const Resolver::Outcome outcome = conflict.resolve(action, selection);
         QVERIFY(outcome.isDone);
         QCOMPARE(outcome.reloadsPosts, selection == Resolver::Local);
         const QByteArray post = conflict.folder.read();
@@ -104,8 +107,7 @@ private Q_SLOTS:
         Conflict conflict;
         conflict.remote = remote;
         conflict.write();
-        const Resolver::Outcome chosen =
-            Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+        const Resolver::Outcome chosen = conflict.resolve(Resolver::Choose, Resolver::Remote);
         QCOMPARE(chosen.removed, conflict.row);
         QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
         QCOMPARE(chosen.loaded, conflict.row);
@@ -113,8 +115,7 @@ private Q_SLOTS:
         QCOMPARE(conflict.row->title, u"Remote"_qs);
 
         conflict.write();
-        const Resolver::Outcome kept =
-            Resolver::resolve(Resolver::KeepBoth, Resolver::Remote, conflict.row, nullptr, now);
+        const Resolver::Outcome kept = conflict.resolve(Resolver::KeepBoth, Resolver::Remote);
         QCOMPARE(kept.removed, conflict.row);
         QCOMPARE(kept.insertedOnTop.size(), 2);
         QCOMPARE(kept.insertedOnTop.first()->status, 6);
@@ -140,7 +141,7 @@ private Q_SLOTS:
         const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
         document->post.content = u"just typed"_qs;
         document->updateChangeCount();
-        Resolver::resolve(Resolver::Action(action), Resolver::Remote, conflict.row, document, now);
+        conflict.resolve(action, Resolver::Remote, document);
         QCOMPARE(document->post.content, u"remote body"_qs);
         document->close();
         QVERIFY(conflict.folder.read().contains("remote body"));
@@ -155,7 +156,7 @@ private Q_SLOTS:
         conflict.remote.content =
             "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n&lt;!-- /wp:paragraph --&gt;\n";
         conflict.write();
-        Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now);
+        conflict.resolve(Resolver::Choose, Resolver::Remote);
         QCOMPARE(textsOf(conflict.folder.read()), textsOf(conflict.remote.bytes()));
         QCOMPARE(conflict.row->title, u"3 < 5"_qs);
     }
@@ -165,7 +166,7 @@ private Q_SLOTS:
         const Conflict conflict;
         conflict.write();
         conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
-        QVERIFY(!Resolver::resolve(Resolver::Choose, Resolver::Remote, conflict.row, nullptr, now).isDone);
+        QVERIFY(!conflict.resolve(Resolver::Choose, Resolver::Remote).isDone);
         QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
     }
 
@@ -183,9 +184,9 @@ private Q_SLOTS:
         if (isThere)
             conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
         for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
-            QVERIFY(!Resolver::resolve(action, Resolver::Remote, conflict.row, nullptr, now).isDone);
+            QVERIFY(!conflict.resolve(action, Resolver::Remote).isDone);
         QCOMPARE(conflict.folder.read(), conflict.local.bytes());
-        QVERIFY(Resolver::resolve(Resolver::KeepBoth, Resolver::Local, conflict.row, nullptr, now).isDone);
+        QVERIFY(conflict.resolve(Resolver::KeepBoth, Resolver::Local).isDone);
         QVERIFY(conflict.folder.read().contains("local body"));
         QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
         QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
@@ -203,8 +204,7 @@ private Q_SLOTS:
         const Conflict conflict;
         conflict.write();
         conflict.folder.write("a folder where the copy should be", u"conflict-solved.zalmo/file"_qs);
-        const Resolver::Outcome outcome =
-            Resolver::resolve(Resolver::KeepBoth, Resolver::Selection(selection), conflict.row, nullptr, now);
+        const Resolver::Outcome outcome = conflict.resolve(Resolver::KeepBoth, selection);
         QCOMPARE(outcome.isDone, selection == Resolver::Local);
         QVERIFY(conflict.folder.read().contains("local body"));
         QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());

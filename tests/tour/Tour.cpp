@@ -1,7 +1,8 @@
 #include "Tour.h"
 
+#include "support/Files.h"
+
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRandomGenerator>
@@ -79,10 +80,7 @@ void Tour::checkFileInStep(const XMLRPCValue &post, const QString &status)
     const QString id = post[u"post_id"].string();
     m_screen.waitFor("the file of post " + id, [&] { return !postFile(id).isNull(); });
     m_screen.waitFor("the file of post " + id + " to be in step with the blog", [&] {
-        QFile file(postFile(id));
-        if (!file.open(QIODevice::ReadOnly))
-            return false;
-        const QString text = QString::fromUtf8(file.readAll());
+        const QString text = contentsOf(postFile(id));
         return text.contains("<id>" + id + "</id><status>" + status + "</status>")
             && text.contains("<file_info><status></status>");
     });

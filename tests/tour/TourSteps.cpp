@@ -1,7 +1,8 @@
 #include "Tour.h"
 
+#include "support/Files.h"
+
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
@@ -106,11 +107,9 @@ void Tour::openAll()
         all.push_back(std::move(page));
     for (const XMLRPCValue &post : all) {
         const QString shown = post[u"post_title"].string(), id = post[u"post_id"].string();
-        QFile file(postFile(id));
-        if (!file.open(QIODevice::ReadOnly))
+        const QByteArray before = contentsOf(postFile(id));
+        if (before.isEmpty())
             throw TourFailure("post " + id + " has no file");
-        const QByteArray before = file.readAll();
-        file.close();
         m_screen.clickRow(shown.isEmpty() ? "No title" : shown);
         m_screen.waitFor("“" + shown + "” to open", [&] { return m_screen.shownTitle() == shown; });
         const QString stored = post[u"post_content"].string();
@@ -119,9 +118,8 @@ void Tour::openAll()
         if (const QString content = m_screen.bodyContent(); content != stored)
             throw TourFailure(
                 "“" + shown + "” does not come back as it was stored: " + firstDifference(stored, content));
-        if (!file.open(QIODevice::ReadOnly) || file.readAll() != before)
+        if (contentsOf(postFile(id)) != before)
             throw TourFailure("opening “" + shown + "” changed its file");
-        file.close();
     }
 }
 

@@ -70,8 +70,8 @@ private Q_SLOTS:
             [](auto &s) { s.getUserBlogs(); });
         row("recent posts end a round, as no call is under way", u"metaWeblog.getRecentPosts"_qs, login + u", 50"_qs,
             {u"synced Ada"_qs, u"got 1 posts"_qs}, [](auto &s) { s.getPosts(); });
-        row("post", u"metaWeblog.getPost"_qs, u"\"7\", \"ada\", \"secret\""_qs, {},
-            [](auto &s) { s.getPost(u"7"_qs); });
+        row("post that is not there", u"metaWeblog.getPost"_qs, u"\"8\", \"ada\", \"secret\""_qs,
+            {u"request 1 failed: Response error 404"_qs}, [](auto &s) { s.getPost(u"8"_qs); });
         row("post, original", u"wp.getPost"_qs, login + u", \"7\""_qs, {u"published T"_qs, u"note: published T"_qs},
             [](auto &s) { s.getPost(u"7"_qs, numbered()); });
         row("delete", u"wp.deletePost"_qs, login + u", \"7\""_qs, {u"deleted T"_qs},
@@ -90,6 +90,7 @@ private Q_SLOTS:
         QFETCH(QString, parameters);
         ServiceFixture f;
         f.blog.posts[u"7"_qs].id = u"7"_qs;
+        f.blog.posts[u"7"_qs].title = u"T"_qs;
         for (const QString &method : {u"wp.getProfile"_qs, u"wp.getUsersBlogs"_qs})
             f.blog.answerWith(method, XMLRPCStruct{{u"a"_qs, u"b"_qs}});
         f.blog.answerWith(u"metaWeblog.getRecentPosts"_qs, XMLRPCArray{XMLRPCStruct{{u"postid"_qs, 7}}});

@@ -45,9 +45,14 @@ bool PageFixture::start()
 
 void PageFixture::load(const QString &stored)
 {
-    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files), 1);
+    beginToLoad(stored);
     body();
     reports.clear();
+}
+
+void PageFixture::beginToLoad(const QString &stored, int owner)
+{
+    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files), owner);
 }
 
 QString PageFixture::body()

@@ -17,6 +17,7 @@ public:
 
     /// Loads a body as the compose screen does, and waits until it is there.
     void load(const QString &stored);
+    void beginToLoad(const QString &stored, int owner = 1); ///< the same without a wait
     QString body(); ///< the answer of getBodyContent; null when there is none
     QVariant evaluate(const QString &script); ///< in the page's own world
     void select(const QString &text); ///< its first occurrence in the text of the page

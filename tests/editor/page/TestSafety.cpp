@@ -1,7 +1,6 @@
 #include "PageFixture.h"
 #include "editor/EditorScheme.h"
 #include "support/Files.h"
-#include "wordpress/ContentConversion.h"
 
 #include <QClipboard>
 #include <QCoroTask>
@@ -130,7 +129,7 @@ private Q_SLOTS:
     void survivesAnEndlessBody()
     {
         const QString endless = u"<!-- wp:html -->\nfor (;;);\n<!-- /wp:html -->"_qs;
-        m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(endless, m_page.files), 1);
+        m_page.beginToLoad(endless);
         QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
         QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 30'000);
         m_page.load(endless); // as the compose screen does then
@@ -140,8 +139,8 @@ private Q_SLOTS:
     void keepsContentLoadedBeforeReady()
     {
         PageFixture other;
-        other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"older"_qs, other.files), 1);
-        other.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"newer"_qs, other.files), 1);
+        other.beginToLoad(u"older"_qs);
+        other.beginToLoad(u"newer"_qs);
         QVERIFY(other.start());
         QCOMPARE(other.body(), u"newer"_qs);
     }
@@ -166,7 +165,7 @@ private Q_SLOTS:
         connect(&m_page.page, &ComposePage::setPostContent, this,
             [&reports](const QString &html, int owner) { reports[owner] = html; });
         m_page.type(u"X"_qs);
-        m_page.page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(u"second"_qs, m_page.files), 2);
+        m_page.beginToLoad(u"second"_qs, 2);
         QCOMPARE(m_page.body(), u"second"_qs); // the answer waits for the content
         QCOMPARE(reports, (QMap<int, QString>{{1, u"firstX"_qs}}));
         m_page.putCursorBehind(u"second"_qs);
