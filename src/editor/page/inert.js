@@ -67,9 +67,8 @@ export function makeInert(fragment) {
 /** For markup from elsewhere: takes away what the body of a post would have kept. */
 export function strip(fragment) {
     for (const element of fragment.querySelectorAll('*')) {
-        if (!fragment.contains(element) || (element.hasAttribute(INERT) && isKnownBox(element)))
-            continue;
-        if (element.closest(`[${INERT}]`))
+        const box = element.closest(`[${INERT}]`);
+        if (!fragment.contains(element) || (box && isKnownBox(box)))
             continue;
         if (BOXED_ELEMENTS[element.localName])
             element.remove();

@@ -32,7 +32,7 @@ export class Original {
 /** Gives each token of `before` its text in `core`: `own` for itself, `source` with what stands unpaired behind it. */
 function pairTokens(coreTokens, beforeTokens) {
     const partners = match(coreTokens.map(token => token.key), beforeTokens.map(token => token.key));
-    const pairs = fillGaps(partners, coreTokens, beforeTokens, sameKind);
+    const pairs = fillGaps(partners, coreTokens, beforeTokens, token => `${token.kind} ${token.name}`);
     const tokens = beforeTokens.map(token => ({...token, own: null, source: ''}));
     pairs.forEach(([i, j], n) => {
         const start = n === 0 ? 0 : i;
@@ -43,20 +43,20 @@ function pairTokens(coreTokens, beforeTokens) {
     return tokens;
 }
 
-function sameKind(a, b) {
-    return a.kind === b.kind && a.name === b.name;
-}
-
-/** Adds, between the pairs there are, pairs of tokens that are alike, in order. */
-function fillGaps(pairs, a, b, alike) {
+/** Adds, between the pairs there are, pairs of tokens of one kind, in order. Tokens without a kind stay alone. */
+function fillGaps(pairs, a, b, kindOf) {
     const result = [];
     let [fromA, fromB] = [0, 0];
     for (const [i, j] of [...pairs, [a.length, b.length]]) {
+        const places = placesByKind(a, fromA, i, kindOf);
         for (; fromB < j; fromB += 1) {
-            const found = a.slice(fromA, i).findIndex(token => alike(token, b[fromB]));
-            if (found >= 0) {
-                result.push([fromA + found, fromB]);
-                fromA += found + 1;
+            const alike = places.get(kindOf(b[fromB])) ?? [];
+            while (alike.at(-1) < fromA)
+                alike.pop();
+            if (alike.length > 0) {
+                fromA = alike.pop();
+                result.push([fromA, fromB]);
+                fromA += 1;
             }
         }
         if (i < a.length || j < b.length)
@@ -66,12 +66,26 @@ function fillGaps(pairs, a, b, alike) {
     return result;
 }
 
+/** The last place of each kind comes first. */
+function placesByKind(tokens, from, to, kindOf) {
+    const places = new Map();
+    for (let i = to - 1; i >= from; i -= 1) {
+        const kind = kindOf(tokens[i]);
+        if (kind === null)
+            continue;
+        if (!places.has(kind))
+            places.set(kind, []);
+        places.get(kind).push(i);
+    }
+    return places;
+}
+
 function reword(before, after, alikeSpace) {
     const kept = match(before.map(token => token.raw), after.map(token => token.raw));
     const isKept = new Set(kept.map(([, j]) => j));
-    const texts = (a, b) => a.kind === 'text' && b.kind === 'text';
+    const textsOnly = token => (token.kind === 'text' ? 'text' : null);
     const words = after.map(token => token.raw);
-    for (const [i, j] of fillGaps(kept, before, after, texts))
+    for (const [i, j] of fillGaps(kept, before, after, textsOnly))
         words[j] = isKept.has(j) ? before[i].source : rewordText(before[i], after[j].raw, alikeSpace);
     return words.join('');
 }
