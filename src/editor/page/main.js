@@ -22,7 +22,12 @@ function functionsOf(editor, bridge, watch) {
             execCommand(editor, name);
             watch.later();
         },
-        addImage: async (...args) => addImage(editor, await bridge.targetForLinkImage(), args),
+        addImage: async (...args) => {
+            const {body} = editor;
+            const target = await bridge.targetForLinkImage();
+            if (editor.body === body) // and not another post by now
+                addImage(editor, target, args);
+        },
         addLinkMarkToCurrentSelection: () => addLinkMarkToCurrentSelection(editor),
         addLinkToSelection: (...args) => addLinkToSelection(editor, ...args),
         removeLinkMarkForCurrentSelection: () => removeLinkMarkForCurrentSelection(editor),
