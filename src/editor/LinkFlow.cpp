@@ -20,15 +20,18 @@ void LinkFlow::addLinkToCurrentSelection()
 void LinkFlow::showSheet(const QString &url, const QString &tooltip, bool newWindow)
 {
     m_parts.state->actionsEnabled = false;
+    m_shownURL = url;
     m_parts.view.showAddLinkSheet(url, tooltip, newWindow);
 }
 
 void LinkFlow::addLinkDidClickDone(const QString &url, const QString &tooltip, bool newWindow)
 {
-    const bool hasScheme = url.startsWith(QLatin1String("http://")) || url.startsWith(QLatin1String("https://"));
+    // An address that is there already ("mailto:", "#top", "/about") stays as it is.
+    const bool isWhole = (url == m_shownURL && !url.isEmpty()) || url.startsWith(QLatin1String("http://"))
+        || url.startsWith(QLatin1String("https://"));
     m_parts.state->actionsEnabled = true;
     m_parts.page.focus();
-    m_parts.page.addLinkToSelection(hasScheme ? url : QLatin1String("http://") + url, tooltip, newWindow);
+    m_parts.page.addLinkToSelection(isWhole ? url : QLatin1String("http://") + url, tooltip, newWindow);
 }
 
 void LinkFlow::addLinkDidClickCancel()

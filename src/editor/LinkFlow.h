@@ -15,4 +15,5 @@ private:
     void addLinkDidClickCancel();
 
     ComposeParts m_parts;
+    QString m_shownURL; ///< of the link that the sheet was opened for
 };
