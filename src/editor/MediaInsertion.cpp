@@ -7,6 +7,16 @@
 #include <QFileInfo>
 #include <QPointer>
 
+namespace {
+/// The panel shows no others, but a name can be typed into it.
+bool isPicture(const QUrl &file)
+{
+    static const QStringList kinds{
+        QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("gif")};
+    return file.isLocalFile() && kinds.contains(QFileInfo(file.toLocalFile()).suffix(), Qt::CaseInsensitive);
+}
+} // namespace
+
 MediaInsertion::MediaInsertion(const ComposeParts &parts, QObject *parent)
     : QObject(parent)
     , m_parts(parts)
@@ -27,6 +37,11 @@ QCoro::Task<void> MediaInsertion::insertMedia()
     m_isChoosing = false;
     if (chosen.isEmpty() || generation != m_parts.screen.generation() || isUploading())
         co_return;
+    if (!isPicture(chosen)) {
+        m_parts.prompts.alert(QStringLiteral("This file cannot be added."),
+            QStringLiteral("Choose a picture on this computer: PNG, JPEG or GIF."));
+        co_return;
+    }
     const QUrl copy = copyIntoCacheFolder(chosen.toLocalFile());
     if (copy.isEmpty()) {
         m_parts.prompts.alert(QStringLiteral("The picture could not be added."),
