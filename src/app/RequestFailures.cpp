@@ -69,6 +69,8 @@ void RequestFailures::didFailToPerformRequest(ZLWordpressService *service, int t
         ZLLog(u"error code is %1: "_qs.arg(error.code));
     }
 
+    if (type == ZLWordpressServiceRequestTypeDeletePost)
+        Q_EMIT m_environment.notifications.deletionDidEnd();
     Prompts &prompts = *m_environment.windows.prompts;
     switch (answerToFailure(type, error.code, m_login.isVisible())) {
     case FailureAnswer::Nothing:

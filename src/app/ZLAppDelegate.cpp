@@ -342,6 +342,7 @@ void ZLAppDelegate::didPublishDraftPost(ZLWordpressService *service, const PostP
 void ZLAppDelegate::didDeletePost(ZLWordpressService *, const PostPtr &post)
 {
     d->outcomes.didDeletePost(post);
+    Q_EMIT d->environment.notifications.deletionDidEnd();
 }
 
 void ZLAppDelegate::didCreateCategory(ZLWordpressService *, const QString &name)

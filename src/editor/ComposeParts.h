@@ -7,6 +7,7 @@
 #include "editor/PostOnScreen.h"
 #include "editor/UploadOverlay.h"
 
+#include <QUrl>
 #include <memory>
 
 /// What the flows of the compose screen work on; all of it outlives them.
@@ -15,6 +16,7 @@ struct ComposeParts {
     struct State {
         bool actionsEnabled = true; ///< false while a sheet owns the screen
         bool flowInFlight = false;
+        QList<QUrl> deletedFiles; ///< of the posts that the blog was asked to delete and has not answered about
     };
 
     ComposeHost &host;
@@ -24,6 +26,13 @@ struct ComposeParts {
     PostOnScreen &screen;
     UploadOverlay &overlay;
     std::shared_ptr<State> state = std::make_shared<State>();
+
+    /// Whether the blog has been asked to delete the post on the screen.
+    bool isBeingDeleted() const
+    {
+        const LocalPostPtr row = screen.post()->localPost;
+        return row && state->deletedFiles.contains(row->localFile);
+    }
 };
 
 /// Marks a flow as under way for as long as it lives, so that a second press is ignored.

@@ -6,11 +6,17 @@ DeleteFlow::DeleteFlow(const ComposeParts &parts, QObject *parent)
 {
     connect(&m_parts.view, &ComposeView::alertViewDidDismissWithButtonIndex, this,
         &DeleteFlow::alertViewDidDismissWithButtonIndex);
+    connect(&m_parts.host.notifications(), &ZLNotifications::deletionDidEnd, this, [this] {
+        m_parts.state->deletedFiles.clear();
+        m_parts.view.setSaveState({});
+    });
 }
 
 void DeleteFlow::didPressedDeleteButton()
 {
-    if (!m_parts.state->actionsEnabled || m_parts.overlay.isLoading(m_parts.screen.post()->id))
+    // A second call for a post that is in the blog's trash by then would delete it for good.
+    if (!m_parts.state->actionsEnabled || m_parts.overlay.isLoading(m_parts.screen.post()->id)
+        || m_parts.isBeingDeleted())
         return;
     m_askedGeneration = m_parts.screen.generation();
     const bool isPage = m_parts.screen.post()->type == ZLWordpressPost::Page;
@@ -27,7 +33,7 @@ void DeleteFlow::alertViewDidDismissWithButtonIndex(int index)
 
 void DeleteFlow::deleteCurrentPost()
 {
-    m_parts.screen.forgetFailedFirstUpload();
+    m_parts.screen.forgetFailedUpload();
     const PostPtr post = m_parts.screen.post();
     const LocalPostPtr row = post->localPost;
     const bool isRemote =
@@ -38,11 +44,16 @@ void DeleteFlow::deleteCurrentPost()
         return;
     }
     if (isRemote) {
+        if (row)
+            m_parts.state->deletedFiles.append(row->localFile);
+        m_parts.view.setSaveState(QStringLiteral("Deleting…"));
         m_parts.host.deletePost(post);
     } else {
         if (row) {
             m_parts.host.removeLocalPostFromList(row);
             m_parts.host.deletePostAtLocalURL(row->localFile);
+        } else if (const DocumentPtr unwritten = m_parts.screen.currentDocument()) {
+            m_parts.host.documentController().forget(unwritten->fileURL());
         }
         Q_EMIT cleanEditorForNewPost();
     }

@@ -12,7 +12,7 @@ bool UploadFlow::mayBegin() const
 {
     // A second upload of a post that is on its way would make a second post on the blog.
     return m_parts.state->actionsEnabled && !m_parts.page.isShowingImageEditor() && !m_parts.state->flowInFlight
-        && !m_parts.overlay.isLoading(m_parts.screen.post()->id);
+        && !m_parts.overlay.isLoading(m_parts.screen.post()->id) && !m_parts.isBeingDeleted();
 }
 
 bool UploadFlow::isReachable() const

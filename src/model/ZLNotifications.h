@@ -28,7 +28,8 @@ Q_SIGNALS:
     // rows and blogs
     void didUpdatePosts();
     void didSyncPosts();
-    void didDeletePost();
+    void didDeletePost(); ///< asked for; the blog may still refuse
+    void deletionDidEnd(); ///< the blog has deleted a post, or has not
     void openNewPost();
     void changingBlog();
     void didChangeBlog();
