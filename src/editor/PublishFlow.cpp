@@ -62,8 +62,9 @@ QCoro::Task<void> PublishFlow::publishPost()
 void PublishFlow::sendPost()
 {
     const PostPtr post = m_parts.screen.post();
-    m_parts.screen.forgetFailedFirstUpload();
-    if (post->status != ZLWordpressPost::Publish)
+    m_parts.screen.forgetFailedUpload();
+    // A draft whose date lies ahead is scheduled for it, as the button says.
+    if (post->status != ZLWordpressPost::Publish && !ComposeButtons::isInFuture(*post, m_parts.host.now()))
         post->createdAt = m_parts.host.now();
     takeTaxonomiesAndId();
     int kind = ZLWordpressService::NewPost;

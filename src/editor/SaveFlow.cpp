@@ -22,7 +22,7 @@ QCoro::Task<void> SaveFlow::didPressedSaveButton()
 void SaveFlow::saveDraft()
 {
     const PostPtr post = m_parts.screen.post();
-    m_parts.screen.forgetFailedFirstUpload();
+    m_parts.screen.forgetFailedUpload();
     post->createdAt = m_parts.host.now();
     takeTaxonomiesAndId();
     if (post->status == ZLWordpressPost::Draft) {
