@@ -65,11 +65,9 @@ void ComposeButtons::setActionButtonsForPost(const ZLWordpressPost &post, const 
 {
     const Face &face = faceFor(isInFuture(post, now), post.status);
     setPublishFace(m_publish, face);
-    m_publish.toolTip = toolTip(QLatin1String(face.word), post.type);
     m_calendar.image = QLatin1String(face.calendarImage);
     m_calendar.alternateImage = QLatin1String(face.calendarAlternate);
-    m_save.toolTip = toolTip(QStringLiteral("Save"), post.type);
-    m_deleteToolTip = toolTip(QStringLiteral("Delete"), post.type);
+    nameForType(face.word, post.type);
     const bool isSolvedConflict = post.localPost && post.localPost->status == ZLLocalPostRepresentation::ConflictSolved;
     setEnabled(m_save, post.status != ZLWordpressPost::Publish && !isSolvedConflict);
     setEnabled(m_publish, !isSolvedConflict);
@@ -84,8 +82,10 @@ void ComposeButtons::setScheduleImageStatusOn(bool on, int status)
     show();
 }
 
-void ComposeButtons::enableSaveAndPublish()
+void ComposeButtons::setButtonsForBlankPost(int type)
 {
+    if (m_isNamedForType)
+        nameForType(publishFace.word, type);
     setEnabled(m_save, true);
     setEnabled(m_publish, true);
     show();
@@ -96,12 +96,17 @@ void ComposeButtons::setButtonsAfterUpload(const ZLWordpressPost &post, bool wit
     const Face &face = faceFor(false, post.status);
     setPublishFace(m_publish, face);
     setEnabled(m_save, post.status != ZLWordpressPost::Publish);
-    if (withToolTips) {
-        m_publish.toolTip = toolTip(QLatin1String(face.word), post.type);
-        m_save.toolTip = toolTip(QStringLiteral("Save"), post.type);
-        m_deleteToolTip = toolTip(QStringLiteral("Delete"), post.type);
-    }
+    if (withToolTips)
+        nameForType(face.word, post.type);
     show();
+}
+
+void ComposeButtons::nameForType(const char *publishVerb, int type)
+{
+    m_publish.toolTip = toolTip(QLatin1String(publishVerb), type);
+    m_save.toolTip = toolTip(QStringLiteral("Save"), type);
+    m_deleteToolTip = toolTip(QStringLiteral("Delete"), type);
+    m_isNamedForType = true;
 }
 
 void ComposeButtons::show()

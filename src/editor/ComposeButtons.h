@@ -12,13 +12,15 @@ public:
     void setActionButtonsForPost(const ZLWordpressPost &post, const QDateTime &now);
     /// Calendar and publish images only; the calendar's alternate image stays.
     void setScheduleImageStatusOn(bool on, int status);
-    void enableSaveAndPublish();
+    /// A blank post. The tooltips are renewed if a post of another type has set them.
+    void setButtonsForBlankPost(int type);
     /// After an upload came back: publish images and the save button by status, tooltips on request.
     void setButtonsAfterUpload(const ZLWordpressPost &post, bool withToolTips);
 
     static bool isInFuture(const ZLWordpressPost &post, const QDateTime &now);
 
 private:
+    void nameForType(const char *publishVerb, int type);
     void show();
 
     ComposeView &m_view;
@@ -26,4 +28,5 @@ private:
     ComposeView::Button m_publish;
     ComposeView::Button m_calendar;
     QString m_deleteToolTip;
+    bool m_isNamedForType = false;
 };
