@@ -3,7 +3,10 @@
 #include "editor/AwaitingAction.h"
 #include "editor/BlankContent.h"
 #include "editor/ZLMainWindowCreateViewController.h"
+#include "model/LocalFileURL.h"
+#include "model/PostSync.h"
 
+#include <QFileInfo>
 #include <QPointer>
 
 namespace {
@@ -108,8 +111,11 @@ void ZLMainWindowCreateViewController::showNotice()
 {
     const DocumentPtr document = m_screen.currentDocument();
     const LocalPostPtr row = m_screen.post()->localPost;
+    // The first key takes the mark from the file and the row, but the blog's version is still there.
     const bool isConflict = (row && row->status == ZLLocalPostRepresentation::Conflict)
-        || (document && document->fileInfo.status == QLatin1String("conflict"));
+        || (document
+            && (document->fileInfo.status == QLatin1String("conflict")
+                || QFileInfo::exists(PostSync::conflictPath(pathOfFileURL(document->fileURL())))));
     if (document && document->isDamaged())
         m_view.setNotice(QStringLiteral("The file of this post cannot be read. It is left as it is until you write."));
     else if (isConflict)
