@@ -53,5 +53,6 @@ Q_SIGNALS:
     void openAddLink(const QString &url, const QString &tooltip, bool newWindow);
     void focusTitleRequested();
     void focusTokensRequested();
+    void gaveUp(); ///< the page's process died too often; it stays away until there is other content
     void crashed(); ///< the page's process died; it has been loaded anew and wants its content again
 };

@@ -33,7 +33,13 @@ void EditorCalls::release()
     const auto requests = std::move(m_heldRequests);
     m_heldRequests.clear();
     for (const Request &request : requests)
-        Q_EMIT requested(request.id, request.name, request.arguments, m_keysSent);
+        send(request);
+}
+
+void EditorCalls::send(const Request &request)
+{
+    QTimer::singleShot(answerLimitMs, this, [this, id = request.id] { end(id, std::nullopt); });
+    Q_EMIT requested(request.id, request.name, request.arguments, m_keysSent);
 }
 
 QFuture<EditorCalls::Answer> EditorCalls::call(const QString &name, const QVariantList &arguments)
@@ -46,12 +52,12 @@ QFuture<EditorCalls::Answer> EditorCalls::call(const QString &name, const QVaria
 
 QFuture<EditorCalls::Answer> EditorCalls::callNow(const QString &name, const QVariantList &arguments)
 {
-    const int id = ++m_lastId;
-    const QFuture<Answer> answer = wait(id);
+    const Request request{++m_lastId, name, arguments};
+    const QFuture<Answer> answer = wait(request.id);
     if (m_open)
-        Q_EMIT requested(id, name, arguments, m_keysSent);
+        send(request);
     else
-        end(id, std::nullopt);
+        end(request.id, std::nullopt);
     return answer;
 }
 
@@ -59,7 +65,6 @@ QFuture<EditorCalls::Answer> EditorCalls::wait(int id)
 {
     QPromise<Answer> &promise = m_waiting[id];
     promise.start();
-    QTimer::singleShot(answerLimitMs, this, [this, id] { end(id, std::nullopt); });
     return promise.future();
 }
 

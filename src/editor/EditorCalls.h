@@ -55,6 +55,7 @@ private:
         QString name;
         QVariantList arguments;
     };
+    void send(const Request &request);
     void end(int id, const Answer &answer);
     QFuture<Answer> wait(int id);
 

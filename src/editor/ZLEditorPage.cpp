@@ -99,8 +99,11 @@ void ZLEditorPage::sendContent()
     m_view->allowLocalImages(body.localImages.keys());
     QVariantMap content = toVariant(body);
     content.insert(QStringLiteral("html"), body.html);
-    m_calls.callNow(QStringLiteral("loadHTMLContent"), {content}).then(this, [this](const EditorCalls::Answer &) {
-        contentArrived();
+    m_calls.callNow(QStringLiteral("loadHTMLContent"), {content}).then(this, [this](const EditorCalls::Answer &answer) {
+        if (answer)
+            contentArrived();
+        else if (m_loading && m_view)
+            m_view->endHungProcess(); // what the page still shows belongs to nobody; a new one gets the content
     });
 }
 
@@ -196,6 +199,11 @@ void ZLEditorPage::pageIsGone()
     if (std::exchange(m_loading, false) && !m_waitingContent)
         m_waitingContent = std::move(m_contentOnItsWay);
     m_calls.close();
+}
+
+void ZLEditorPage::pageIsGivenUp()
+{
+    Q_EMIT gaveUp();
 }
 
 void ZLEditorPage::jqueryReadyFired()

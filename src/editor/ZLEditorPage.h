@@ -38,6 +38,7 @@ public:
     // for the view
     void setView(ZLEditorWebView *view);
     void pageIsGone(); ///< its process ended; the view loads it anew
+    void pageIsGivenUp(); ///< its process ended too often
     void setTheme(const QVariantMap &colors);
     EditorCalls &calls() { return m_calls; }
     ZLEditorWebViewBridge &bridge() { return m_bridge; }

@@ -111,7 +111,7 @@ void ZLEditorWebView::evaluateInIsolation(const QString &text, std::function<voi
 
 void ZLEditorWebView::endHungProcess()
 {
-    ZLLog(QStringLiteral("the editor page hangs in a script of the post; starting it anew"));
+    ZLLog(QStringLiteral("the editor page hangs; starting it anew"));
     if (const qint64 pid = m_enginePage->renderProcessPid(); pid > 0)
         ::kill(pid_t(pid), SIGKILL);
 }
@@ -136,6 +136,8 @@ void ZLEditorWebView::renderProcessTerminated()
     }
     if (++m_crashes <= mostCrashes)
         QTimer::singleShot(0, this, &ZLEditorWebView::load);
+    else
+        m_page.pageIsGivenUp();
 }
 
 void ZLEditorWebView::loadIfGivenUp()

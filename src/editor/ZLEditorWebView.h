@@ -30,6 +30,7 @@ public:
     void load();
     /// After too many crashes in a row the page stays away until there is other content for it.
     void loadIfGivenUp();
+    void endHungProcess(); ///< the page is then loaded anew
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -40,7 +41,6 @@ protected:
 private:
     void renderProcessTerminated();
     void applyPalette();
-    void endHungProcess();
 
     ZLEditorPage &m_page;
     LocalMedia m_media;

@@ -66,6 +66,10 @@ void ZLMainWindowCreateViewController::observePage()
     connect(&m_page, &ComposePage::focusTitleRequested, this, &Self::makeTitleBecomeFirstResponder);
     connect(&m_page, &ComposePage::focusTokensRequested, this, [this] { m_view.focusTokens(); });
     connect(&m_page, &ComposePage::crashed, this, &Self::loadContent);
+    connect(&m_page, &ComposePage::gaveUp, this, [this] {
+        m_view.setNotice(QStringLiteral("The editor could not show this post. Choose another one, then this one again, "
+                                        "to try once more. Its file is as it was."));
+    });
 }
 
 void ZLMainWindowCreateViewController::observeScreen()
@@ -117,9 +121,9 @@ void ZLMainWindowCreateViewController::newPost()
     m_view.setNotice({});
     m_view.setSaveState({});
     m_buttons.setScheduleImageStatusOn(false, blank->status);
-    m_buttons.enableSaveAndPublish();
     m_overlay.follow(blank);
     updatePreferencesForNewPost();
+    m_buttons.setButtonsForBlankPost(blank->type);
 }
 
 void ZLMainWindowCreateViewController::updatePreferencesForNewPost()
