@@ -29,6 +29,8 @@ void UploadOutcome::didLoadedPost(const PostPtr &returned, const UpdatedPostInfo
     if (info.originalPost)
         m_parts.overlay.removePostFromLoadingList(info.originalPost->id);
     m_parts.overlay.removePostFromLoadingList(returned->id);
+    if (info.localPost)
+        m_parts.overlay.removePostOfRow(info.localPost);
     if (!m_parts.overlay.isShowingLoadingView())
         return;
     const PostPtr post = m_parts.screen.post();

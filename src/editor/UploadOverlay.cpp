@@ -69,6 +69,14 @@ void UploadOverlay::removePostFromLoadingList(const QString &id)
     m_blogNames.remove(id);
 }
 
+void UploadOverlay::removePostOfRow(const LocalPostPtr &row)
+{
+    for (const QString &id : QStringList(loadingPostIds)) {
+        if (m_sentPosts.value(id)->localPost == row)
+            removePostFromLoadingList(id);
+    }
+}
+
 void UploadOverlay::show(int heading, int step, const QString &blogName)
 {
     m_heading = heading;

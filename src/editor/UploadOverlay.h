@@ -33,6 +33,8 @@ public:
     /// An id that is there already keeps its step and heading. A post without an id is not listed.
     void addPostForLoadingList(const PostPtr &post, int heading);
     void removePostFromLoadingList(const QString &id);
+    /// A new post is listed under the id that it had before the blog gave it one.
+    void removePostOfRow(const LocalPostPtr &row);
     bool isLoading(const QString &id) const { return loadingPostIds.contains(id); }
 
     void showLoadingView(int heading);
