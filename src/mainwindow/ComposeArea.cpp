@@ -2,6 +2,7 @@
 
 #include "app/ZLAppDelegate.h"
 #include "editor/ZLComposeWidget.h"
+#include "model/LocalFileURL.h"
 
 ComposeArea::ComposeArea(ZLAppDelegate &app, Prompts &prompts, ZLSheetHost &sheets)
     : m_app(app)
@@ -72,4 +73,10 @@ void ComposeArea::cleanEditorForNewPost()
 void ComposeArea::cleanUndoStack()
 {
     m_controller.cleanUndoStack();
+}
+
+bool ComposeArea::isOnScreen(const LocalPostPtr &post) const
+{
+    const LocalPostPtr shown = m_controller.currentPost()->localPost;
+    return shown && isSameFile(shown->localFile, post->localFile);
 }

@@ -32,6 +32,7 @@ public:
     void makeTitleBecomeFirstResponder() override;
     void cleanEditorForNewPost() override;
     void cleanUndoStack() override;
+    bool isOnScreen(const LocalPostPtr &post) const override;
 
 private:
     ZLAppDelegate &m_app;

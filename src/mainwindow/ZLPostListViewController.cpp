@@ -165,7 +165,9 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post, int action)
         m_awaitingAction = AwaitingAction::None;
         return deselectRow();
     }
-    const bool isLoaded = row == selectedRowInTable() && post->localFile == m_selectedLocalFile;
+    // A post whose file could not be opened is selected, but another one is on the screen.
+    const bool isLoaded =
+        row == selectedRowInTable() && post->localFile == m_selectedLocalFile && delegate && delegate->isOnScreen(post);
     m_selectedLocalFile = post->localFile;
     if (!isLoaded)
         return selectRow(row);
@@ -248,7 +250,9 @@ void ZLPostListViewController::didDeleteLocalPost(const LocalPostPtr &post)
 
 void ZLPostListViewController::didUpdatePost(const PostPtr &, const LocalPostPtr &row, const QUrl &previousLocalURL)
 {
-    const bool wasSelected = !previousLocalURL.isEmpty() && m_selectedLocalFile == previousLocalURL;
+    // A new post that was kept on the screen while another blog was connected is in no selected row.
+    const bool isKept = m_selectedLocalFile.isEmpty() && delegate && delegate->isOnScreen(row);
+    const bool wasSelected = isKept || (!previousLocalURL.isEmpty() && m_selectedLocalFile == previousLocalURL);
     updatePosts();
     if (wasSelected) {
         m_awaitingAction = AwaitingAction::Reload;

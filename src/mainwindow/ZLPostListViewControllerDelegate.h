@@ -15,4 +15,5 @@ public:
     virtual void showChangesAlertForAction(int /*action*/) { } ///< likewise
     virtual void cleanEditorForNewPost() = 0;
     virtual void cleanUndoStack() = 0;
+    virtual bool isOnScreen(const LocalPostPtr &post) const = 0;
 };

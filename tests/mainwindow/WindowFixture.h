@@ -10,18 +10,25 @@
 /// The compose screen as the post list drives it: a journal of what was asked.
 class FakeCompose : public ZLPostListViewControllerDelegate {
 public:
-    void loadPost(const LocalPostPtr &post) override { journal.append(u"load "_qs + post->title); }
+    void loadPost(const LocalPostPtr &post) override
+    {
+        journal.append(u"load "_qs + post->title);
+        shown = post->localFile;
+    }
     void loadLocalPost(const LocalPostPtr &post, int action) override
     {
         journal.append(u"load %1 and do %2"_qs.arg(post->title).arg(action));
+        shown = post->localFile;
     }
     void doActionForCurrentPost(int action) override { journal.append(u"do %1"_qs.arg(action)); }
     void makeTitleBecomeFirstResponder() override { journal.append(u"title"_qs); }
     void cleanEditorForNewPost() override { journal.append(u"clean"_qs); }
     void cleanUndoStack() override { journal.append(u"clean undo"_qs); }
+    bool isOnScreen(const LocalPostPtr &post) const override { return post->localFile == shown; }
     QStringList takeJournal() { return std::exchange(journal, {}); }
 
     QStringList journal;
+    QUrl shown;
 };
 
 /// The real controller and the real window over a pretended platform.
