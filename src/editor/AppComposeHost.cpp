@@ -55,7 +55,9 @@ bool AppComposeHost::isReachable() const
 
 QString AppComposeHost::postPathForPostId(const QString &id) const
 {
-    return m_app.platform().files.postPathForBlogURL(m_app.getBlogName(), id);
+    const ZLFileManager &files = m_app.platform().files;
+    files.postPathForBlogURL(m_app.getBlogName(), id);
+    return files.postPath(m_app.getBlogName(), id);
 }
 
 LocalPostPtr AppComposeHost::rowForFile(const QUrl &localFile) const

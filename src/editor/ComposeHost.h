@@ -19,7 +19,7 @@ public:
     virtual AccountPtr selectedAccount() const = 0; ///< null while no blog is connected
     virtual QString getBlogName() const = 0;
     virtual bool isReachable() const = 0;
-    /// The folder of a post of the current blog, made; null when that failed.
+    /// The folder of a post of the current blog, made where that is possible now.
     virtual QString postPathForPostId(const QString &id) const = 0;
     virtual LocalPostPtr rowForFile(const QUrl &localFile) const = 0; ///< null when the list has no such row
     virtual QStringList getTaxonomiesForSearch(const QString &text) const = 0;

@@ -111,37 +111,57 @@ void PostOnScreen::replaceAfterUpload(const PostPtr &returned, const LocalPostPt
     setDocument(nullptr);
 }
 
-LocalPostPtr PostOnScreen::writeFirstVersion(const PostPtr &post)
+QUrl PostOnScreen::newFileURL() const
 {
     // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
     // save or publish.
-    const QString folder = m_host.postPathForPostId(genRandString(idLength));
-    const QString path = QStringLiteral("%1/post.zalmo").arg(folder);
-    const Result<void> written = folder.isEmpty() ? Result<void>(failure(QStringLiteral("ZLFile"), 0,
-                                     QStringLiteral("The folder of the new post could not be made.")))
-                                                  : post->saveAtPath(path, QStringLiteral("zalmo"));
-    if (!written) {
-        ZLLog(written.error().description);
-        Q_EMIT didFailToPromote(written.error());
-        return nullptr;
-    }
-    auto row = std::make_shared<ZLLocalPostRepresentation>();
-    row->title = QLatin1String("");
-    row->content = QLatin1String("");
-    row->localFile = QUrl::fromLocalFile(path);
-    row->status = ZLLocalPostRepresentation::New;
-    return row;
+    return QUrl::fromLocalFile(m_host.postPathForPostId(genRandString(idLength)) + QStringLiteral("/post.zalmo"));
 }
 
-LocalPostPtr PostOnScreen::insertOnList(const PostPtr &post)
+LocalPostPtr PostOnScreen::writeFirstVersion(const PostPtr &post)
 {
-    LocalPostPtr row = writeFirstVersion(post);
-    if (!row)
+    const QUrl file = newFileURL();
+    if (const Result<void> written = post->saveAtPath(pathOfFileURL(file), QStringLiteral("zalmo")); !written) {
+        ZLLog(written.error().description);
         return nullptr;
+    }
+    return insertOnList(post, file, QStringLiteral(""), QStringLiteral(""));
+}
+
+LocalPostPtr PostOnScreen::insertOnList(
+    const PostPtr &post, const QUrl &file, const QString &title, const QString &content)
+{
+    auto row = std::make_shared<ZLLocalPostRepresentation>();
+    row->title = title;
+    row->content = content;
+    row->localFile = file;
+    row->status = ZLLocalPostRepresentation::New;
     m_host.insertPost(0, row);
     post->localPost = row;
     Q_EMIT m_host.notifications().didUpdatePosts();
     return row;
+}
+
+DocumentPtr PostOnScreen::keepInMemory(const PostPtr &post)
+{
+    post->localFile = newFileURL();
+    const DocumentPtr document =
+        m_host.documentController().unwrittenDocument(post->localFile, post->generateXMLDataFileInfo(nullptr));
+    connect(document.get(), &ZLDocument::didSave, &m_lateWriting, [this, post, document = document.get()] {
+        if (!post->localPost)
+            didWriteLate(post, *document);
+    });
+    return document;
+}
+
+void PostOnScreen::didWriteLate(const PostPtr &post, const ZLDocument &document)
+{
+    insertOnList(post, document.fileURL(), document.post.title, document.post.content);
+    if (m_document.get() != &document)
+        return;
+    m_rowIsSelected = true;
+    if (m_rows)
+        m_rows->selectRowWithoutLoad(0);
 }
 
 QCoro::Task<Result<DocumentPtr>> PostOnScreen::openRow(LocalPostPtr row)
@@ -181,9 +201,12 @@ QCoro::Task<bool> PostOnScreen::createNewPostOnList()
 {
     const QPointer<PostOnScreen> self(this);
     m_isNewPostNotInList = false;
-    const LocalPostPtr row = insertOnList(m_post);
-    if (!row)
-        co_return false;
+    const LocalPostPtr row = writeFirstVersion(m_post);
+    if (!row) {
+        setDocument(keepInMemory(m_post));
+        m_shown = Texts::of(*m_document);
+        co_return m_document->saveDocument().has_value(); // tried again, so that the failure is said
+    }
     m_promotedRow = row;
     QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
     m_rowIsSelected = true;
@@ -201,6 +224,12 @@ QCoro::Task<bool> PostOnScreen::becomeReady()
     const QPointer<PostOnScreen> self(this);
     const int generation = m_generation;
     const LocalPostPtr row = m_post->localPost;
+    if (!row && m_document) {
+        const Result<void> written = m_document->saveDocument();
+        if (!written)
+            Q_EMIT didFailToPromote(written.error());
+        co_return written.has_value();
+    }
     if (!row) {
         QCoro::Task<bool> promoting = createNewPostOnList();
         const bool promoted = co_await promoting;
@@ -217,13 +246,12 @@ QCoro::Task<bool> PostOnScreen::becomeReady()
 
 void PostOnScreen::write(Mark mark, const Edit &edit)
 {
-    const bool isFirst = !m_post->localPost && m_isLeavingBlankPost;
-    const LocalPostPtr row = isFirst ? insertOnList(m_post) : m_post->localPost;
-    const PendingEdit pending{mark, m_post->status, row ? row->status : -1, edit};
+    const LocalPostPtr row = m_post->localPost;
     if (!m_document) {
-        // Without a row the post's file could not be made; that was said when it failed.
         if (row)
-            reopenAndWrite(row->localFile, pending);
+            reopenAndWrite(row->localFile, {mark, m_post->status, row->status, edit});
+        else
+            writeFirstEdit(m_post, mark, edit);
         return;
     }
     apply(edit, *m_document);
@@ -241,9 +269,23 @@ void PostOnScreen::writeToPostBefore(int generation, Mark mark, const Edit &edit
     if (before == m_postsBefore.cend())
         return;
     const PostPtr post = before->post;
-    const LocalPostPtr row = post->localPost ? post->localPost : insertOnList(post);
-    if (row)
+    if (const LocalPostPtr row = post->localPost)
         reopenAndWrite(row->localFile, {mark, post->status, row->status, edit});
+    else
+        writeFirstEdit(post, mark, edit);
+}
+
+void PostOnScreen::writeFirstEdit(const PostPtr &post, Mark mark, const Edit &edit)
+{
+    DocumentPtr document = m_host.documentController().documentForURL(post->localFile);
+    if (const LocalPostPtr row = document ? nullptr : writeFirstVersion(post)) {
+        reopenAndWrite(row->localFile, {mark, post->status, row->status, edit});
+        return;
+    }
+    if (!document)
+        document = keepInMemory(post);
+    edit(*document);
+    document->updateChangeCount();
 }
 
 void PostOnScreen::apply(const Edit &edit, ZLDocument &document)
@@ -260,12 +302,14 @@ QCoro::Task<void> PostOnScreen::reopenAndWrite(QUrl file, PendingEdit pending)
     const QPointer<PostOnScreen> self(this);
     QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
     const Result<DocumentPtr> opened = co_await opening;
+    const bool isOnScreen = self && isFileOnScreen(file);
     if (!opened) {
         ZLLog(opened.error().description);
+        if (isOnScreen)
+            Q_EMIT documentDidFailToSave(opened.error());
         co_return;
     }
     const DocumentPtr document = *opened;
-    const bool isOnScreen = self && isFileOnScreen(file);
     if (isOnScreen)
         apply(pending.edit, *document);
     else
@@ -329,13 +373,10 @@ void PostOnScreen::giveIdIfNone()
     write(Mark::Never, [id = m_post->id](ZLDocument &document) { document.postInfo.id = id; });
 }
 
-void PostOnScreen::forgetFailedFirstUpload()
+void PostOnScreen::forgetFailedUpload()
 {
-    if (!m_document || m_document->postInfo.engine == QLatin1String("evernote"))
-        return;
-    const QString status = m_document->postInfo.status;
-    if (status != QLatin1String("draft") && status != QLatin1String("publish"))
-        m_post->status = ZLWordpressPost::New;
+    if (m_document)
+        m_post->status = m_document->wordpressPost()->status;
 }
 
 QString PostOnScreen::titleForBlog(const QString &shown) const

@@ -46,7 +46,8 @@ public:
     QCoro::Task<Reopened> reopen(LocalPostPtr row);
     /// The post as it came back from the blog; the document is let go.
     void replaceAfterUpload(const PostPtr &returned, const LocalPostPtr &row);
-    /// Gives a blank post its file and its row on top of the list; done when its document is open. False: it has none.
+    /// Gives a blank post its file and its row on top of the list; done when its document is open. False: the file
+    /// could not be written. The document then stays in memory, and the row comes with the first writing that works.
     QCoro::Task<bool> createNewPostOnList();
     /// Waits until the post has its file and its open document, whatever that still takes. False: it has no file, or
     /// another post came on the screen meanwhile.
@@ -63,8 +64,8 @@ public:
     RowUpdates *rowUpdates() const { return m_rowIsSelected ? m_rows : nullptr; }
     /// The id that a post gets at its first upload; the file takes it too.
     void giveIdIfNone();
-    /// A failed first upload leaves a status as if the post were on the blog. The next try starts from new.
-    void forgetFailedFirstUpload();
+    /// A failed upload leaves the status that it was to give. The next try starts from the one in the file.
+    void forgetFailedUpload();
     /// What the blog is to get for a title that reads `shown`: the stored bytes if the writer left it alone.
     QString titleForBlog(const QString &shown) const;
     void saveDocument();
@@ -102,8 +103,12 @@ private:
     void setDocument(const DocumentPtr &document);
     void leaveDocument();
     bool isFileOnScreen(const QUrl &file) const;
-    LocalPostPtr insertOnList(const PostPtr &post);
+    QUrl newFileURL() const;
     LocalPostPtr writeFirstVersion(const PostPtr &post);
+    LocalPostPtr insertOnList(const PostPtr &post, const QUrl &file, const QString &title, const QString &content);
+    DocumentPtr keepInMemory(const PostPtr &post);
+    void didWriteLate(const PostPtr &post, const ZLDocument &document);
+    void writeFirstEdit(const PostPtr &post, Mark mark, const Edit &edit);
     QCoro::Task<Result<DocumentPtr>> openRow(LocalPostPtr row);
     void takeDocument(const LocalPostPtr &row, const DocumentPtr &document);
 
@@ -119,4 +124,5 @@ private:
     bool m_isLeavingBlankPost = false; ///< another post is being opened
     int m_generation = 0;
     int m_openRequest = 0;
+    QObject m_lateWriting; ///< listens to documents without a file, on the screen or not
 };

@@ -48,6 +48,15 @@ Result<DocumentPtr> ZLDocument::open(const QUrl &fileURL)
     return document;
 }
 
+DocumentPtr ZLDocument::unwritten(const QUrl &fileURL, const QByteArray &bytes)
+{
+    const DocumentPtr document(new ZLDocument(fileURL));
+    document->take(PostFile::fromData(bytes));
+    document->m_changed = true;
+    document->m_unsavedFor.start();
+    return document;
+}
+
 Result<void> ZLDocument::readFromURL()
 {
     const QString path = pathOfFileURL(m_fileURL);
@@ -166,6 +175,8 @@ Result<void> ZLDocument::write()
         m_damaged ? FilesAside::keepBeside(path, QStringLiteral(".damaged")) : Result<QString>(QString());
     if (!aside)
         return failure(aside.error());
+    if (m_dataOnDisk.isNull())
+        QDir().mkpath(QFileInfo(path).path()); // its failure shows with the file's
     const Result<void> written = ZLAtomicFile::write(path, bytes);
     if (!written) {
         if (!aside->isNull())

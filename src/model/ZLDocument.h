@@ -26,6 +26,9 @@ public:
     /// Reads the file; fails when there is none. A file that is not readable, empty, cut off or no XML gives
     /// a document with what can be made out, or default values, that isDamaged().
     [[nodiscard]] static Result<std::shared_ptr<ZLDocument>> open(const QUrl &fileURL);
+    /// For a file that could not be written yet and would hold these bytes. It counts as changed; its folder is made
+    /// with the first writing.
+    [[nodiscard]] static std::shared_ptr<ZLDocument> unwritten(const QUrl &fileURL, const QByteArray &bytes);
     ~ZLDocument() override;
 
     ZLAbstractPost post;

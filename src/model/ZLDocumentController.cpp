@@ -37,6 +37,14 @@ Result<DocumentPtr> ZLDocumentController::documentOpening(const QUrl &url)
     return opened;
 }
 
+DocumentPtr ZLDocumentController::unwrittenDocument(const QUrl &url, const QByteArray &bytes)
+{
+    const DocumentPtr document = ZLDocument::unwritten(url, bytes);
+    watch(document);
+    m_unsaved.append(document);
+    return document;
+}
+
 void ZLDocumentController::watch(const DocumentPtr &document)
 {
     m_documents.removeIf([](const std::weak_ptr<ZLDocument> &candidate) { return candidate.expired(); });

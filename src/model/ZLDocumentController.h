@@ -15,6 +15,8 @@ public:
     /// Opens the file, or gives the open document, on a later turn of the event loop. An open document without unsaved
     /// changes is read anew when its file has been replaced since.
     QCoro::Task<Result<DocumentPtr>> openDocumentWithContentsOfURL(QUrl url);
+    /// See ZLDocument::unwritten(). It is held here until it could be written.
+    DocumentPtr unwrittenDocument(const QUrl &url, const QByteArray &bytes);
     QList<DocumentPtr> documents() const;
     /// The open document of this file, if any.
     DocumentPtr documentForURL(const QUrl &url) const;

@@ -61,7 +61,7 @@ QString ZLFileManager::blogPath(const QString &alias) const
     return m_dataHome + u'/' + executableName + QStringLiteral("/accounts/") + alias;
 }
 
-QString ZLFileManager::postPathForBlogURL(const QString &alias, const QString &postId) const
+QString ZLFileManager::postPath(const QString &alias, const QString &postId) const
 {
     const QString blog = blogPath(alias);
     if (blog.isNull())
@@ -71,7 +71,13 @@ QString ZLFileManager::postPathForBlogURL(const QString &alias, const QString &p
         ZLLog(QStringLiteral("refused a post id that leads outside its folder: %1").arg(postId));
         return {};
     }
-    return madeFolder(blog + QStringLiteral("/posts/") + folder);
+    return blog + QStringLiteral("/posts/") + folder;
+}
+
+QString ZLFileManager::postPathForBlogURL(const QString &alias, const QString &postId) const
+{
+    const QString folder = postPath(alias, postId);
+    return folder.isNull() ? folder : madeFolder(folder);
 }
 
 QString ZLFileManager::faviconPathWithBlogName(const QString &alias) const

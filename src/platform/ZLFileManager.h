@@ -18,8 +18,10 @@ public:
     QString cacheFolder() const;
     /// "%@/accounts/%@" of the alias; not made here. Null for an alias that is empty or would lead outside.
     QString blogPath(const QString &alias) const;
-    /// "%@/accounts/%@/posts/p%@", made with its parents. Null (logged, nothing made) when it cannot be made or when
-    /// the alias or the id would lead outside its own folder: "..", an absolute path, a NUL, an id with a separator.
+    /// "%@/accounts/%@/posts/p%@"; not made here. Null (logged) when the alias or the id would lead outside its own
+    /// folder: "..", an absolute path, a NUL, an id with a separator.
+    QString postPath(const QString &alias, const QString &postId) const;
+    /// The same, made with its parents; null (logged) when it cannot be made.
     QString postPathForBlogURL(const QString &alias, const QString &postId) const;
     /// "favicon.ico" in the blog's folder, which is made. Null as above.
     QString faviconPathWithBlogName(const QString &alias) const;

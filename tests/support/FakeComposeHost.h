@@ -36,7 +36,8 @@ public:
     bool isReachable() const override { return isOnline; }
     QString postPathForPostId(const QString &id) const override
     {
-        return canMakeFolders ? files.postPathForBlogURL(getBlogName(), id) : QString();
+        files.postPathForBlogURL(getBlogName(), id);
+        return files.postPath(getBlogName(), id);
     }
     LocalPostPtr rowForFile(const QUrl &localFile) const override
     {
@@ -89,7 +90,6 @@ public:
     QList<PostPtr> deletedOnBlog;
     QList<QUrl> deletedFiles;
     bool isOnline = true;
-    bool canMakeFolders = true;
 };
 
 /// What the list is told while the user writes.

@@ -137,20 +137,41 @@ private Q_SLOTS:
         QVERIFY(screen.prompts.journal.isEmpty());
     }
 
-    void saysWhenThatFails()
+    void keepsANewPostWithoutAFile_data()
     {
+        QTest::addColumn<bool>("isLeft");
+        QTest::newRow("on the screen") << false;
+        QTest::newRow("left") << true;
+    }
+
+    void keepsANewPostWithoutAFile()
+    {
+        QFETCH(bool, isLeft);
         ComposeFixture screen;
-        screen.host.canMakeFolders = false;
+        const QString blog = screen.host.files.blogPath(screen.host.getBlogName());
+        QFile inTheWay(blog);
+        QVERIFY(QDir().mkpath(QFileInfo(blog).path()) && inTheWay.open(QIODevice::WriteOnly));
         screen.page.type("<p>Text</p>");
         screen.page.type("<p>Text.</p>");
-        QCOMPARE(screen.prompts.takeJournal().size(), 1);
-        QVERIFY(screen.host.rows.isEmpty());
-        // The next upload tries again.
-        screen.host.canMakeFolders = true;
+        screen.view.typeTitle("Title");
+        screen.controller->saveDocuments();
+        QCOMPARE(screen.view.saveState, "Not saved");
         screen.controller->didPressedPublishButton();
-        QVERIFY(screen.sends(1));
+        QTRY_COMPARE(screen.prompts.journal.size(), 1);
+        QVERIFY(screen.host.rows.isEmpty());
+        // It waits in memory, also when another post is on the screen.
+        if (isLeft)
+            screen.controller->cleanEditorForNewPost();
+        QVERIFY(inTheWay.remove());
+        screen.host.documents.saveAll();
         QCOMPARE(screen.host.rows.size(), 1);
-        QCOMPARE(screen.host.sent.first().asSent.content, "<p>Text.</p>");
+        const DocumentPtr written = screen.onDisk(screen.host.rows.first());
+        QCOMPARE(written->post.title, "Title");
+        QCOMPARE(written->post.content, "<p>Text.</p>");
+        QCOMPARE(screen.rowUpdates.selectedRow, isLeft ? -1 : 0);
+        QCOMPARE(bool(screen.post()->localPost), !isLeft);
+        screen.controller->didPressedPublishButton();
+        QCOMPARE(screen.sends(1), !isLeft);
     }
 
     void goesIntoThePostThatWasEdited()
