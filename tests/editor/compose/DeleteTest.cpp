@@ -56,6 +56,23 @@ private Q_SLOTS:
                 : QStringList());
     }
 
+    void asksTheBlogOnce()
+    {
+        ComposeFixture screen(ZLWordpressPost::Draft);
+        const auto deleteAgain = [&screen] {
+            screen.view.deleteQuestion.clear();
+            screen.controller->didPressedDeleteButton();
+            return !screen.view.deleteQuestion.isEmpty();
+        };
+        QVERIFY(deleteAgain());
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+        QVERIFY(!deleteAgain());
+        screen.press(true);
+        Q_EMIT screen.host.noted.deletionDidEnd(); // refused, since the post is still here
+        QVERIFY(deleteAgain());
+        QVERIFY(screen.host.sent.isEmpty());
+    }
+
     void isAboutThePostOfTheQuestion()
     {
         ComposeFixture screen(ZLWordpressPost::New);

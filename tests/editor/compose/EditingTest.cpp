@@ -303,6 +303,9 @@ private Q_SLOTS:
         QCOMPARE(screen.view.link, "http://old.example Old 1");
         Q_EMIT screen.view.addLinkDidClickCancel();
         QCOMPARE(screen.page.calls.last(), "removeLinkMark");
+        Q_EMIT screen.page.openAddLink("mailto:ada@example.org", {}, false);
+        Q_EMIT screen.view.addLinkDidClickDone("mailto:ada@example.org", "Tip", false);
+        QCOMPARE(screen.page.calls.last(), "addLink mailto:ada@example.org Tip 0");
     }
 };
 

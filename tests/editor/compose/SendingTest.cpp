@@ -14,6 +14,7 @@ private Q_SLOTS:
         row("save note", false, 3, 0, 0, 1, "Saving Draft", false);
         row("publish new", true, 0, 0, 0, 0, "Publishing Article", false);
         row("publish draft, which reads as an update", true, 1, 0, 2, 2, "Updating Article", false);
+        row("publish draft of tomorrow", true, 1, 1, 2, 2, "Scheduling Article", true);
         row("publish published", true, 2, 0, 1, 2, "Updating Article", true);
         row("publish scheduled", true, 2, 9, 1, 2, "Scheduling Article", true);
         row("publish note", true, 3, 0, 0, 3, "Publishing Article", false);
@@ -63,21 +64,27 @@ private Q_SLOTS:
         QCOMPARE(written->postInfo.id, sent.asSent.id);
     }
 
-    void staysNewUntilTheBlogHasIt()
+    void aFailedTryLeavesNoTrace_data()
     {
-        ComposeFixture screen(ZLWordpressPost::New);
-        screen.controller->didPressedSaveButton();
-        QVERIFY(screen.sends(1));
-        Q_EMIT screen.host.noted.didFailToUploadPost(screen.post());
-        QCOMPARE(screen.post()->status, int(ZLWordpressPost::Draft));
-        screen.controller->didPressedSaveButton();
-        QVERIFY(screen.sends(2));
-        QCOMPARE(screen.host.sent[1].kind, int(ZLWordpressService::NewPost));
-        Q_EMIT screen.host.noted.didFailToUploadPost(screen.post());
-        screen.controller->didPressedPublishButton();
-        QVERIFY(screen.sends(3));
-        QCOMPARE(screen.host.sent[2].kind, int(ZLWordpressService::NewPost));
-        QCOMPARE(screen.host.sent[2].asSent.status, int(ZLWordpressPost::New));
+        const TestTable<int, int, int> row({"status", "kindOfSave", "kindOfPublish"});
+        row("new", ZLWordpressPost::New, ZLWordpressService::NewPost, ZLWordpressService::NewPost);
+        row("draft", ZLWordpressPost::Draft, ZLWordpressService::Update, ZLWordpressService::PublishDraft);
+        row("published", ZLWordpressPost::Publish, ZLWordpressService::Update, ZLWordpressService::Update);
+    }
+
+    void aFailedTryLeavesNoTrace()
+    {
+        QFETCH(int, status);
+        ComposeFixture screen(status);
+        for (int round = 0; round < 2; ++round) {
+            for (const bool publish : {false, true}) {
+                screen.host.sent.clear();
+                screen.press(publish);
+                QVERIFY(screen.sends(1));
+                QTEST(screen.host.sent.first().kind, publish ? "kindOfPublish" : "kindOfSave");
+                Q_EMIT screen.host.noted.didFailToUploadPost(screen.post());
+            }
+        }
     }
 
     void sendsTheStoredTitleBack()
