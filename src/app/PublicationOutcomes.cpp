@@ -56,7 +56,7 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
     const LocalPostPtr row = original->localPost;
     if (!row)
         return;
-    row->postURL = remote->URL;
+    row->postURL = QUrl(remote->URL);
     ZLTelemetry &telemetry = m_environment.telemetry;
     const bool isScheduled = isInFuture(remote);
     // These events go out whatever "sendAnonymousData" says.
@@ -73,7 +73,7 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
 
     const ZLDefaults &defaults = m_environment.platform.defaults;
     if (remote->status == isPublic && defaults.boolForKey(u"notifyPublish"_qs))
-        notify(*service, success(isScheduled ? u"Scheduled" : u"Published", remote), remote->URL);
+        notify(*service, success(isScheduled ? u"Scheduled" : u"Published", remote), QUrl(remote->URL));
     else if (remote->status == isDraft && defaults.boolForKey(u"notifyDraft"_qs))
         notify(*service, u"Successfully Saved Draft"_qs, {});
     openInBrowserIfWanted(remote);
@@ -96,8 +96,8 @@ void PublicationOutcomes::didPublishDraftPost(ZLWordpressService *service, const
         row->published = true;
         m_environment.telemetry.trackEvent(u"publish"_qs, publishDimensions(post, publishedKind(post)));
         if (m_environment.platform.defaults.boolForKey(u"notifyPublish"_qs))
-            notify(
-                *service, isPage(post) ? u"Successfully Published Page."_qs : success(u"Published", post), post->URL);
+            notify(*service, isPage(post) ? u"Successfully Published Page."_qs : success(u"Published", post),
+                QUrl(post->URL));
     }
     openInBrowserIfWanted(post);
     rememberAsStored(*post);
@@ -116,7 +116,7 @@ void PublicationOutcomes::didUpdatePost(ZLWordpressService *service, const PostP
         row->status = isScheduled ? int(ZLLocalPostRepresentation::Scheduled) : publishedRowStatus(post);
         row->published = true;
         if (defaults.boolForKey(u"notifyPublish"_qs))
-            notify(*service, success(isScheduled ? u"Scheduled" : u"Updated", post), post->URL);
+            notify(*service, success(isScheduled ? u"Scheduled" : u"Updated", post), QUrl(post->URL));
     } else if (post->status == isDraft) {
         row->status = ZLLocalPostRepresentation::Draft;
         row->published = false;
@@ -147,7 +147,7 @@ void PublicationOutcomes::notify(const ZLWordpressService &service, const QStrin
 void PublicationOutcomes::openInBrowserIfWanted(const PostPtr &post)
 {
     if (post->status == isPublic && m_environment.platform.defaults.boolForKey(u"openBrowserAfterPublish"_qs))
-        m_environment.platform.workspace.openURL(post->URL);
+        m_environment.platform.workspace.openURL(QUrl(post->URL));
 }
 
 bool PublicationOutcomes::isInFuture(const PostPtr &post) const

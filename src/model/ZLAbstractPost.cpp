@@ -33,7 +33,7 @@ QVariantMap ZLAbstractPost::dictionary() const
         {QStringLiteral("content"), content},
         {QStringLiteral("created_at"), dateOrEmpty(createdAt)},
         {QStringLiteral("updated_at"), dateOrEmpty(updatedAt)},
-        {QStringLiteral("URL"), URL.toString(QUrl::FullyEncoded)},
+        {QStringLiteral("URL"), URL},
         {QStringLiteral("keywords"), taxonomiesArray()},
     };
 }

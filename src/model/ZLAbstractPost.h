@@ -15,7 +15,7 @@ struct ZLAbstractPost {
     QDateTime updatedAt;
     QString content; ///< HTML of the body
     QList<ZLTaxonomy> taxonomies;
-    QUrl URL;
+    QString URL; ///< public address, to the byte as it came: QUrl would rewrite its escapes and its host
     QUrl localFile;
 
     /// The taxonomies as strings: a category is its bare name, a tag has a leading "#"; other types are left out.

@@ -83,7 +83,7 @@ void ZLDocument::take(const PostFile &file)
     post.content = file.content.isNull() ? emptyBody : file.content;
     post.createdAt = file.createdAt;
     post.updatedAt = file.updatedAt;
-    post.URL = QUrl(file.postURL);
+    post.URL = file.postURL;
     post.taxonomies = file.taxonomies;
     post.localFile = m_fileURL;
     m_title = {post.title, file.storedTitle.isNull() ? post.title : file.storedTitle};
@@ -308,8 +308,8 @@ PostPtr ZLDocument::wordpressPost() const
     made->createdAt = postInfo.createdAt;
     made->updatedAt = postInfo.updatedAt;
     made->authorId = postInfo.authorId;
-    made->URL = QUrl(postInfo.URL);
-    made->featuredImageURL = QUrl(postInfo.featuredImageURL);
+    made->URL = postInfo.URL;
+    made->featuredImageURL = postInfo.featuredImageURL;
     made->featuredImageId = postInfo.featuredImageId;
     made->status = postInfo.status == QLatin1String("publish") ? ZLWordpressPost::Publish
         : postInfo.status == QLatin1String("draft")            ? ZLWordpressPost::Draft
@@ -340,9 +340,8 @@ void ZLDocument::setRecentlySyncedWordpressPost(const ZLWordpressPost &remote)
     postInfo.authorId = remote.authorId;
     postInfo.createdAt = remote.createdAt;
     postInfo.updatedAt = remote.updatedAt;
-    postInfo.URL = remote.URL.toString(QUrl::FullyEncoded);
-    postInfo.featuredImageURL =
-        remote.featuredImageURL.isEmpty() ? QString() : remote.featuredImageURL.toString(QUrl::FullyEncoded);
+    postInfo.URL = remote.URL;
+    postInfo.featuredImageURL = remote.featuredImageURL.isEmpty() ? QString() : remote.featuredImageURL;
     postInfo.featuredImageId = remote.featuredImageId.isEmpty() ? QString() : remote.featuredImageId;
     updateChangeCount();
 }

@@ -48,7 +48,7 @@ QVariantMap ZLWordpressPost::infoDictionary() const
         {QStringLiteral("created_at"), createdAt},
         {QStringLiteral("updated_at"), updatedAt},
         {QStringLiteral("author_id"), authorId},
-        {QStringLiteral("URL"), URL.toString(QUrl::FullyEncoded)},
+        {QStringLiteral("URL"), URL},
         {QStringLiteral("allow_comments"), oneOrZero(allowComments)},
         {QStringLiteral("allow_pingback"), oneOrZero(allowPingback)},
         {QStringLiteral("slug"), slug},
@@ -57,7 +57,7 @@ QVariantMap ZLWordpressPost::infoDictionary() const
     if (!featuredImageId.isEmpty())
         image.insert(QStringLiteral("media_id"), featuredImageId);
     if (!featuredImageURL.isEmpty())
-        image.insert(QStringLiteral("URL"), featuredImageURL.toString(QUrl::FullyEncoded));
+        image.insert(QStringLiteral("URL"), featuredImageURL);
     if (!image.isEmpty())
         info.insert(QStringLiteral("featured_image"), image);
     return info;

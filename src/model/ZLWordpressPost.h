@@ -22,7 +22,7 @@ struct ZLWordpressPost : ZLAbstractPost {
     bool allowPingback = true;
     QString slug;
     QString featuredImageId;
-    QUrl featuredImageURL;
+    QString featuredImageURL; ///< as it came, too
     /// The body as the blog or the file stored it, byte for byte; null when there is none to remember. `content` is
     /// what the editor made of it. What the writer has not touched goes back from here.
     QString storedContent;

@@ -33,11 +33,6 @@ int typeFromWord(const QString &word)
     return word == QLatin1String("page") ? ZLWordpressPost::Page : ZLWordpressPost::Post;
 }
 
-QUrl urlFromValue(const XMLRPCValue &value)
-{
-    return QUrl(value.string(), QUrl::TolerantMode);
-}
-
 ZLTaxonomy taxonomy(const QString &name, int type)
 {
     ZLTaxonomy taxonomy;
@@ -85,7 +80,7 @@ void takeThumbnail(ZLWordpressPost &post, const XMLRPCValue &thumbnail)
     if (thumbnail[u"metadata"][u"image_meta"].isAbsent())
         return;
     post.featuredImageId = thumbnail[u"attachment_id"].string();
-    post.featuredImageURL = urlFromValue(thumbnail[u"link"]);
+    post.featuredImageURL = thumbnail[u"link"].string();
 }
 
 QList<PostPtr> mapped(const XMLRPCValue &response, PostPtr (*map)(const XMLRPCValue &))
@@ -106,7 +101,7 @@ PostPtr PostFieldMaps::postFromResponse(const XMLRPCValue &response)
     post->updatedAt = response[u"date_modified_gmt"].date();
     takeBody(*post, response);
     post->authorId = response[u"wp_author_id"].string();
-    post->URL = urlFromValue(response[u"link"]);
+    post->URL = response[u"link"].string();
     post->status = statusFromWord(response[u"post_status"].string());
     post->type = typeFromWord(response[u"post_type"].string());
     post->taxonomies = taxonomiesFromKeywords(response);
@@ -127,7 +122,7 @@ PostPtr PostFieldMaps::postFromWPGetPostResponse(const XMLRPCValue &response)
     post->content = response[u"post_content"].string();
     post->storedContent = post->content;
     post->authorId = response[u"post_author"].string();
-    post->URL = urlFromValue(response[u"link"]);
+    post->URL = response[u"link"].string();
     post->status = statusFromWord(response[u"post_status"].string());
     post->type = typeFromWord(response[u"post_type"].string());
     post->taxonomies = taxonomiesFromTerms(response[u"terms"]);

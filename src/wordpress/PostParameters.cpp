@@ -91,7 +91,7 @@ QString thumbnailForBlog(const ZLWordpressPost &post, const QHash<QString, ZLWor
         return post.featuredImageId;
     if (post.featuredImageURL.isEmpty())
         return QStringLiteral("0"); // clears the thumbnail
-    const auto image = images.constFind(post.featuredImageURL.toString(QUrl::FullyEncoded));
+    const auto image = images.constFind(post.featuredImageURL);
     if (image != images.constEnd())
         return image->id;
     ZLLog(QStringLiteral("Featured image not on dict, what should I do now? \n Let's remove it for now"));

@@ -81,9 +81,8 @@ QStringList PublishingPipeline::localPictures(const ZLWordpressPost &post) const
         if (post.content.contains(full))
             noted.append(full);
     }
-    const QString featured = post.featuredImageURL.toString(QUrl::FullyEncoded); // as bodies name it
-    if (post.featuredImageId.isEmpty() && featured.startsWith(filePrefix()))
-        noted.append(featured);
+    if (post.featuredImageId.isEmpty() && post.featuredImageURL.startsWith(filePrefix()))
+        noted.append(post.featuredImageURL);
     return noted;
 }
 

@@ -131,7 +131,7 @@ private Q_SLOTS:
         fixture.send(post, ZLWordpressService::PublishDraft);
         QCOMPARE(row->status, int(ZLLocalPostRepresentation::Published)); // until its file is read again
         QCOMPARE(fixture.titlesDelivered(), u"Successfully Published Post"_qs);
-        QCOMPARE(fixture.workspace.opened, QList<QUrl>{post->URL});
+        QCOMPARE(fixture.workspace.opened, QList<QUrl>{QUrl(post->URL)});
         QCOMPARE(fixture.app().posts().first(), row);
         const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
         QVERIFY(has(file, u"<status>publish</status>"_qs));

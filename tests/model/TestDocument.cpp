@@ -85,7 +85,7 @@ private Q_SLOTS:
         remote.id = u"31"_qs;
         remote.slug = u"other"_qs;
         remote.type = ZLWordpressPost::Page;
-        remote.URL = QUrl(u"http://b/31"_qs);
+        remote.URL = u"http://b/31"_qs;
         document->setRecentlySyncedWordpressPost(remote);
         QVERIFY(document->saveDocument());
         const QByteArray written = folder.read();

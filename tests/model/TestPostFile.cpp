@@ -22,11 +22,11 @@ ZLWordpressPost fullPost()
     post.createdAt = createdAt;
     post.updatedAt = updatedAt;
     post.authorId = u"7"_qs;
-    post.URL = QUrl(u"http://blog.example/?p=12&x=1"_qs);
+    post.URL = u"http://blog.example/?p=12&x=1"_qs;
     post.allowComments = false;
     post.slug = u"cats-&-dogs"_qs;
     post.featuredImageId = u"44"_qs;
-    post.featuredImageURL = QUrl(u"http://blog.example/a.png?w=1&h=2"_qs);
+    post.featuredImageURL = u"http://blog.example/a.png?w=1&h=2"_qs;
     return post;
 }
 } // namespace

@@ -226,7 +226,7 @@ private Q_SLOTS:
         post.content = u"<p>\n</p>"_qs;
         post.taxonomies = {{u"x"_qs, {}, ZLTaxonomy::Tag}, {u"y"_qs, {}, ZLTaxonomy::Category}};
         post.featuredImageId = u"4"_qs;
-        post.featuredImageURL = QUrl(u"http://b/x?y&z"_qs);
+        post.featuredImageURL = u"http://b/x?y&z"_qs;
         const ZLFileInfo info{u"modified"_qs, u"3"_qs};
         QVERIFY(PostRowScanner(post.generateXMLDataFileInfo(&info)).scan());
         QVERIFY(PostRowScanner(post.generateXMLDataFileInfo(nullptr)).scan());

@@ -75,6 +75,25 @@ private Q_SLOTS:
         QCOMPARE(f.open(pageId)->storedContent(), loose);
     }
 
+    void writesAddressesByteForByte()
+    {
+        const QString link = u"http://Blog.TEST/%e6%97%a5/%7eada/ü?x=%41"_qs;
+        const XMLRPCStruct thumbnail{{u"attachment_id"_qs, u"9"_qs}, {u"link"_qs, link},
+            {u"metadata"_qs, XMLRPCStruct{{u"image_meta"_qs, XMLRPCStruct()}}}};
+        SyncFixture f;
+        f.blog.answerWith(u"wp.getPosts"_qs,
+            XMLRPCArray{XMLRPCStruct{{u"post_id"_qs, u"5"_qs}, {u"link"_qs, link}, {u"post_thumbnail"_qs, thumbnail}}});
+        f.sync();
+        for (int writer = 0; writer < 2; ++writer) {
+            const DocumentPtr document = f.open(u"5"_qs);
+            QVERIFY(document);
+            QCOMPARE(document->postInfo.URL, link);
+            QCOMPARE(document->postInfo.featuredImageURL, link);
+            document->setRecentlySyncedWordpressPost(*document->wordpressPost());
+            QVERIFY(document->saveDocument()); // the document writes as the sync did
+        }
+    }
+
     void followsTheBlogButKeepsLocalChanges()
     {
         SyncFixture f;

@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(remote.id, onBlog.id);
         QCOMPARE(remote.status, int(ZLWordpressPost::Publish));
         QCOMPARE(remote.createdAt, post->createdAt);
-        QCOMPARE(remote.URL, QUrl(u"http://blog.test/?p="_qs + onBlog.id));
+        QCOMPARE(remote.URL, u"http://blog.test/?p="_qs + onBlog.id);
         QCOMPARE(remote.taxonomies, (QList<ZLTaxonomy>{category(u"R&D"_qs), tag(u"green"_qs)}));
         QCOMPARE(post->id, u"q7Tz0kLm"_qs);
     }

@@ -135,12 +135,12 @@ private Q_SLOTS:
         QFETCH(QString, address);
         QFETCH(QString, thumbnail);
         UploadFixture f;
-        const QString local = f.cached(u"best one.png"_qs);
+        const QString local = f.cached(u"best one.png"_qs).replace(u' ', u"%20"_qs);
         const PostPtr post = f.post(u"T"_qs, u"text"_qs);
         post->featuredImageId = id;
-        post->featuredImageURL = QUrl(address.contains(u"%1") ? address.arg(local) : address);
-        if (id.isEmpty() && address.contains(u"%1")) // the same picture, as a body names it, goes up only once
-            post->content = image(QString(local).replace(u' ', u"%20"_qs));
+        post->featuredImageURL = address.contains(u"%1") ? address.arg(local) : address;
+        if (id.isEmpty() && address.contains(u"%1")) // the same picture in the body goes up only once
+            post->content = image(local);
         f.publish(post);
         QTEST(f.blog.count(mediaCall), "uploads");
         for (const FakeBlog::Media &media : std::as_const(f.blog.media))
