@@ -23,6 +23,14 @@ bool isInPublishChain(int type)
         return false;
     }
 }
+
+ZLError errorOf(const XMLRPCResponse &fault)
+{
+    const int code = int(fault.faultCode());
+    const QString text = fault.faultString();
+    return {QStringLiteral("Response error"), code,
+        text.isEmpty() ? QStringLiteral("The blog refused the call (fault %1) without saying why.").arg(code) : text};
+}
 } // namespace
 
 ReplyDispatch::ReplyDispatch(
@@ -84,7 +92,7 @@ void ReplyDispatch::didReceiveResponse(const ZLWordpressXMLRPCRequest &call, con
 void ReplyDispatch::didReceiveFault(const Call &call, const XMLRPCResponse &response)
 {
     ZLLog(QStringLiteral("request failed"));
-    const ZLError error{QStringLiteral("Response error"), int(response.faultCode()), response.faultString()};
+    const ZLError error = errorOf(response);
     if (m_to.publishing.resentWithTermsByName(call, error))
         return;
     const QPointer<ZLWordpressService> service(&m_service);

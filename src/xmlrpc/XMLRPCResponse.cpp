@@ -50,7 +50,7 @@ void XMLRPCResponse::parse(QByteArrayView utf8)
     XMLRPCEventBasedParser parser(utf8);
     m_object = parser.parse();
     m_parseError = parser.parserError();
-    m_isFault = parser.isFault();
+    m_isFault = parser.isFault() && m_parseError.isNull();
 }
 
 qint64 XMLRPCResponse::faultCode() const

@@ -12,7 +12,7 @@ public:
     /// it. A document that is malformed, nested too deep or too large gives a response without object, and a log line.
     static std::shared_ptr<const XMLRPCResponse> fromData(const QByteArray &data, const QByteArray &charset = {});
 
-    bool isFault() const { return m_isFault; }
+    bool isFault() const { return m_isFault; } ///< a whole one; a fault that breaks off is an unusable reply
     qint64 faultCode() const; ///< 0 when this is no fault
     QString faultString() const;
     const XMLRPCValue &object() const { return m_object; } ///< absent for an unusable reply

@@ -12,6 +12,7 @@ public:
     PostPtr remote; ///< of the last publication
     QList<ZLTaxonomy> taxonomies;
     XMLRPCValue struct_; ///< options, profile or blogs
+    ZLError error; ///< of the last failure
     QList<float> progress;
     std::function<void()> onFailure = [] {}; ///< run inside the failure calls
 
@@ -41,6 +42,7 @@ public:
     void didFailToPerformRequest(ZLWordpressService *, int type, const ZLError &failure) override
     {
         journal.append(u"request %1 failed: %2 %3"_qs.arg(type).arg(failure.domain).arg(failure.code));
+        error = failure;
         onFailure();
     }
     void didGetPosts(ZLWordpressService *, const QList<PostPtr> &posts) override

@@ -150,6 +150,23 @@ private Q_SLOTS:
         QVERIFY(!f.delegate.struct_.isStruct()); // an unusable reply is told as an absent one
     }
 
+    void tellsAFaultInWords_data()
+    {
+        const TestTable<QString, QString> row({"sent", "told"});
+        row("its own", u"No & no"_qs, u"No & no"_qs);
+        row("none", u""_qs, u"The blog refused the call (fault 500) without saying why."_qs);
+    }
+
+    void tellsAFaultInWords()
+    {
+        QFETCH(QString, sent);
+        ServiceFixture f;
+        f.blog.answerWithFault(u"wp.getOptions"_qs, 500, sent);
+        f.service->getOptions();
+        QTRY_COMPARE(f.journal(), QStringList{u"request 25 failed: Response error 500"_qs});
+        QTEST(f.delegate.error.description, "told");
+    }
+
     void sendsLaterCallsToTheChangedAddress()
     {
         ServiceFixture f;

@@ -295,6 +295,8 @@ private Q_SLOTS:
         QTest::newRow("a page") << QByteArray("<!DOCTYPE html><html><p>Not found<br></html>") << true;
         QTest::newRow("wrong nesting") << QByteArray("<p><value><string></value></string></p>") << true;
         QTest::newRow("a warning behind") << replyWith("<value>1</value>") + "<b>Warning</b>" << true;
+        QTest::newRow("a fault that breaks off")
+            << QByteArray("<methodResponse><fault><value><struct><member><name>faultCode</name>") << true;
         QTest::newRow("an entity of HTML") << replyWith("<value>a&nbsp;b</value>") << true;
     }
     void unusableRepliesHaveNoObject()
