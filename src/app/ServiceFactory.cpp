@@ -5,7 +5,7 @@
 ServiceFactory::ServiceFactory(AppEnvironment &environment, AccountStore &store, ZLWordpressServiceDelegate &delegate)
     : m_connections(environment.platform.network)
     , m_serviceEnvironment{m_connections, environment.platform.keychain, environment.platform.files,
-          environment.notifications, [&store] { return store.managedObjectContext(); },
+          environment.notifications, environment.platform.clock, [&store] { return store.managedObjectContext(); },
           [&environment] {
               return environment.windows.compose ? environment.windows.compose->currentDocument() : DocumentPtr();
           }}

@@ -24,6 +24,11 @@ bool isInPublishChain(int type)
     }
 }
 
+bool isEdit(int type)
+{
+    return type == ZLWordpressServiceRequestTypeUpdatePost || type == ZLWordpressServiceRequestTypePublishDraftPost;
+}
+
 ZLError errorOf(const XMLRPCResponse &fault)
 {
     const int code = int(fault.faultCode());
@@ -34,9 +39,10 @@ ZLError errorOf(const XMLRPCResponse &fault)
 } // namespace
 
 ReplyDispatch::ReplyDispatch(
-    ZLWordpressService &service, ZLNotifications &notifications, const Collaborators &collaborators)
+    ZLWordpressService &service, const ZLServiceEnvironment &environment, const Collaborators &collaborators)
     : m_service(service)
-    , m_notifications(notifications)
+    , m_notifications(environment.notifications)
+    , m_clock(environment.clock)
     , m_to(collaborators)
 {
 }
@@ -85,8 +91,18 @@ void ReplyDispatch::didReceiveResponse(const ZLWordpressXMLRPCRequest &call, con
     }
     // An unusable reply is no fault: it reads as an absent value, so lists are empty and answers false.
     static const XMLRPCValue absent;
+    const XMLRPCValue &object = response ? response->object() : absent;
+    if (isEdit(call.currentRequestType) && object.boolean())
+        noteEdit(*call.additionalInfo.processingPost, response->date());
     if (const Handler handler = handlerForType(call.currentRequestType))
-        (this->*handler)(call, response ? response->object() : absent);
+        (this->*handler)(call, object);
+}
+
+/// An edit is not read back, and the blog dates it before it answers. With an earlier date here the next sync would
+/// take the writer's own edit for a change made on the blog.
+void ReplyDispatch::noteEdit(ZLWordpressPost &post, const QDateTime &answered) const
+{
+    post.updatedAt = answered.isValid() ? answered : m_clock.now();
 }
 
 void ReplyDispatch::didReceiveFault(const Call &call, const XMLRPCResponse &response)

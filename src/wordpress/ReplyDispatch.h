@@ -6,8 +6,10 @@ class BlogPostSync;
 class PublishingPipeline;
 class SyncGroup;
 class TaxonomySync;
+class ZLClock;
 class ZLNotifications;
 class ZLWordpressServiceDelegate;
+struct ZLServiceEnvironment;
 
 /// Takes every reply and failure of a service's calls to where its type belongs.
 class ReplyDispatch : public ReplyReceiver {
@@ -18,7 +20,8 @@ public:
         TaxonomySync &taxonomies;
         SyncGroup &group;
     };
-    ReplyDispatch(ZLWordpressService &service, ZLNotifications &notifications, const Collaborators &collaborators);
+    ReplyDispatch(
+        ZLWordpressService &service, const ZLServiceEnvironment &environment, const Collaborators &collaborators);
 
     void didReceiveResponse(const ZLWordpressXMLRPCRequest &call, const ResponsePtr &response) override;
     void didFailWithError(const ZLWordpressXMLRPCRequest &call, const ZLError &error) override;
@@ -30,6 +33,7 @@ private:
     static Handler handlerForType(int type);
 
     void didReceiveFault(const Call &call, const XMLRPCResponse &response);
+    void noteEdit(ZLWordpressPost &post, const QDateTime &answered) const;
     void tellFailure(const Call &call, const ZLError &error);
     void didFailToReadBack(const Call &call);
     ZLWordpressServiceDelegate &delegate() const;
@@ -59,5 +63,6 @@ private:
 
     ZLWordpressService &m_service;
     ZLNotifications &m_notifications;
+    const ZLClock &m_clock;
     Collaborators m_to;
 };

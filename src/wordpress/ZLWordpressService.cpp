@@ -18,7 +18,7 @@ struct ZLWordpressService::Private {
         , publishing(service, environment, calls, uploads)
         , posts(service, environment, calls, group)
         , taxonomies(service, environment, calls, group)
-        , dispatch(service, environment.notifications, {publishing, posts, taxonomies, group})
+        , dispatch(service, environment, {publishing, posts, taxonomies, group})
     {
         calls.setReceiver(&dispatch);
     }

@@ -2,6 +2,7 @@
 
 #include "model/ZLDocumentController.h"
 #include "model/ZLNotifications.h"
+#include "platform/ZLClock.h"
 #include "platform/ZLFileManager.h"
 #include "platform/ZLKeychain.h"
 #include "store/ZLManagedObjectContext.h"
@@ -19,6 +20,7 @@ struct ZLServiceEnvironment {
     ZLKeychain &keychain;
     ZLFileManager &files;
     ZLNotifications &notifications;
+    const ZLClock &clock;
     std::function<ZLManagedObjectContext *()> context; ///< null while there is no store
     std::function<DocumentPtr()> currentDocument; ///< the document on the screen, or null
 };

@@ -3,6 +3,7 @@
 #include "platform/ZLLog.h"
 #include "xmlrpc/TransferErrors.h"
 
+#include <QLocale>
 #include <QPointer>
 #include <QUuid>
 #include <algorithm>
@@ -26,6 +27,14 @@ QByteArray charsetOf(const QString &contentType)
             return text.mid(8).remove(u'"').remove(u'\'').trimmed().toLatin1();
     }
     return {};
+}
+
+QDateTime dateOf(const QNetworkReply &reply)
+{
+    const QString text = QString::fromLatin1(reply.rawHeader("Date"));
+    QDateTime date = QLocale::c().toDateTime(text, QStringLiteral("ddd, dd MMM yyyy hh:mm:ss 'GMT'"));
+    date.setTimeSpec(Qt::UTC);
+    return date;
 }
 } // namespace
 
@@ -97,6 +106,7 @@ void XMLRPCConnection::send(const QUrl &url)
     m_hasHead = false;
     m_data.clear();
     m_textEncodingName.clear();
+    m_date = {};
     m_reply = m_manager.network().post(request, m_body);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &XMLRPCConnection::didReceiveHead);
     connect(m_reply, &QNetworkReply::readyRead, this, &XMLRPCConnection::didReceiveData);
@@ -110,6 +120,7 @@ void XMLRPCConnection::didReceiveHead()
         return;
     m_hasHead = true;
     m_textEncodingName = charsetOf(m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
+    m_date = dateOf(*m_reply);
     if (status() >= 400) {
         // The entry stays until the delegate closes it, or else until the body has come as well.
         m_hasFailedStatus = true;
@@ -167,8 +178,8 @@ void XMLRPCConnection::finishLoading()
 void XMLRPCConnection::parse()
 {
     m_manager.parsingQueue().start([manager = &m_manager, guard = QPointer(this), data = std::exchange(m_data, {}),
-                                       charset = m_textEncodingName]() mutable {
-        const ResponsePtr response = XMLRPCResponse::fromData(data, charset);
+                                       charset = m_textEncodingName, date = m_date]() mutable {
+        const ResponsePtr response = XMLRPCResponse::fromData(data, charset, date);
         data.clear();
         QMetaObject::invokeMethod(manager, [guard, response] {
             if (guard && !guard->m_isCancelled)

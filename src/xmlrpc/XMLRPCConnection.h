@@ -55,6 +55,7 @@ private:
     QByteArray m_body; // what is sent, kept for redirects
     QByteArray m_data; // the reply
     QByteArray m_textEncodingName;
+    QDateTime m_date; // of the reply
     QNetworkReply *m_reply = nullptr;
     int m_redirects = 0;
     bool m_hasHead = false;

@@ -18,7 +18,8 @@ QString summary(const XMLRPCValue &value)
 }
 } // namespace
 
-std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(const QByteArray &data, const QByteArray &charset)
+std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(
+    const QByteArray &data, const QByteArray &charset, const QDateTime &date)
 {
     std::optional<ReplyText> text = ReplyText::fromData(data, charset);
     if (!text)
@@ -32,6 +33,7 @@ std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(const QByteArray 
             response->parse(text->view());
     }
     response->m_body = text->view().first(std::min(text->view().size(), KeptBody)).toByteArray();
+    response->m_date = date;
     return response;
 }
 

@@ -177,6 +177,51 @@ private Q_SLOTS:
         QVERIFY(has(file, u"<file_info><status></status>"_qs));
     }
 
+    void knowsItsOwnUpdateAtTheNextSync_data()
+    {
+        const TestTable<int, bool, bool, bool, QString, bool> row(
+            {"kind", "isDated", "isEditedHere", "isEditedThere", "text", "isConflict"});
+        const int update = ZLWordpressService::Update;
+        row("here only", update, true, true, false, u"mine"_qs, false);
+        row("draft made public", ZLWordpressService::PublishDraft, true, true, false, u"mine"_qs, false);
+        row("no date in the reply", update, false, true, false, u"mine"_qs, false);
+        row("here and there", update, true, true, true, u"mine"_qs, true);
+        row("there only", update, true, false, true, u"theirs"_qs, false);
+    }
+
+    void knowsItsOwnUpdateAtTheNextSync()
+    {
+        QFETCH(int, kind);
+        QFETCH(bool, isDated);
+        QFETCH(bool, isEditedHere);
+        QFETCH(bool, isEditedThere);
+        QFETCH(bool, isConflict);
+        ConnectedBlog fixture;
+        const QString id = fixture.blog.addPost(u"T"_qs, u"<p>old</p>"_qs).id;
+        fixture.start();
+        const PostPtr post = fixture.postOf(fixture.rowTitled(u"T"_qs));
+        fixture.blog.isDated = isDated;
+        fixture.clock.present = fixture.clock.present.addDays(1); // where it counts, the blog's time does
+        post->content = u"<p>sent</p>"_qs;
+        fixture.send(post, kind);
+
+        if (isEditedHere) {
+            const DocumentPtr document = *ZLDocument::open(post->localPost->localFile);
+            document->post.content = u"mine"_qs;
+            document->fileInfo.status = u"modified"_qs;
+            QVERIFY(document->saveDocument());
+        }
+        if (isEditedThere) {
+            fixture.blog.posts[id].content = u"theirs"_qs;
+            fixture.blog.posts[id].modified = fixture.blog.now.addSecs(1);
+        }
+        fixture.app().syncAllBlogs();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QFETCH(QString, text);
+        QVERIFY(has(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)), u"<content>%1</content>"_qs.arg(text)));
+        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), isConflict ? 2 : 1);
+    }
+
     void staysSilentWhenNotAllowed()
     {
         ConnectedBlog fixture;

@@ -118,6 +118,8 @@ FakeAnswer FakeBlog::answer(const FakeRequest &request)
     if (fault.cutAt >= 0)
         answer.body.truncate(fault.cutAt);
     answer.held = fault.late;
+    if (isDated)
+        answer.date = now;
     return answer;
 }
 

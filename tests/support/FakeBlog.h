@@ -53,6 +53,7 @@ public:
     QList<Term> terms;
     QList<Media> media;
     QDateTime now; ///< what it takes for the present; moves on by a second with each change
+    bool isDated = true; ///< whether its replies bear the time
 
     QString url() const { return u"http://"_qs + m_host; }
     QString host() const { return m_host; }

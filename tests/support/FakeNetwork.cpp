@@ -1,5 +1,7 @@
 #include "support/FakeNetwork.h"
 
+#include <QLocale>
+
 /// A reply that comes on a later turn of the event loop, or when it is let go.
 class FakeReply : public QNetworkReply {
 public:
@@ -60,6 +62,9 @@ private:
     {
         setAttribute(QNetworkRequest::HttpStatusCodeAttribute, m_answer.status);
         setHeader(QNetworkRequest::ContentTypeHeader, "text/xml");
+        if (m_answer.date.isValid())
+            setRawHeader("Date",
+                QLocale::c().toString(m_answer.date, QStringLiteral("ddd, dd MMM yyyy hh:mm:ss 'GMT'")).toLatin1());
         setHeader(QNetworkRequest::ContentLengthHeader, m_answer.body.size());
         m_arrived = m_answer.body;
         if (m_answer.status >= 400)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
@@ -10,6 +11,7 @@ struct FakeAnswer {
     QByteArray body = {};
     QNetworkReply::NetworkError error = QNetworkReply::NoError; ///< the connection breaks instead
     bool held = false; ///< not before FakeNetwork::release()
+    QDateTime date = {}; ///< that the reply bears; invalid: none
 };
 
 /// What a host was asked.

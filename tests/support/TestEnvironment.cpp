@@ -16,7 +16,7 @@ TestEnvironment::TestEnvironment()
 
 ZLServiceEnvironment TestEnvironment::serviceEnvironment()
 {
-    return {connections, keychain, files, notifications, [this] { return context.get(); },
+    return {connections, keychain, files, notifications, clock, [this] { return context.get(); },
         [this] { return currentDocument; }};
 }
 

@@ -18,6 +18,7 @@ public:
     XMLRPCConnectionManager connections;
     ZLKeychain keychain;
     ZLNotifications notifications;
+    ZLClock clock;
     std::unique_ptr<ZLManagedObjectContext> context;
     DocumentPtr currentDocument; ///< what counts as the document on the screen
 
