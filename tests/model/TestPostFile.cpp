@@ -208,6 +208,17 @@ private Q_SLOTS:
         QTEST(post.taxonomiesArray(), "read");
     }
 
+    void readsAnyId()
+    {
+        ZLWordpressPost post = fullPost();
+        post.id = post.authorId = post.featuredImageId = u"<7>&amp;\"'"_qs;
+        const PostFile read = PostFile::fromData(post.generateXMLDataFileInfo(nullptr));
+        QVERIFY(read.isWhole);
+        QCOMPARE(read.id, post.id);
+        QCOMPARE(read.authorId, post.id);
+        QCOMPARE(read.featuredImageId, post.id);
+    }
+
     void readsInfo()
     {
         const PostFolder folder;
