@@ -37,31 +37,31 @@ ZLKeychain::~ZLKeychain() = default;
 QCoro::Task<void> ZLKeychain::load(QString service, QStringList accounts)
 {
     const QPointer<ZLKeychain> guard(this);
+    std::optional<ZLError> failed;
     for (const QString &account : accounts) {
         const Result<QString> item = co_await m_backend->read(service, account);
         if (!guard)
             co_return;
-        if (!item) {
-            reportUnavailable(item.error());
-            co_return;
-        }
-        if (!item->isEmpty())
+        if (!item)
+            failed = item.error();
+        else if (!m_items.contains({service, account})) // what was set or deleted meanwhile is newer
             m_items.insert({service, account}, *item);
     }
+    if (failed)
+        reportUnavailable(*failed);
 }
 
 QString ZLKeychain::passwordForService(const QString &service, const QString &account) const
 {
-    return m_items.value({service, account});
+    const QString password = m_items.value({service, account});
+    return password.isEmpty() ? QString() : password;
 }
 
 Result<void> ZLKeychain::setPassword(const QString &password, const QString &service, const QString &account)
 {
     if (const auto names = checkedNames(service, account); !names)
         return names;
-    m_items.remove({service, account});
-    if (!password.isEmpty())
-        m_items.insert({service, account}, password);
+    m_items.insert({service, account}, password);
     whenDone(
         m_backend->write(service, account, password), this, [this](const ZLError &error) { reportUnavailable(error); });
     return {};
@@ -71,7 +71,7 @@ Result<void> ZLKeychain::deletePasswordForService(const QString &service, const 
 {
     if (const auto names = checkedNames(service, account); !names)
         return names;
-    m_items.remove({service, account});
+    m_items.insert({service, account}, {});
     whenDone(m_backend->remove(service, account), this, [this](const ZLError &error) { reportUnavailable(error); });
     return {};
 }

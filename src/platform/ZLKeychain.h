@@ -30,7 +30,8 @@ public:
     explicit ZLKeychain(std::unique_ptr<ZLKeychainBackend> backend, QObject *parent = nullptr);
     ~ZLKeychain() override;
 
-    /// Fetches the items of these accounts into memory.
+    /// Fetches the items of these accounts into memory, but for those that were set or deleted here since. An item that
+    /// cannot be read does not stop the others.
     QCoro::Task<void> load(QString service, QStringList accounts);
 
     /// The password; null when there is none. An empty item gives null as well.
@@ -47,6 +48,6 @@ private:
     void reportUnavailable(const ZLError &error);
 
     std::unique_ptr<ZLKeychainBackend> m_backend;
-    QHash<QPair<QString, QString>, QString> m_items;
+    QHash<QPair<QString, QString>, QString> m_items; ///< empty: there is none
     bool m_saidUnavailable = false;
 };

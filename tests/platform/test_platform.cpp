@@ -131,6 +131,40 @@ private Q_SLOTS:
         QCOMPARE(said.size(), 1);
     }
 
+    void loadingPutsNothingOverWhatIsNewer_data()
+    {
+        const TestTable<QString> row({"newer"});
+        row("set meanwhile", QStringLiteral("new"));
+        row("deleted meanwhile", {});
+    }
+    void loadingPutsNothingOverWhatIsNewer()
+    {
+        QFETCH(QString, newer);
+        const QString account = QStringLiteral("a");
+        auto backend = std::make_unique<FakeKeychain>(
+            std::make_shared<FakeKeychain::Items>(FakeKeychain::Items{{{service, account}, QStringLiteral("old")}}));
+        backend->isLocked = true;
+        ZLKeychain keychain(std::move(backend));
+        QCoro::Task<void> loading = keychain.load(service, {account});
+        QVERIFY(newer.isEmpty() ? keychain.deletePasswordForService(service, account)
+                                : keychain.setPassword(newer, service, account));
+        QCoro::waitFor(std::move(loading));
+        QCOMPARE(keychain.passwordForService(service, account), newer);
+    }
+
+    void anItemThatFailsDoesNotStopTheOthers()
+    {
+        const QStringList accounts = {QStringLiteral("damaged"), QStringLiteral("fine")};
+        auto backend = std::make_unique<FakeKeychain>(std::make_shared<FakeKeychain::Items>(
+            FakeKeychain::Items{{{service, accounts[1]}, QStringLiteral("secret")}}));
+        backend->damaged = accounts[0];
+        ZLKeychain keychain(std::move(backend));
+        QSignalSpy said(&keychain, &ZLKeychain::becameUnavailable);
+        QCoro::waitFor(keychain.load(service, accounts));
+        QCOMPARE(keychain.passwordForService(service, accounts[1]), QStringLiteral("secret"));
+        QCOMPARE(said.size(), 1);
+    }
+
     void loopbackCountsAsOnline_data()
     {
         const TestTable<bool> row({"online"});

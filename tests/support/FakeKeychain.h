@@ -14,15 +14,17 @@ public:
     }
 
     bool isUnavailable = false; ///< as on a desktop without a secret service
+    QString damaged; ///< the account whose item cannot be read
     bool isLocked = false; ///< reading waits, as for a user who is asked to unlock it
 
     QCoro::Task<Result<QString>> read(QString service, QString account) override
     {
+        const QString found = m_items->value({service, account});
         if (isLocked)
             co_await QCoro::sleepFor(std::chrono::milliseconds(20));
-        if (isUnavailable)
+        if (isUnavailable || account == damaged)
             co_return failure(unavailable);
-        co_return m_items->value({service, account});
+        co_return found;
     }
     QCoro::Task<Result<void>> write(QString service, QString account, QString password) override
     {
