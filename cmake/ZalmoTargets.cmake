@@ -1,9 +1,9 @@
 # One static library for each folder of src/. What it may include is what it links: the arrows of
 # docs/architecture.md stand in the LINKS of each call and nowhere else.
 
-# zalmo_library(NAME [GUI] LINKS target...)   every .cpp of the folder
+# zalmo_library(NAME LINKS target...)   every .cpp of the folder
 function(zalmo_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "GUI" "" "LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     add_library(zalmo_${name} STATIC ${sources})
     set_target_properties(zalmo_${name} PROPERTIES LINKER_LANGUAGE CXX)
