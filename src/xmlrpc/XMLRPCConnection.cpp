@@ -190,11 +190,10 @@ void XMLRPCConnection::parse()
 
 void XMLRPCConnection::deliver(const ResponsePtr &response)
 {
-    const auto request = m_request;
-    const auto delegate = m_delegate;
+    // The entry stays registered, but neither a picture that was uploaded nor the post that it was for is kept with it.
+    const auto request = std::exchange(m_request, nullptr);
+    const auto delegate = std::exchange(m_delegate, nullptr);
     delegate->didReceiveResponse(request, response);
-    // The entry stays, and with it the request: without this every uploaded picture would stay in memory.
-    request->setMethod(request->method());
 }
 
 bool XMLRPCConnection::mayRedirect(const QUrl &from, const QUrl &target)

@@ -27,6 +27,7 @@ public:
     void start();
     void cancel();
     QString identifier() const { return m_identifier; }
+    /// Null once it has heard the response.
     const std::shared_ptr<XMLRPCConnectionDelegate> &delegate() const { return m_delegate; }
 
 private:

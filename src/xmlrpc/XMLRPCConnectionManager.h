@@ -24,8 +24,8 @@ public:
 };
 
 /// The registry of connections, by identifier. Failures, empty replies and 304 remove an entry; after a delivered
-/// response it stays until closeConnections(), so the registry does not count the transfers under way. As intended,
-/// such an entry would go as well.
+/// response it stays, emptied, until closeConnections(), so the registry does not count the transfers under way. As
+/// intended, such an entry would go as well.
 class XMLRPCConnectionManager : public QObject {
     Q_OBJECT
 public:

@@ -120,7 +120,8 @@ private Q_SLOTS:
         QTRY_VERIFY(call.listener->isCalled());
         QVERIFY(isRegistered(call));
         QCOMPARE(m_manager->activeConnectionIdentifiers(), QStringList(call.listener->identifier));
-        QVERIFY(call.request->parameters().empty()); // the picture is not kept with it
+        QTRY_COMPARE(call.request.use_count(), 1); // neither the picture nor who waited for it is kept with it
+        QCOMPARE(call.listener.use_count(), 1);
         m_manager->closeConnections();
         QCOMPARE(m_manager->numberOfActiveConnections(), 0);
         m_manager->closeConnectionForIdentifier(call.listener->identifier); // a second time does no harm
