@@ -76,8 +76,10 @@ void BlogPostSync::write(ZLWordpressPost &post, const QString &blogName)
         return;
     }
     const QString folder = m_environment.files.postPathForBlogURL(blogName, post.id);
-    if (folder.isNull()) // refused, and logged there
+    if (folder.isNull()) {
+        ZLLog(QStringLiteral("error-There is no folder for the post “%1”").arg(post.title));
         return;
+    }
     const QString type = QStringLiteral("zalmo");
     const QString path = folder + QLatin1String("/post.zalmo");
     const Result<void> written = QFileInfo::exists(path)

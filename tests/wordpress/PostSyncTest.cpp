@@ -2,6 +2,8 @@
 #include "support/Files.h"
 #include "wordpress/ServiceFixture.h"
 
+#include <QRegularExpression>
+
 namespace {
 struct SyncFixture : ServiceFixture {
     void sync()
@@ -256,11 +258,14 @@ private Q_SLOTS:
         SyncFixture f;
         const QString blocked = f.blog.addPost(u"Blocked"_qs, u"c"_qs).id;
         const QString fine = f.blog.addPost(u"Fine"_qs, u"c"_qs).id;
-        // A folder in the place of the file.
+        const QString homeless = f.blog.addPost(u"Homeless"_qs, u"c"_qs).id;
+        // A folder in the place of the file, and a file in the place of the folder.
         QVERIFY(QDir().mkpath(f.path(blocked)));
+        writeFile(QFileInfo(f.path(homeless)).path());
+        QTest::ignoreMessage(QtInfoMsg, QRegularExpression(u"error-.*no folder .*Homeless"_qs));
         f.sync();
         QCOMPARE(f.journal(), QStringList{u"synced Ada"_qs});
-        QCOMPARE(f.files(), QStringList{u"p%1/post.zalmo"_qs.arg(fine)});
+        QCOMPARE(f.files(), (QStringList{u"p%1/post.zalmo"_qs.arg(fine), u"p%1"_qs.arg(homeless)}));
     }
 
     void keepsTheWindowAliveWhileItWrites()
