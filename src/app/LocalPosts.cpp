@@ -1,6 +1,7 @@
 #include "app/LocalPosts.h"
 
 #include "model/LocalFileURL.h"
+#include "text/BlankContent.h"
 #include "text/RandomString.h"
 
 #include <QFile>
@@ -42,7 +43,7 @@ PostPtr LocalPosts::makeNewPost() const
 {
     auto post = std::make_shared<ZLWordpressPost>();
     post->title = u""_qs;
-    post->content = u"<p><br></p>"_qs;
+    post->content = BlankContent::paragraph;
     post->id = genRandString(8);
     post->status = ZLWordpressPost::New;
     if (const AccountPreferences *preferences = m_state.preferences()) {

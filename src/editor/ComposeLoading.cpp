@@ -1,10 +1,10 @@
 // The part of the compose controller that brings a post on the screen.
 
 #include "editor/AwaitingAction.h"
-#include "editor/BlankContent.h"
 #include "editor/ZLMainWindowCreateViewController.h"
 #include "model/LocalFileURL.h"
 #include "model/PostSync.h"
+#include "text/BlankContent.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -103,7 +103,7 @@ void ZLMainWindowCreateViewController::loadTokens()
 {
     QStringList tokens;
     for (const ZLTaxonomy &taxonomy : std::as_const(m_screen.post()->taxonomies))
-        tokens.append(taxonomy.type == ZLTaxonomy::Tag ? QLatin1Char('#') + taxonomy.name : taxonomy.name);
+        tokens.append(taxonomy.keyword());
     m_view.setTokens(tokens);
 }
 

@@ -1,6 +1,6 @@
 #include "editor/ZLMainWindowCreateViewController.h"
 
-#include "editor/BlankContent.h"
+#include "text/BlankContent.h"
 
 #include <QCoreApplication>
 #include <QPointer>

@@ -5,6 +5,7 @@
 #include "model/XMLDictionary.h"
 #include "model/XMLDictionaryParser.h"
 #include "model/XMLStrings.h"
+#include "text/TextTruth.h"
 #include "text/XMLBytes.h"
 
 namespace {
@@ -19,36 +20,16 @@ QString decodedTwice(const QVariantMap &node, const char *name)
     return XMLDecodedString(text(node, name));
 }
 
-/// As the platform reads a truth value from text: a leading Y, T or digit but 0.
-bool boolValue(const QString &text)
-{
-    qsizetype at = 0;
-    while (at < text.size() && text.at(at).isSpace())
-        ++at;
-    if (at < text.size() && (text.at(at) == u'+' || text.at(at) == u'-'))
-        ++at;
-    while (at < text.size() && text.at(at) == u'0')
-        ++at;
-    return at < text.size() && QStringLiteral("YyTt123456789").contains(text.at(at));
-}
-
-ZLTaxonomy taxonomyFor(const QString &keyword)
-{
-    if (keyword.startsWith(u'#'))
-        return {keyword.mid(1), {}, ZLTaxonomy::Tag};
-    return {keyword, {}, ZLTaxonomy::Category};
-}
-
 QList<ZLTaxonomy> taxonomiesFrom(const QVariant &keywords)
 {
     const QVariant found = keywords.toMap().value(QStringLiteral("keyword"));
     // A keyword that stands alone is decoded once only, as the format has it.
     if (found.typeId() == QMetaType::QString)
-        return {taxonomyFor(found.toString())};
+        return {ZLTaxonomy::fromKeyword(found.toString())};
     QList<ZLTaxonomy> taxonomies;
     for (const QVariant &keyword : found.toList()) {
         if (keyword.typeId() == QMetaType::QString)
-            taxonomies.append(taxonomyFor(XMLDecodedString(keyword.toString())));
+            taxonomies.append(ZLTaxonomy::fromKeyword(XMLDecodedString(keyword.toString())));
     }
     return taxonomies;
 }
@@ -71,8 +52,8 @@ void readPostInfo(PostFile &file, const QVariantMap &info)
     file.authorId = text(info, "author_id");
     file.URL = text(info, "URL");
     file.postURL = XMLDecodedString(file.URL);
-    file.allowComments = boolValue(text(info, "allow_comments"));
-    file.allowPingback = boolValue(text(info, "allow_pingback"));
+    file.allowComments = readsTrue(text(info, "allow_comments"));
+    file.allowPingback = readsTrue(text(info, "allow_pingback"));
     file.slug = text(info, "slug");
     const QVariantMap image = info.value(QStringLiteral("featured_image")).toMap();
     file.featuredImageId = text(image, "media_id");

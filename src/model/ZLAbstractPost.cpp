@@ -4,10 +4,8 @@ QStringList ZLAbstractPost::taxonomiesArray() const
 {
     QStringList strings;
     for (const ZLTaxonomy &taxonomy : taxonomies) {
-        if (taxonomy.type == ZLTaxonomy::Tag)
-            strings << u'#' + taxonomy.name;
-        else if (taxonomy.type == ZLTaxonomy::Category)
-            strings << taxonomy.name;
+        if (taxonomy.type == ZLTaxonomy::Tag || taxonomy.type == ZLTaxonomy::Category)
+            strings << taxonomy.keyword();
     }
     return strings;
 }
@@ -16,10 +14,8 @@ void ZLAbstractPost::setTaxonomiesFromStringArray(const QStringList &strings)
 {
     taxonomies.clear();
     for (const QString &string : strings) {
-        if (string.startsWith(u'#'))
-            taxonomies.append({string.mid(1), {}, ZLTaxonomy::Tag});
-        else if (!string.isEmpty())
-            taxonomies.append({string, {}, ZLTaxonomy::Category});
+        if (!string.isEmpty())
+            taxonomies.append(ZLTaxonomy::fromKeyword(string));
     }
 }
 

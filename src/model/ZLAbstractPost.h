@@ -18,9 +18,9 @@ struct ZLAbstractPost {
     QString URL; ///< public address, to the byte as it came: QUrl would rewrite its escapes and its host
     QUrl localFile;
 
-    /// The taxonomies as strings: a category is its bare name, a tag has a leading "#"; other types are left out.
+    /// The taxonomies as keywords; types that are neither category nor tag are left out.
     QStringList taxonomiesArray() const;
-    /// The reverse. A category whose name begins with "#" comes back as a tag: that loss belongs to the format.
+    /// The reverse; empty strings are left out.
     void setTaxonomiesFromStringArray(const QStringList &strings);
     /// The form for writing: "title", "content", "created_at", "updated_at", "URL", "keywords".
     QVariantMap dictionary() const;

@@ -6,6 +6,7 @@
 #include "model/ZLFileExtension.h"
 #include "platform/ZLAtomicFile.h"
 #include "platform/ZLLog.h"
+#include "text/BlankContent.h"
 #include "text/ContentPasses.h"
 
 #include <QDir>
@@ -15,14 +16,13 @@
 namespace {
 constexpr int autosaveDelay = 1000;
 constexpr int longestAutosaveDelay = 3000;
-const QString emptyBody = QStringLiteral("<p><br></p>");
 
 QStringList keywordsOf(const QList<ZLTaxonomy> &taxonomies)
 {
     // Unlike taxonomiesArray(), a taxonomy of a foreign type is kept here, as a category.
     QStringList keywords;
     for (const ZLTaxonomy &taxonomy : taxonomies)
-        keywords << (taxonomy.type == ZLTaxonomy::Tag ? u'#' + taxonomy.name : taxonomy.name);
+        keywords << taxonomy.keyword();
     return keywords;
 }
 } // namespace
@@ -80,7 +80,7 @@ Result<void> ZLDocument::readFromURL()
 void ZLDocument::take(const PostFile &file)
 {
     post.title = file.title.isNull() ? QStringLiteral("") : file.title;
-    post.content = file.content.isNull() ? emptyBody : file.content;
+    post.content = file.content.isNull() ? BlankContent::paragraph : file.content;
     post.createdAt = file.createdAt;
     post.updatedAt = file.updatedAt;
     post.URL = file.postURL;

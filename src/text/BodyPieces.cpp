@@ -1,6 +1,7 @@
 #include "text/BodyPieces.h"
 
 #include "text/BlockNames.h"
+#include "text/ContentPasses.h"
 #include "text/MarkupScanner.h"
 
 #include <QHash>
@@ -83,7 +84,7 @@ private:
 QList<BodyPiece> Splitter::split()
 {
     const qsizetype begin = skipSpace(0, m_body.size());
-    if (m_body.contains(u"<!-- wp:"))
+    if (ContentPasses::isBlockEditorContent(m_body))
         splitBlocks(begin);
     else
         splitLoose(begin, m_body.size());

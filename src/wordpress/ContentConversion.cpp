@@ -6,11 +6,6 @@
 #include <QFileInfo>
 
 namespace {
-QString lastPiece(const QString &address)
-{
-    return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
-}
-
 QString editorForm(const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages)
 {
     const QString tagged = ContentPasses::postContentWithShortCodeTags(content);
@@ -43,7 +38,7 @@ QString ContentConversion::postContentWithLocalImagesURL(
     const QString folder = files.cacheFolder();
     QHash<QString, QString> swaps;
     for (const QString &remote : noted) {
-        const QString name = lastPiece(remote);
+        const QString name = LocalPictures::fileName(remote);
         if (!ZLFileManager::isPlainFileName(name) || !QFileInfo(folder + QLatin1Char('/') + name).isFile())
             continue;
         const QString local = LocalPictures::address(folder, name);

@@ -48,3 +48,8 @@ QString LocalPictures::address(const QString &folder, const QString &name)
 {
     return QStringLiteral("file://localhost") + folder + QLatin1Char('/') + name;
 }
+
+QString LocalPictures::fileName(const QString &address)
+{
+    return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
+}

@@ -15,4 +15,6 @@ QString file(const QString &address, const ZLFileManager &files);
 bool isInCacheFolder(const QString &address, const ZLFileManager &files);
 /// "file://localhost%@/%@" of a folder and a name.
 QString address(const QString &folder, const QString &name);
+/// What follows the last "/" of the address of any picture, as it stands.
+QString fileName(const QString &address);
 } // namespace LocalPictures

@@ -15,15 +15,10 @@ const QString &filePrefix()
     return prefix;
 }
 
-QString lastPiece(const QString &address)
-{
-    return address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
-}
-
 /// The full-size twin of a thumbnail's address: "_thumb" in its last piece becomes "_full".
 QString fullSizeAddress(const QString &address)
 {
-    const QString name = lastPiece(address);
+    const QString name = LocalPictures::fileName(address);
     const QString fullName = QString(name).replace(QLatin1String("_thumb"), QLatin1String("_full"));
     return address.chopped(name.size()) + fullName;
 }
@@ -31,7 +26,7 @@ QString fullSizeAddress(const QString &address)
 void logExtensions(const ZLWordpressPost &post)
 {
     for (const QString &address : ContentPasses::imageSources(post.content, filePrefix()))
-        ZLLog(QFileInfo(lastPiece(address)).suffix());
+        ZLLog(QFileInfo(LocalPictures::fileName(address)).suffix());
 }
 
 CallInfo infoOf(const PostPtr &post)

@@ -1,5 +1,7 @@
 #include "xmlrpc/ReplyText.h"
 
+#include "text/XMLBytes.h"
+
 #include <QString>
 #include <QStringDecoder>
 #include <algorithm>
@@ -9,15 +11,10 @@ namespace {
 constexpr qsizetype BlockSize = 64;
 constexpr quint8 LeadOfNoncharacters = 0xef; // of U+FFFE and U+FFFF, and of much else
 
-constexpr bool isForbiddenControl(quint8 byte)
-{
-    return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
-}
-
 // Number of bytes at `at` that XML forbids.
 qsizetype forbiddenLength(const char *at, const char *end)
 {
-    if (isForbiddenControl(quint8(*at)))
+    if (!XMLBytes::isAllowed(quint8(*at)))
         return 1;
     const bool isNoncharacter = end - at >= 3 && std::memcmp(at, "\xef\xbf", 2) == 0 && quint8(at[2]) >= 0xbe;
     return isNoncharacter ? 3 : 0;

@@ -1,5 +1,8 @@
 #include "xmlrpc/XMLRPCValue.h"
 
+#include "text/TextTruth.h"
+#include "xmlrpc/ReplyScalars.h"
+
 #include <QHash>
 #include <algorithm>
 #include <limits>
@@ -10,43 +13,10 @@ static_assert(std::is_nothrow_move_constructible_v<XMLRPCValue>, "lists of value
 namespace {
 constexpr qsizetype FewMembers = 32; // below this a linear search beats a hash
 
-bool isBlank(QChar c)
+qint64 leadingInteger(const QString &text)
 {
-    return c.isSpace();
-}
-
-qint64 leadingInteger(QStringView text)
-{
-    qsizetype at = 0;
-    while (at < text.size() && isBlank(text[at]))
-        ++at;
-    const bool negative = at < text.size() && text[at] == u'-';
-    if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
-        ++at;
-    constexpr qint64 Limit = std::numeric_limits<qint64>::max();
-    qint64 number = 0;
-    for (; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at) {
-        const int digit = text[at].unicode() - u'0';
-        if (number > (Limit - digit) / 10)
-            return negative ? -Limit : Limit;
-        number = number * 10 + digit;
-    }
-    return negative ? -number : number;
-}
-
-bool readsTrue(QStringView text)
-{
-    qsizetype at = 0;
-    while (at < text.size() && isBlank(text[at]))
-        ++at;
-    if (at < text.size() && (text[at] == u'-' || text[at] == u'+'))
-        ++at;
-    while (at < text.size() && text[at] == u'0')
-        ++at;
-    if (at == text.size())
-        return false;
-    const QChar c = text[at];
-    return (c >= u'1' && c <= u'9') || QStringView(u"YyTt").contains(c);
+    const QByteArray utf8 = text.trimmed().toUtf8();
+    return ReplyScalars::integer({utf8.constData(), size_t(utf8.size())});
 }
 
 qint64 truncated(double number)
