@@ -94,7 +94,7 @@ void BlogConnection::connectWithLogin()
         m_connected = m_parts.state.wordpressService;
     // When this fails the new service stays the current one, although the selected account is still the earlier blog.
     // Meant was to return to the earlier service, as giving up does.
-    m_connecting = m_parts.services.serviceForURL(QUrl(u"%1/xmlrpc.php"_qs.arg(m_parts.state.blogURL)));
+    m_connecting = m_parts.services.serviceForURL(ZLWordpressService::apiURLOfBlog(m_parts.state.blogURL));
     m_connecting->username = m_username;
     m_connecting->password = m_password;
     m_currentBlog.replaceService(m_connecting);

@@ -58,7 +58,7 @@ void CurrentBlog::pointServiceAtCurrentAccount()
         return;
     const AccountPtr account = m_parts.state.selectedAccount;
     service->cleanData();
-    service->changeApiURL(QUrl(u"%1/xmlrpc.php"_qs.arg(account->url)));
+    service->changeApiURL(ZLWordpressService::apiURLOfBlog(account->url));
     service->username = account->name;
     service->readPassword(account);
     service->blogName = m_parts.state.blogName;

@@ -61,7 +61,7 @@ QStringList keychainItems(const QList<AccountPtr> &accounts)
 ServicePtr serviceWithoutPassword(Collaborators &c)
 {
     const AccountPtr account = c.state.selectedAccount;
-    ServicePtr service = c.services.serviceForURL(QUrl(account->url + u"/xmlrpc.php"_qs));
+    ServicePtr service = c.services.serviceForURL(ZLWordpressService::apiURLOfBlog(account->url));
     service->account = account;
     service->username = account->name;
     service->blogName = account->alias();

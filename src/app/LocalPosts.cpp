@@ -1,6 +1,7 @@
 #include "app/LocalPosts.h"
 
 #include "model/LocalFileURL.h"
+#include "model/PostSync.h"
 #include "text/BlankContent.h"
 #include "text/RandomString.h"
 
@@ -63,7 +64,7 @@ void LocalPosts::createNewPost()
         ZLLog(u"no folder for a new post of %1"_qs.arg(m_state.blogName));
         return;
     }
-    const QString path = folder + u"/post.zalmo"_qs;
+    const QString path = PostSync::postPath(folder);
     if (const Result<void> saved = post->saveAtPath(path); !saved) {
         ZLLog(saved.error().description);
         return;

@@ -1,6 +1,7 @@
 #include "app/PublicationOutcomes.h"
 
 #include "model/LocalFileURL.h"
+#include "model/PostSync.h"
 
 #include <QPointer>
 
@@ -185,7 +186,7 @@ QCoro::Task<void> PublicationOutcomes::storeRemoteState(Finished finished)
 
 void PublicationOutcomes::moveDocument(const DocumentPtr &document, const Finished &finished)
 {
-    const QUrl newURL = QUrl::fromLocalFile(finished.home + u"/post.zalmo"_qs);
+    const QUrl newURL = QUrl::fromLocalFile(PostSync::postPath(finished.home));
     // The row takes the new address even when the move fails, and then points to no file until the list is rebuilt.
     // Meant was the address where the file really is; it lies untouched where it was.
     finished.row->localFile = newURL;

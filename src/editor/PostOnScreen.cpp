@@ -1,6 +1,7 @@
 #include "editor/PostOnScreen.h"
 
 #include "model/LocalFileURL.h"
+#include "model/PostSync.h"
 #include "platform/ZLLog.h"
 #include "text/RandomString.h"
 
@@ -115,7 +116,7 @@ QUrl PostOnScreen::newFileURL() const
 {
     // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
     // save or publish.
-    return QUrl::fromLocalFile(m_host.postPathForPostId(genRandString(idLength)) + QStringLiteral("/post.zalmo"));
+    return QUrl::fromLocalFile(PostSync::postPath(m_host.postPathForPostId(genRandString(idLength))));
 }
 
 LocalPostPtr PostOnScreen::writeFirstVersion(const PostPtr &post)

@@ -1,6 +1,7 @@
 #include "mainwindow/PostCopier.h"
 
 #include "app/ZLAppDelegate.h"
+#include "model/PostSync.h"
 #include "platform/ZLLog.h"
 #include "text/RandomString.h"
 
@@ -12,7 +13,7 @@ static QUrl copiedFile(ZLAppDelegate &app, const LocalPostPtr &post, const QStri
     const QString folder = app.platform().files.postPathForBlogURL(alias, id);
     if (folder.isNull())
         return {};
-    const QString target = u"%1/post.zalmo"_qs.arg(folder);
+    const QString target = PostSync::postPath(folder);
     QFile source(post->localFile.toLocalFile());
     if (!source.copy(target)) {
         ZLLog(source.errorString());

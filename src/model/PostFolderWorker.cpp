@@ -1,6 +1,8 @@
 #include "model/PostFolderWorker.h"
 
 #include "model/DirectoryEntries.h"
+#include "model/PostSync.h"
+#include "platform/ZLAtomicFile.h"
 #include "platform/ZLLog.h"
 
 #include <QFile>
@@ -14,10 +16,9 @@ using Stamp = PostFolderReader::Stamp;
 using KeptPtr = PostFolderReader::KeptPtr;
 
 namespace {
-constexpr off_t largestFile = 64LL * 1024 * 1024;
-constexpr QByteArrayView postName("post.zalmo");
-constexpr QByteArrayView solvedName("conflict-solved.zalmo");
-constexpr QByteArrayView conflictName("conflict.zalmo");
+constexpr QByteArrayView postName(PostSync::postName);
+constexpr QByteArrayView solvedName(PostSync::conflictSolvedName);
+constexpr QByteArrayView conflictName(PostSync::conflictName);
 
 /// A file descriptor that closes itself.
 class Descriptor {
@@ -168,7 +169,7 @@ bool PostFolderWorker::load(int directory, const QByteArray &name, Stamp &stamp)
     if (fstat(file, &status) != 0)
         return false;
     stamp = Stamp(status);
-    if (!S_ISREG(status.st_mode) || status.st_size > largestFile) {
+    if (!S_ISREG(status.st_mode) || status.st_size > ZLAtomicFile::largestFile) {
         errno = S_ISREG(status.st_mode) ? EFBIG : EINVAL;
         return false;
     }

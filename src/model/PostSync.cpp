@@ -1,7 +1,11 @@
 #include "model/PostSync.h"
 
 namespace {
-const QLatin1String postName("post.zalmo");
+/// The file of this name beside a "post.zalmo".
+QString beside(const QString &path, const char *name)
+{
+    return path.chopped(qsizetype(std::size(PostSync::postName)) - 1) + QLatin1String(name);
+}
 
 /// Strictly newer. A remote post without a date is not; a file without one is older than any date.
 bool isNewer(const QDateTime &remote, const QDateTime &local)
@@ -30,15 +34,20 @@ PostSync::Effect PostSync::decide(
 
 bool PostSync::isPostPath(const QString &path)
 {
-    return path.endsWith(postName);
+    return path.endsWith(QLatin1String(postName));
+}
+
+QString PostSync::postPath(const QString &folder)
+{
+    return folder + u'/' + QLatin1String(postName);
 }
 
 QString PostSync::conflictPath(const QString &path)
 {
-    return path.chopped(postName.size()) + QLatin1String("conflict.zalmo");
+    return beside(path, conflictName);
 }
 
 QString PostSync::conflictSolvedPath(const QString &path)
 {
-    return path.chopped(postName.size()) + QLatin1String("conflict-solved.zalmo");
+    return beside(path, conflictSolvedName);
 }

@@ -17,6 +17,13 @@ constexpr int currentVersion = 3;
 
 Effect decide(const QDateTime &remote, const QDateTime &local, const ZLFileInfo &file, const QString &path);
 
+// The files of a post's folder.
+inline constexpr char postName[] = "post.zalmo";
+inline constexpr char conflictName[] = "conflict.zalmo";
+inline constexpr char conflictSolvedName[] = "conflict-solved.zalmo";
+
+/// "post.zalmo" in the folder of a post.
+QString postPath(const QString &folder);
 /// The twin of a "post.zalmo".
 QString conflictPath(const QString &path);
 QString conflictSolvedPath(const QString &path);

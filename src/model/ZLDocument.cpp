@@ -3,6 +3,7 @@
 #include "model/FilesAside.h"
 #include "model/LocalFileURL.h"
 #include "model/PostFile.h"
+#include "model/PostSync.h"
 #include "model/ZLFileExtension.h"
 #include "platform/ZLAtomicFile.h"
 #include "platform/ZLLog.h"
@@ -272,7 +273,7 @@ Result<void> ZLDocument::giveWay()
         return failure(QStringLiteral("ZLFile"), 1,
             QStringLiteral("Could not replace the file “%1”: %2").arg(path, file.errorString()));
     }
-    const QString copy = QFileInfo(path).path() + QStringLiteral("/conflict-solved.zalmo");
+    const QString copy = QFileInfo(path).path() + u'/' + QLatin1String(PostSync::conflictSolvedName);
     if (QFileInfo::exists(copy))
         return setAside(QStringLiteral(".kept"));
     if (const Result<void> moved = FilesAside::move(path, copy); !moved)

@@ -87,10 +87,10 @@ Result<void> ZLWordpressPost::saveAtPath(const QString &path, const QString &)
     if (path.isEmpty() || folder == QLatin1String(".") || folder == QLatin1String("/"))
         return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("There is no place for the post “%1”").arg(title));
     QByteArray data;
-    if (path.endsWith(QLatin1String("conflict.zalmo"))) {
+    if (path.endsWith(QLatin1String(PostSync::conflictName))) {
         const ZLFileInfo fresh;
         data = generateXMLDataFileInfo(&fresh);
-    } else if (path.endsWith(QLatin1String("conflict-solved.zalmo"))) {
+    } else if (path.endsWith(QLatin1String(PostSync::conflictSolvedName))) {
         const ZLFileInfo solved{QStringLiteral("conflict-solved"), {}};
         data = generateXMLDataFileInfo(&solved);
     } else {

@@ -1,5 +1,6 @@
 #include "wordpress/BlogPostSync.h"
 
+#include "model/PostSync.h"
 #include "platform/ZLLog.h"
 #include "wordpress/SyncGroup.h"
 #include "wordpress/ZLWordpressService.h"
@@ -81,7 +82,7 @@ void BlogPostSync::write(ZLWordpressPost &post, const QString &blogName)
         return;
     }
     const QString type = QStringLiteral("zalmo");
-    const QString path = folder + QLatin1String("/post.zalmo");
+    const QString path = PostSync::postPath(folder);
     const Result<void> written = QFileInfo::exists(path)
         ? post.syncWithPostAtPath(path, type, m_environment.currentDocument ? m_environment.currentDocument() : nullptr)
         : post.saveAtPath(path, type);

@@ -43,7 +43,7 @@ ZLWordpressService::ZLWordpressService(const QUrl &apiURL, const ZLServiceEnviro
 
 ZLWordpressService::ZLWordpressService(
     const AccountPtr &account, const ZLServiceEnvironment &environment, QObject *parent)
-    : ZLWordpressService(QUrl(account->url + QLatin1String("/xmlrpc.php")), environment, parent)
+    : ZLWordpressService(apiURLOfBlog(account->url), environment, parent)
 {
     this->account = account;
     username = account->name;
@@ -52,6 +52,11 @@ ZLWordpressService::ZLWordpressService(
 }
 
 ZLWordpressService::~ZLWordpressService() = default;
+
+QUrl ZLWordpressService::apiURLOfBlog(const QString &blogURL)
+{
+    return QUrl(blogURL + QLatin1String("/xmlrpc.php"));
+}
 
 QUrl ZLWordpressService::blogApiURL() const
 {

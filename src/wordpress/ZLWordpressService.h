@@ -47,6 +47,8 @@ public:
     ZLWordpressServiceDelegate *delegate = nullptr;
     bool isGeneratingPreview = false;
 
+    /// Where the blog of this address takes its calls.
+    static QUrl apiURLOfBlog(const QString &blogURL);
     QUrl blogApiURL() const;
     /// Later calls go there. Posts whose pictures are still on their way to the earlier blog are not sent at all, which
     /// is told.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "xmlrpc/XMLRPCConnectionManager.h"
+#include "xmlrpc/XMLRPCEventBasedParser.h"
 
 #include <QNetworkReply>
 #include <QTimer>
@@ -15,7 +16,7 @@
 class XMLRPCConnection : public QObject {
     Q_OBJECT
 public:
-    static constexpr qint64 MaximumReplySize = 64LL * 1024 * 1024;
+    static constexpr qint64 MaximumReplySize = XMLRPCEventBasedParser::MaximumSize;
     static constexpr int MaximumRedirects = 10;
     /// Whether to send the document on: it carries the password, which must not leave an encrypted road.
     static bool mayRedirect(const QUrl &from, const QUrl &target);
