@@ -1,6 +1,6 @@
 #include "WindowFixture.h"
 #include "mainwindow/PostContextMenu.h"
-#include "support/TestClasses.h"
+#include "support/Files.h"
 
 namespace {
 
@@ -28,16 +28,7 @@ class ContextMenuTest : public QObject {
 private Q_SLOTS:
     void namesTheActions_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<bool>("published");
-        QTest::addColumn<bool>("linked");
-        QTest::addColumn<QString>("publish");
-        QTest::addColumn<QString>("save");
-        const auto row = [](const char *name, int status, bool published, bool linked, const char *publish,
-                             const char *save) {
-            QTest::newRow(name) << status << published << linked << QString::fromLatin1(publish)
-                                << QString::fromLatin1(save);
-        };
+        const TestTable<int, bool, bool, QString, QString> row({"status", "published", "linked", "publish", "save"});
         row("published", 0, true, false, "Update", "Move to drafts");
         row("published, changed", 4, true, false, "Update", "Move to drafts");
         row("published, linked", 0, true, true, "Update", "Move to Evernote");
@@ -99,11 +90,9 @@ private Q_SLOTS:
         f.seedAccount(u"Tom & Eve"_qs, f.blog.url());
         f.launch();
         f.list().delegate = &f.compose;
-        QVERIFY(f.row(u"Here"_qs));
-        const QByteArray original = [&] {
-            QFile file(f.row(u"Here"_qs)->localFile.toLocalFile());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        }();
+        const QString here = f.files.postPathForBlogURL(u"Ada"_qs, u"940"_qs) + u"/post.zalmo"_qs;
+        QCOMPARE(f.row(u"Here"_qs)->localFile.toLocalFile(), here);
+        const QByteArray original = contentsOf(here);
 
         const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
         const QMenu *blogs = item(*menu, u"Copy to Blog"_qs)->menu();
@@ -119,9 +108,7 @@ private Q_SLOTS:
         QCOMPARE((*document)->postInfo.status, u"new"_qs);
         QCOMPARE((*document)->postInfo.id.size(), 8);
         QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg((*document)->postInfo.id)));
-        QFile file(f.files.postPathForBlogURL(u"Ada"_qs, u"940"_qs) + u"/post.zalmo"_qs);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), original);
+        QCOMPARE(contentsOf(here), original);
     }
 };
 

@@ -2,7 +2,6 @@
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
 #include "mainwindow/ZLSelectorView.h"
-#include "support/TestClasses.h"
 #include "widgets/ZLSheetHost.h"
 
 #include <QAction>
@@ -15,17 +14,16 @@ class MainWindowTest : public QObject {
 private Q_SLOTS:
     void validatesTheMenu_data()
     {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<QStringList>("off");
+        const TestTable<QString, QStringList> row({"state", "off"});
         const QStringList needBlog{u"newPostItem"_qs, u"postListMenuItem"_qs, u"refreshPostListMenuItem"_qs,
             u"deletePostMenuItem"_qs, u"insertImageMenuItem"_qs, u"searchPostsMenuItem"_qs};
         const QStringList needPage{u"strikethroughMenuItem"_qs, u"orderedListMenuItem"_qs, u"unorderedListMenuItem"_qs};
         const QStringList save{u"saveMenuItem"_qs};
         const QStringList sheet{u"newBlogMenuItem"_qs};
-        QTest::newRow("no blog") << u"none"_qs << needBlog + needPage + save;
-        QTest::newRow("a blog") << u"blog"_qs << needPage;
-        QTest::newRow("a blog and a sheet") << u"sheet"_qs << needBlog + needPage + save + sheet;
-        QTest::newRow("a published post") << u"published"_qs << needPage + save;
+        row("no blog", u"none"_qs, needBlog + needPage + save);
+        row("a blog", u"blog"_qs, needPage);
+        row("a blog and a sheet", u"sheet"_qs, needBlog + needPage + save + sheet);
+        row("a published post", u"published"_qs, needPage + save);
     }
 
     void validatesTheMenu()
@@ -129,13 +127,10 @@ private Q_SLOTS:
 
     void standsInAColumnInFullScreen_data()
     {
-        QTest::addColumn<int>("window");
-        QTest::addColumn<bool>("open");
-        QTest::addColumn<int>("x");
-        QTest::addColumn<int>("width");
-        QTest::newRow("closed") << 1920 << false << 520 << 814;
-        QTest::newRow("open") << 1920 << true << 370 << 1114;
-        QTest::newRow("narrow screen") << 800 << true << 0 << 800;
+        const TestTable<int, bool, int, int> row({"window", "open", "x", "width"});
+        row("closed", 1920, false, 520, 814);
+        row("open", 1920, true, 370, 1114);
+        row("narrow screen", 800, true, 0, 800);
     }
 
     void standsInAColumnInFullScreen()

@@ -1,7 +1,6 @@
 #include "WindowFixture.h"
 #include "mainwindow/ZLPostListCellView.h"
 #include "mainwindow/ZLPostListView.h"
-#include "support/TestClasses.h"
 #include "widgets/ZLIcons.h"
 #include "widgets/ZLSyncBar.h"
 
@@ -24,6 +23,13 @@ public:
         list().delegate = &compose;
     }
 
+    /// Selects the row, and forgets what was asked of the screen for it.
+    void select(int row)
+    {
+        list().selectRow(row);
+        settle();
+        compose.takeJournal();
+    }
     QListView *table() { return list().view()->tableView(); }
     QString selectedInTable()
     {
@@ -42,60 +48,35 @@ public:
 using Act = std::function<void(ListFixture &)>;
 
 } // namespace
-Q_DECLARE_METATYPE(Act)
-
 class PostListTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void selects_data()
     {
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<QStringList>("asked");
-        QTest::addColumn<QString>("selected");
-        const auto row = [](const char *name, const Act &act, const QStringList &asked, const QString &selected) {
-            QTest::newRow(name) << act << asked << selected;
-        };
+        const TestTable<QStringList, QString, Act> row({"asked", "selected", "act"});
         const auto post = [](ListFixture &f, const char *title) { return f.row(QLatin1String(title)); };
+        const QStringList blank{u"clean"_qs, u"clean undo"_qs}, loadA{u"load A"_qs, u"clean undo"_qs};
         // Each begins with B selected and loaded.
-        row(
-            "another row", [](ListFixture &f) { f.list().selectRow(0); }, {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
-        row(
-            "the same row", [](ListFixture &f) { f.list().selectRow(1); }, {}, u"B"_qs);
-        row(
-            "by keyboard",
-            [](ListFixture &f) {
-                f.show();
-                const auto isInPlace = [&f] {
-                    return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0;
-                };
-                QTRY_VERIFY(isInPlace());
-                QTest::keyClick(f.table(), Qt::Key_Down);
-            },
-            {u"load C"_qs, u"clean undo"_qs}, u"C"_qs);
-        row(
-            "delete key", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); }, {u"do 1"_qs}, u"B"_qs);
-        row(
-            "action on another row",
-            [post](ListFixture &f) { f.list().selectPost(post(f, "C"), AwaitingAction::Delete); },
-            {u"load C and do 1"_qs, u"clean undo"_qs}, u"C"_qs);
-        row(
-            "action on this row",
-            [post](ListFixture &f) { f.list().selectPost(post(f, "B"), AwaitingAction::Publish); }, {u"do 0"_qs},
-            u"B"_qs);
-        row(
-            "without loading", [](ListFixture &f) { f.list().selectRowWithoutLoad(2); }, {}, u"C"_qs);
-        row(
-            "by file", [post](ListFixture &f) { f.list().selectPostFromLocalFileURL(post(f, "A")->localFile); },
-            {u"load A"_qs, u"clean undo"_qs}, u"A"_qs);
-        row(
-            "none", [](ListFixture &f) { f.list().deselectRow(); }, {u"clean"_qs, u"clean undo"_qs}, u"-"_qs);
-        row(
-            "another blog", [](ListFixture &f) { Q_EMIT f.app->notifications().didChangeBlog(); }, {}, u"-"_qs);
-        row(
-            "rows rebuilt", [](ListFixture &f) { f.app->reloadPostsList(); }, {}, u"B"_qs);
-        row(
-            "rows rebuilt after a sync", [](ListFixture &f) { f.list().updatePostsAndSelectPreviousPost(); }, {},
-            u"B"_qs);
+        row("another row", loadA, "A", [](ListFixture &f) { f.list().selectRow(0); });
+        row("the same row", {}, "B", [](ListFixture &f) { f.list().selectRow(1); });
+        row("by keyboard", {u"load C"_qs, u"clean undo"_qs}, "C", [](ListFixture &f) {
+            f.show();
+            const auto isInPlace = [&f] { return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0; };
+            QTRY_VERIFY(isInPlace());
+            QTest::keyClick(f.table(), Qt::Key_Down);
+        });
+        row("delete key", {u"do 1"_qs}, "B", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); });
+        row("action on another row", {u"load C and do 1"_qs, u"clean undo"_qs}, "C",
+            [post](ListFixture &f) { f.list().selectPost(post(f, "C"), AwaitingAction::Delete); });
+        row("action on this row", {u"do 0"_qs}, "B",
+            [post](ListFixture &f) { f.list().selectPost(post(f, "B"), AwaitingAction::Publish); });
+        row("without loading", {}, "C", [](ListFixture &f) { f.list().selectRowWithoutLoad(2); });
+        row("by file", loadA, "A",
+            [post](ListFixture &f) { f.list().selectPostFromLocalFileURL(post(f, "A")->localFile); });
+        row("none", blank, "-", [](ListFixture &f) { f.list().deselectRow(); });
+        row("another blog", {}, "-", [](ListFixture &f) { Q_EMIT f.app->notifications().didChangeBlog(); });
+        row("rows rebuilt", {}, "B", [](ListFixture &f) { f.app->reloadPostsList(); });
+        row("rows rebuilt after a sync", {}, "B", [](ListFixture &f) { f.list().updatePostsAndSelectPreviousPost(); });
         const auto vanish = [post](ListFixture &f, bool deletesFile) {
             const LocalPostPtr row = post(f, "B");
             f.app->removePost(row);
@@ -103,20 +84,15 @@ private Q_SLOTS:
                 QVERIFY(QFile::remove(row->localFile.toLocalFile()));
             f.list().updatePostsAndSelectPreviousPost();
         };
-        row(
-            "file gone after a sync", [vanish](ListFixture &f) { vanish(f, true); }, {u"clean"_qs, u"clean undo"_qs},
-            u"-"_qs);
-        row(
-            "kept from another blog", [vanish](ListFixture &f) { vanish(f, false); }, {}, u"-"_qs);
+        row("file gone after a sync", blank, "-", [vanish](ListFixture &f) { vanish(f, true); });
+        row("kept from another blog", {}, "-", [vanish](ListFixture &f) { vanish(f, false); });
     }
 
     void selects()
     {
         QFETCH(Act, act);
         ListFixture f;
-        f.list().selectRow(1);
-        f.settle();
-        f.compose.takeJournal();
+        f.select(1);
 
         act(f);
         f.settle();
@@ -130,9 +106,7 @@ private Q_SLOTS:
     void followsAMovedFile()
     {
         ListFixture f;
-        f.list().selectRow(0);
-        f.settle();
-        f.compose.takeJournal();
+        f.select(0);
 
         // An upload has given the post its number: same place in the list, another file.
         const QUrl before = f.row(u"A"_qs)->localFile;
@@ -164,20 +138,16 @@ private Q_SLOTS:
 
     void leavesADeletedPost_data()
     {
-        QTest::addColumn<QString>("deleted");
-        QTest::addColumn<QStringList>("asked");
-        QTest::addColumn<QString>("selected");
-        QTest::newRow("on the screen") << u"B"_qs << QStringList{u"clean"_qs, u"clean undo"_qs} << u"-"_qs;
-        QTest::newRow("another one") << u"A"_qs << QStringList{} << u"B"_qs;
+        const TestTable<QString, QStringList, QString> row({"deleted", "asked", "selected"});
+        row("on the screen", u"B"_qs, {u"clean"_qs, u"clean undo"_qs}, u"-"_qs);
+        row("another one", u"A"_qs, {}, u"B"_qs);
     }
 
     void leavesADeletedPost()
     {
         QFETCH(QString, deleted);
         ListFixture f;
-        f.list().selectRow(1);
-        f.settle();
-        f.compose.takeJournal();
+        f.select(1);
         f.app->removeLocalPostFromList(f.row(deleted));
         f.settle();
         QTEST(f.compose.takeJournal(), "asked");
@@ -187,20 +157,18 @@ private Q_SLOTS:
 
     void keepsTheRowCurrentWhileTyping_data()
     {
-        QTest::addColumn<int>("before");
-        QTest::addColumn<int>("after");
-        QTest::newRow("published") << 0 << 4;
-        QTest::newRow("scheduled") << 8 << 4;
-        QTest::newRow("new stays new") << 3 << 3;
-        QTest::newRow("solved stays solved") << 6 << 6;
+        const TestTable<int, int> row({"before", "after"});
+        row("published", 0, 4);
+        row("scheduled", 8, 4);
+        row("new stays new", 3, 3);
+        row("solved stays solved", 6, 6);
     }
 
     void keepsTheRowCurrentWhileTyping()
     {
         QFETCH(int, before);
         ListFixture f;
-        f.list().selectRow(1);
-        f.settle();
+        f.select(1);
         const LocalPostPtr row = f.row(u"B"_qs);
 
         row->status = before;
@@ -227,9 +195,7 @@ private Q_SLOTS:
     void searches()
     {
         ListFixture f({u"Bread"_qs, u"Tram bells"_qs, u"More BREAD"_qs});
-        f.list().selectRow(1);
-        f.settle();
-        f.compose.takeJournal();
+        f.select(1);
         QLineEdit *field = f.list().view()->searchPostsField();
 
         QTest::keyClicks(field, u"bread"_qs);
@@ -252,14 +218,11 @@ private Q_SLOTS:
 
     void showsSomethingForEveryRow_data()
     {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("shownTitle");
-        QTest::addColumn<QString>("shownDetail");
-        QTest::newRow("text") << u"T"_qs << u"<p>One<br>two&nbsp;three</p>"_qs << u"T"_qs << u"Onetwo three"_qs;
-        QTest::newRow("entities") << u"T"_qs << u"<p>Fish &amp; chips</p>"_qs << u"T"_qs << u"Fish & chips"_qs;
-        QTest::newRow("nothing") << QString() << QString() << u"No title"_qs << u"No content"_qs;
-        QTest::newRow("only a picture") << u"T"_qs << u"<img src=\"a.png\">"_qs << u"T"_qs << u"No content"_qs;
+        const TestTable<QString, QString, QString, QString> row({"title", "content", "shownTitle", "shownDetail"});
+        row("text", u"T"_qs, u"<p>One<br>two&nbsp;three</p>"_qs, u"T"_qs, u"Onetwo three"_qs);
+        row("entities", u"T"_qs, u"<p>Fish &amp; chips</p>"_qs, u"T"_qs, u"Fish & chips"_qs);
+        row("nothing", {}, {}, u"No title"_qs, u"No content"_qs);
+        row("only a picture", u"T"_qs, u"<img src=\"a.png\">"_qs, u"T"_qs, u"No content"_qs);
     }
 
     void showsSomethingForEveryRow()

@@ -1,5 +1,4 @@
 #include "WindowFixture.h"
-#include "support/TestClasses.h"
 #include "widgets/ZLSheetHost.h"
 
 #include <QApplication>
@@ -104,17 +103,14 @@ private Q_SLOTS:
 
     void answersAlerts_data()
     {
-        QTest::addColumn<QStringList>("buttons");
-        QTest::addColumn<QList<int>>("keys");
-        QTest::addColumn<int>("answer");
+        const TestTable<QStringList, QList<int>, int> row({"buttons", "keys", "answer"});
         const QStringList cancel{u"Ok"_qs, u"Cancel"_qs};
-        QTest::newRow("return") << cancel << QList<int>{Qt::Key_Return} << 0;
-        QTest::newRow("escape is cancel") << cancel << QList<int>{Qt::Key_Escape} << 1;
-        QTest::newRow("escape without cancel")
-            << QStringList{u"Ok"_qs, u"Need Help?"_qs} << QList<int>{Qt::Key_Escape} << 0;
-        QTest::newRow("tab to the second") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Return} << 1;
-        QTest::newRow("tab around") << cancel << QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space} << 0;
-        QTest::newRow("the window goes") << cancel << QList<int>{} << -1;
+        row("return", cancel, QList<int>{Qt::Key_Return}, 0);
+        row("escape is cancel", cancel, QList<int>{Qt::Key_Escape}, 1);
+        row("escape without cancel", {u"Ok"_qs, u"Need Help?"_qs}, QList<int>{Qt::Key_Escape}, 0);
+        row("tab to the second", cancel, QList<int>{Qt::Key_Tab, Qt::Key_Return}, 1);
+        row("tab around", cancel, QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}, 0);
+        row("the window goes", cancel, QList<int>{}, -1);
     }
 
     void answersAlerts()

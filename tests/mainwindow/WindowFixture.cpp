@@ -9,8 +9,6 @@ WindowFixture::WindowFixture()
     reachability.reachable = false; // no sync unless a test asks for one
 }
 
-WindowFixture::~WindowFixture() = default;
-
 void WindowFixture::seedPost(const QString &alias, const ZLWordpressPost &post)
 {
     ZLWordpressPost written(post);

@@ -4,8 +4,7 @@
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLPostListViewController.h"
 #include "support/FakePlatform.h"
-
-#include <QTest>
+#include "support/TestClasses.h"
 
 /// The compose screen as the post list drives it: a journal of what was asked.
 class FakeCompose : public ZLPostListViewControllerDelegate {
@@ -35,7 +34,6 @@ public:
 class WindowFixture : public FakePlatform {
 public:
     WindowFixture();
-    ~WindowFixture();
 
     /// Writes a post file of the blog; the first one written is the newest row.
     void seedPost(const QString &alias, const ZLWordpressPost &post);

@@ -5,7 +5,6 @@
 #include "platform/ZLFileManager.h"
 #include "support/ManualClock.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 /// The rest of the program, as far as the compose screen asks for it: real documents in a temporary folder, a pretended
@@ -19,10 +18,10 @@ public:
     };
 
     FakeComposeHost()
-        : files(folder.filePath(QStringLiteral("data")), folder.filePath(QStringLiteral("cache")))
+        : files(folder.filePath(u"data"_qs), folder.filePath(u"cache"_qs))
         , account(std::make_shared<Account>())
     {
-        account->blog_name = QStringLiteral("Blog");
+        account->blog_name = u"Blog"_qs;
         account->preferences = std::make_shared<AccountPreferences>();
     }
 
@@ -70,7 +69,7 @@ public:
         post.title = title;
         post.content = content;
         post.createdAt = post.updatedAt = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5), Qt::UTC);
-        const QString path = files.postPathForBlogURL(getBlogName(), id) + QStringLiteral("/post.zalmo");
+        const QString path = files.postPathForBlogURL(getBlogName(), id) + u"/post.zalmo"_qs;
         if (!post.saveAtPath(path))
             return nullptr;
         rows.prepend(ZLLocalPostRepresentation::initWithContentsOfFileURL(QUrl::fromLocalFile(path), clock.now()));

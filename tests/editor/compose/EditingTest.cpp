@@ -1,5 +1,4 @@
 #include "ComposeFixture.h"
-#include "support/TestClasses.h"
 
 namespace {
 enum Edit { Title, Content, Tokens };
@@ -26,12 +25,6 @@ QString expected(int what)
     return QStringList{"New title", "<p>New text</p>", "News,#qt"}.at(what);
 }
 
-void addEditColumns()
-{
-    QTest::addColumn<int>("what");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("fileStatus");
-}
 } // namespace
 
 class EditingTest : public QObject {
@@ -39,21 +32,20 @@ class EditingTest : public QObject {
 private Q_SLOTS:
     void writesToTheFile_data()
     {
-        addEditColumns();
-        QTest::newRow("title of a new post") << int(Title) << 0 << "new";
-        QTest::newRow("title of a draft") << int(Title) << 1 << "modified";
-        QTest::newRow("content of a new post") << int(Content) << 0 << "new";
-        QTest::newRow("content of a published post") << int(Content) << 2 << "modified";
-        QTest::newRow("content of a note") << int(Content) << 3 << "modified";
-        QTest::newRow("tokens alone mark nothing") << int(Tokens) << 2 << "";
+        const TestTable<int, int, QString> row({"what", "status", "fileStatus"});
+        row("title of a new post", Title, 0, "new");
+        row("title of a draft", Title, 1, "modified");
+        row("content of a new post", Content, 0, "new");
+        row("content of a published post", Content, 2, "modified");
+        row("content of a note", Content, 3, "modified");
+        row("tokens alone mark nothing", Tokens, 2, "");
     }
 
     void writesToTheFile()
     {
         QFETCH(int, what);
         QFETCH(int, status);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(status));
+        ComposeFixture screen(status);
         edit(screen, what);
         QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
         QCOMPARE(screen.view.saveState, "Saving…");
@@ -69,11 +61,10 @@ private Q_SLOTS:
 
     void opensTheFileAgain_data()
     {
-        addEditColumns();
-        QTest::addColumn<int>("rowStatus");
-        QTest::newRow("title of a draft") << int(Title) << 1 << "modified" << 1;
-        QTest::newRow("content of a solved conflict") << int(Content) << 1 << "" << 6;
-        QTest::newRow("tokens mark it on this road") << int(Tokens) << 2 << "modified" << 0;
+        const TestTable<int, int, QString, int> row({"what", "status", "fileStatus", "rowStatus"});
+        row("title of a draft", Title, 1, "modified", 1);
+        row("content of a solved conflict", Content, 1, "", 6);
+        row("tokens mark it on this road", Tokens, 2, "modified", 0);
     }
 
     void opensTheFileAgain()
@@ -81,8 +72,7 @@ private Q_SLOTS:
         QFETCH(int, what);
         QFETCH(int, status);
         QFETCH(int, rowStatus);
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(status));
+        ComposeFixture screen(status);
         screen.post()->localPost->status = rowStatus;
         screen.controller->currentDocument()->close(); // as an outcome does
         QVERIFY(!screen.controller->currentDocument());
@@ -95,10 +85,10 @@ private Q_SLOTS:
 
     void givesABlankPostItsFile_data()
     {
-        QTest::addColumn<int>("what");
-        QTest::newRow("title") << int(Title);
-        QTest::newRow("content") << int(Content);
-        QTest::newRow("tokens") << int(Tokens);
+        const TestTable<int> row({"what"});
+        row("title", int(Title));
+        row("content", int(Content));
+        row("tokens", int(Tokens));
     }
 
     void givesABlankPostItsFile()
@@ -176,8 +166,7 @@ private Q_SLOTS:
 
     void goesIntoThePostThatWasEdited()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         const LocalPostPtr one = screen.post()->localPost;
         const LocalPostPtr two = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
         const int ownerOfOne = screen.page.owner;
@@ -223,8 +212,7 @@ private Q_SLOTS:
 
     void keepsTheTextWhenTheDiskFails()
     {
-        ComposeFixture screen;
-        QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        ComposeFixture screen(ZLWordpressPost::Draft);
         const LocalPostPtr row = screen.post()->localPost;
         const QString file = row->localFile.toLocalFile();
         QVERIFY(QFile::rename(file, file + ".aside"));
@@ -244,18 +232,11 @@ private Q_SLOTS:
 
     void tellsWhetherANewPostIsNeeded_data()
     {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<bool>("needed");
-        QTest::newRow("blank") << 0 << ""
-                               << "" << false;
-        QTest::newRow("with a title") << 0 << "T"
-                                      << "" << true;
-        QTest::newRow("with content") << 0 << ""
-                                      << "<p>x</p>" << true;
-        QTest::newRow("empty draft") << 1 << ""
-                                     << "" << true;
+        const TestTable<int, QString, QString, bool> row({"status", "title", "body", "needed"});
+        row("blank", 0, "", "", false);
+        row("with a title", 0, "T", "", true);
+        row("with content", 0, "", "<p>x</p>", true);
+        row("empty draft", 1, "", "", true);
     }
 
     void tellsWhetherANewPostIsNeeded()
@@ -276,16 +257,14 @@ private Q_SLOTS:
 
     void linksTheSelection_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("linked");
-        QTest::newRow("bare host") << "example.org/a"
-                                   << "http://example.org/a";
-        QTest::newRow("http") << "http://example.org"
-                              << "http://example.org";
-        QTest::newRow("https") << "https://example.org"
-                               << "https://example.org";
-        QTest::newRow("nothing") << ""
-                                 << "http://";
+        addColumns<QString, QString>({"typed", "linked"});
+        const auto row = [](const QString &typed, const QString &linked) {
+            QTest::newRow(qPrintable(typed)) << typed << linked;
+        };
+        row("example.org/a", "http://example.org/a");
+        row("http://example.org", "http://example.org");
+        row("https://example.org", "https://example.org");
+        row("", "http://");
     }
 
     void linksTheSelection()
