@@ -60,6 +60,9 @@ void UploadOutcome::didFailToUploadPost(const PostPtr &post)
 {
     m_parts.overlay.removePostFromLoadingList(post->id);
     const PostPtr onScreen = m_parts.screen.post();
-    if (onScreen == post || UploadOverlay::matches(*onScreen, *post))
-        m_parts.overlay.hideLoadingView();
+    if (onScreen != post && !UploadOverlay::matches(*onScreen, *post))
+        return;
+    m_parts.overlay.hideLoadingView();
+    // Not every failure comes with an alert.
+    m_parts.view.setSaveState(QStringLiteral("Not sent to the blog"));
 }

@@ -209,8 +209,14 @@ void ReplyDispatch::publishDraftPost(const Call &call, const XMLRPCValue &object
     Q_EMIT notifications.didUpdatePost(post, {});
 }
 
-void ReplyDispatch::deletePost(const Call &call, const XMLRPCValue &)
+void ReplyDispatch::deletePost(const Call &call, const XMLRPCValue &object)
 {
+    // It may be a refusal that broke off, and the file on this computer would go for it.
+    if (object.isAbsent())
+        return tellFailure(call,
+            {QStringLiteral("Response error"), 0,
+                QStringLiteral("The blog's answer could not be read, so the post is kept on this computer. Please look "
+                               "whether the blog has deleted it, and try again.")});
     delegate().didDeletePost(&m_service, call.additionalInfo.processingPost); // whatever the blog answered
 }
 

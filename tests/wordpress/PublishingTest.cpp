@@ -218,6 +218,9 @@ private Q_SLOTS:
         f.blog.answerWith(u"wp.deletePost"_qs, false);
         f.service->deletePost(post);
         QTRY_COMPARE(f.journal().size(), 2); // told as done, whatever the answer says
+        f.blog.answerCut(u"wp.deletePost"_qs, 60);
+        f.service->deletePost(post);
+        QTRY_COMPARE(f.journal().last(), u"request 5 failed: Response error 0"_qs);
     }
 
     void makesAndRemovesAPreview()
