@@ -77,8 +77,15 @@ void BlogConnection::tryLogin(const QString &username, const QString &password)
 void BlogConnection::didPressedCancelButtonFromWrongSheet()
 {
     m_parts.environment.windows.prompts->closeLoginErrorSheet();
+    giveUp();
+}
+
+void BlogConnection::giveUp()
+{
     if (m_parts.state.accounts.isEmpty())
         m_parts.environment.windows.prompts->showIntro();
+    else if (!m_connecting)
+        returnToSelectedAccount();
 }
 
 void BlogConnection::showLoginErrorSheet()
@@ -92,8 +99,7 @@ void BlogConnection::connectWithLogin()
         m_connecting->delegate = nullptr; // a newer try takes its place
     if (m_parts.state.wordpressService && m_parts.state.wordpressService->account)
         m_connected = m_parts.state.wordpressService;
-    // When this fails the new service stays the current one, although the selected account is still the earlier blog.
-    // Meant was to return to the earlier service, as giving up does.
+    // When this fails the new service stays the current one until the user tries again or gives up.
     m_connecting = m_parts.services.serviceForURL(ZLWordpressService::apiURLOfBlog(m_parts.state.blogURL));
     m_connecting->username = m_username;
     m_connecting->password = m_password;
@@ -128,6 +134,9 @@ void BlogConnection::returnToSelectedAccount()
     const AccountPtr account = m_parts.state.selectedAccount;
     if (account)
         m_parts.state.blogURL = account->url;
+    const ServicePtr current = m_parts.state.wordpressService;
+    if (current && current->account)
+        return; // no connection has taken its place
     if (account && (!m_connected || m_connected->account != account))
         m_connected = m_parts.services.serviceForAccount(account);
     m_currentBlog.replaceService(account ? m_connected : nullptr);

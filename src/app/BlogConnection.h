@@ -19,6 +19,8 @@ public:
     void didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password);
     void didPressedCancelButtonFromWrongSheet();
     void cancelConnecting();
+    /// The user cancelled a sheet of connecting: the selected account is the current blog again, with its service.
+    void giveUp();
 
     /// Whether this service is the one of the connection under way.
     bool isConnectingWith(const ZLWordpressService *service) const;

@@ -53,8 +53,6 @@ void LoginSheet::cancel()
         service->didCancelReconnect();
     }
     close();
-    if (m_state.accounts.isEmpty())
-        m_environment.windows.prompts->showIntro();
 }
 
 /// So that the next start asks again.

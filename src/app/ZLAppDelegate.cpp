@@ -245,6 +245,12 @@ void ZLAppDelegate::didReconnectFromLoginSheet(const QString &username, const QS
 void ZLAppDelegate::didPressedCancelButton()
 {
     d->login.cancel();
+    d->connection.giveUp();
+}
+
+void ZLAppDelegate::didPressedCancelButtonFromIntro()
+{
+    d->connection.giveUp();
 }
 
 void ZLAppDelegate::didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password)

@@ -82,6 +82,7 @@ public:
     void connectToBlogURL(const QString &typed);
     void didEntryUsernameAndPassword(const QString &username, const QString &password);
     void didReconnectFromLoginSheet(const QString &username, const QString &password); ///< its button, with a service
+    void didPressedCancelButtonFromIntro();
     void didPressedCancelButton(); ///< login sheet, for a new blog or to log in again
     void didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password);
     void didPressedCancelButtonFromWrongSheet();

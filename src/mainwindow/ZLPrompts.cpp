@@ -60,7 +60,10 @@ ZLIntroWindowController *ZLPrompts::intro()
             m_host.endSheet(m_intro);
             m_app.connectToBlogURL(m_intro->blogURL());
         });
-        connect(m_intro, &ZLIntroWindowController::didClickCancel, this, [this] { m_host.endSheet(m_intro); });
+        connect(m_intro, &ZLIntroWindowController::didClickCancel, this, [this] {
+            m_host.endSheet(m_intro);
+            m_app.didPressedCancelButtonFromIntro();
+        });
     }
     return m_intro;
 }

@@ -165,6 +165,45 @@ private Q_SLOTS:
         QCOMPARE(fixture.app().accounts().size(), 1);
     }
 
+    void cancellingASheetReturnsToTheEarlierBlog_data()
+    {
+        QTest::addColumn<int>("fault"); // of the connection; 0: none is tried
+        QTest::addColumn<QString>("sheet");
+        QTest::newRow("intro after a failure") << 405 << u"intro"_qs;
+        QTest::newRow("login sheet") << 0 << u"login"_qs;
+        QTest::newRow("login sheet after a failure") << 405 << u"login"_qs;
+        QTest::newRow("error sheet after a refusal") << 403 << u"login error"_qs;
+    }
+
+    void cancellingASheetReturnsToTheEarlierBlog()
+    {
+        QFETCH(int, fault);
+        QFETCH(QString, sheet);
+        AppFixture fixture;
+        FakeBlog other(u"other.test"_qs);
+        fixture.network.addHost(other.host(), other);
+        other.answerWithFault(u"wp.getOptions"_qs, fault, u"refused"_qs);
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.launch();
+        ZLWordpressService *const before = fixture.app().wordpressService();
+
+        fixture.app().connectToBlogURL(other.url());
+        if (fault) {
+            fixture.app().didEntryUsernameAndPassword(u"ada"_qs, u"secret"_qs);
+            QTRY_VERIFY(!fixture.prompts.isConnecting);
+        }
+        if (sheet == u"intro") {
+            fixture.app().didPressedCancelButtonFromIntro();
+        } else if (sheet == u"login") {
+            fixture.app().connectToBlogURL(other.url());
+            fixture.app().didPressedCancelButton();
+        } else {
+            fixture.app().didPressedCancelButtonFromWrongSheet();
+        }
+        QCOMPARE(fixture.app().wordpressService(), before);
+        QCOMPARE(fixture.app().blogURL(), QUrl(fixture.blog.url()));
+    }
+
     void goesToTheBlogThatAnswers()
     {
         AppFixture fixture;
