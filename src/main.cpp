@@ -7,6 +7,5 @@ int main(int argc, char **argv)
     ZLProgram::prepare();
     QApplication application(argc, argv);
     ZLProgram program;
-    program.start();
-    return QApplication::exec();
+    return program.start() ? QApplication::exec() : 0;
 }

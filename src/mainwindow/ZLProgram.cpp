@@ -34,6 +34,7 @@ ZLProgram::ZLProgram()
 ZLProgram::ZLProgram(const Options &options)
     : m_fonts(std::async(std::launch::async, [] { QFontDatabase::families(); }))
     , m_files(ZLFileManager::forUser())
+    , m_instance(m_files.applicationSupportDirectory())
     , m_defaults(m_files.applicationSupportDirectory() + u"/preferences.ini"_qs)
     , m_keychain(makeSystemKeychain())
     , m_controller(platform(options))
@@ -41,6 +42,7 @@ ZLProgram::ZLProgram(const Options &options)
 {
     connect(&m_colorScheme, &DesktopColorScheme::didChange, this,
         [](bool isDark) { ZLTheme::apply(*qApp, isDark ? ZLTheme::Scheme::Dark : ZLTheme::Scheme::Light); });
+    connect(&m_instance, &SingleInstance::wasAskedToComeToFront, this, &ZLProgram::comeToFront);
     m_controller.setWindows(m_window->windows());
     m_window->installEventFilter(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
@@ -57,12 +59,22 @@ ZLPlatform ZLProgram::platform(const Options &options)
         m_workspace, m_clock, m_network, options.faviconService};
 }
 
-void ZLProgram::start()
+bool ZLProgram::start()
 {
+    if (!m_instance.acquire())
+        return false;
     m_window->winId(); // makes the handle, which hears of the first exposure
     m_window->windowHandle()->installEventFilter(this);
     m_window->show();
     QTimer::singleShot(longestWaitForPaintMs, this, &ZLProgram::launchOnce);
+    return true;
+}
+
+void ZLProgram::comeToFront()
+{
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->raise();
+    m_window->activateWindow();
 }
 
 bool ZLProgram::eventFilter(QObject *watched, QEvent *event)

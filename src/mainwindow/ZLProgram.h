@@ -3,6 +3,7 @@
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/DesktopWorkspace.h"
 #include "platform/DesktopColorScheme.h"
+#include "platform/SingleInstance.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>
@@ -27,8 +28,9 @@ public:
     explicit ZLProgram(const Options &options);
     ~ZLProgram() override;
 
-    /// Shows the window; the launch follows its first paint.
-    void start();
+    /// Shows the window; the launch follows its first paint. False: another program of this user is running, and
+    /// comes to the front instead.
+    bool start();
     ZLMainWindow &window() { return *m_window; }
     ZLAppDelegate &controller() { return m_controller; }
 
@@ -38,12 +40,14 @@ protected:
 private:
     ZLPlatform platform(const Options &options);
     void launchOnce();
+    void comeToFront();
     QCoro::Task<void> launch();
     /// Saves, asks when that fails, and ends the event loop unless the user wants to stay.
     QCoro::Task<void> quit();
 
     std::future<void> m_fonts; ///< being looked up while the rest is made
     ZLFileManager m_files;
+    SingleInstance m_instance;
     ZLDefaults m_defaults;
     ZLKeychain m_keychain;
     QNetworkAccessManager m_network;

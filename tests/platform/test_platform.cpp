@@ -1,3 +1,4 @@
+#include "platform/SingleInstance.h"
 #include "platform/ZLAtomicFile.h"
 #include "platform/ZLDefaults.h"
 #include "platform/ZLFileManager.h"
@@ -83,6 +84,31 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(home.path() + "/f").lastModified().toUTC(), date);
         QVERIFY(!ZLAtomicFile::read(home.path() + "/f", 0));
         QVERIFY(!ZLAtomicFile::read(home.path()));
+    }
+
+    void oneProgramForEachFolder_data()
+    {
+        QTest::addColumn<QByteArray>("left"); // the lock that is there before
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("the lock of a program that crashed") << QByteArray("2147483646\nzalmo\n\n");
+        QTest::newRow("a lock cut short") << QByteArray("12");
+    }
+    void oneProgramForEachFolder()
+    {
+        QFETCH(QByteArray, left);
+        QTemporaryDir home, otherHome;
+        if (!left.isNull()) {
+            QVERIFY(ZLAtomicFile::write(home.path() + "/zalmo.lock", left));
+            QVERIFY(ZLAtomicFile::write(home.path() + "/zalmo.socket", {}));
+        }
+        auto first = std::make_unique<SingleInstance>(home.path());
+        QSignalSpy asked(first.get(), &SingleInstance::wasAskedToComeToFront);
+        QVERIFY(first->acquire());
+        QVERIFY(SingleInstance(otherHome.path()).acquire());
+        QVERIFY(!SingleInstance(home.path()).acquire());
+        QTRY_COMPARE(asked.size(), 1);
+        first.reset();
+        QVERIFY(SingleInstance(home.path()).acquire());
     }
 
     void defaultsReadThroughToWhatIsRegistered()
