@@ -15,8 +15,10 @@ public:
     /// An alert with one "Ok" button.
     virtual void alert(const QString &message, const QString &informativeText = {}) = 0;
     virtual void alertWithError(const ZLError &error) = 0;
-    /// An alert with buttons; the task gives the index of the one pressed, or -1 when the window died.
-    virtual QCoro::Task<int> ask(QString message, QString informativeText, QStringList buttons) = 0;
+    /// An alert with buttons; the task gives the index of the one pressed, or -1 when the window died. Return presses
+    /// the default button.
+    virtual QCoro::Task<int> ask(
+        QString message, QString informativeText, QStringList buttons, int defaultButton = 0) = 0;
 
     virtual void showIntro() = 0; ///< asks for a blog's address; answered by connectToBlogURL()
     virtual bool isShowingIntroWindow() const = 0;

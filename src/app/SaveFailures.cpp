@@ -21,13 +21,15 @@ void SaveFailures::didFailToSave(const DocumentPtr &document, const ZLError &err
         "disk, or see that you may write to that folder."_qs.arg(error.description));
 }
 
-QStringList SaveFailures::unsavedFiles() const
+QStringList SaveFailures::unsavedPosts() const
 {
-    QStringList files;
+    QStringList posts;
     const QList<DocumentPtr> documents = m_environment.documents.documents();
     for (const DocumentPtr &document : documents) {
-        if (document->hasUnautosavedChanges())
-            files.append(document->fileURL().toLocalFile());
+        if (!document->hasUnautosavedChanges())
+            continue;
+        const QString title = document->post.title.trimmed();
+        posts.append(title.isEmpty() ? document->fileURL().toLocalFile() : u"“%1”"_qs.arg(title));
     }
-    return files;
+    return posts;
 }

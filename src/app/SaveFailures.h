@@ -11,8 +11,8 @@ class SaveFailures : public QObject {
 public:
     explicit SaveFailures(AppEnvironment &environment);
 
-    /// The files whose text is in memory only.
-    QStringList unsavedFiles() const;
+    /// The posts whose text is in memory only, by title; without one, by file.
+    QStringList unsavedPosts() const;
 
 private:
     void didFailToSave(const DocumentPtr &document, const ZLError &error);

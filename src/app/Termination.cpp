@@ -3,6 +3,7 @@
 namespace {
 
 constexpr int quitAnyway = 0;
+constexpr int cancel = 1;
 
 QStringList quitButtons()
 {
@@ -15,11 +16,12 @@ QCoro::Task<bool> terminate(QPointer<QObject> controller, Collaborators &collabo
 {
     Collaborators &c = collaborators;
     c.environment.documents.saveAll();
-    const QStringList unsaved = c.saveFailures.unsavedFiles();
+    const QStringList unsaved = c.saveFailures.unsavedPosts();
     Prompts &prompts = *c.environment.windows.prompts;
     if (!unsaved.isEmpty()) {
         const int answer = co_await prompts.ask(u"A post could not be saved. Quit anyway?"_qs,
-            u"What you wrote since the last save would be lost: %1"_qs.arg(unsaved.join(u", "_qs)), quitButtons());
+            u"What you wrote since the last save would be lost:\n%1"_qs.arg(unsaved.join(u'\n')), quitButtons(),
+            cancel);
         if (!controller || answer != quitAnyway)
             co_return false;
     }

@@ -16,9 +16,10 @@ ZLPrompts::ZLPrompts(ZLAppDelegate &app, ZLSheetHost &host)
 
 // Alerts
 
-ZLAlertSheet *ZLPrompts::beginAlert(const QString &message, const QString &informativeText, const QStringList &buttons)
+ZLAlertSheet *ZLPrompts::beginAlert(
+    const QString &message, const QString &informativeText, const QStringList &buttons, int defaultButton)
 {
-    auto *alert = new ZLAlertSheet(message, informativeText, buttons);
+    auto *alert = new ZLAlertSheet(message, informativeText, buttons, defaultButton);
     connect(alert, &ZLAlertSheet::answered, &m_host, [host = &m_host, alert] {
         host->endSheet(alert);
         alert->deleteLater();
@@ -43,9 +44,9 @@ void ZLPrompts::alertWithError(const ZLError &error)
     alert(error.description);
 }
 
-QCoro::Task<int> ZLPrompts::ask(QString message, QString informativeText, QStringList buttons)
+QCoro::Task<int> ZLPrompts::ask(QString message, QString informativeText, QStringList buttons, int defaultButton)
 {
-    const QFuture<int> answer = beginAlert(message, informativeText, buttons)->answer();
+    const QFuture<int> answer = beginAlert(message, informativeText, buttons, defaultButton)->answer();
     const int index = co_await answer;
     co_return index;
 }

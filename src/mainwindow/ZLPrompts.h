@@ -23,7 +23,7 @@ public:
 
     void alert(const QString &message, const QString &informativeText = {}) override;
     void alertWithError(const ZLError &error) override;
-    QCoro::Task<int> ask(QString message, QString informativeText, QStringList buttons) override;
+    QCoro::Task<int> ask(QString message, QString informativeText, QStringList buttons, int defaultButton = 0) override;
 
     void showIntro() override;
     bool isShowingIntroWindow() const override;
@@ -40,7 +40,8 @@ public:
     void hideConnecting() override;
 
 private:
-    ZLAlertSheet *beginAlert(const QString &message, const QString &informativeText, const QStringList &buttons);
+    ZLAlertSheet *beginAlert(
+        const QString &message, const QString &informativeText, const QStringList &buttons, int defaultButton = 0);
     ZLIntroWindowController *intro();
     ZLWordpressLoginWindow *loginSheet();
     ZLWordpressLoginErrorWindow *loginErrorSheet();

@@ -18,7 +18,8 @@ QString shownText(const QString &text)
 }
 } // namespace
 
-ZLAlertSheet::ZLAlertSheet(const QString &message, const QString &informativeText, const QStringList &buttons)
+ZLAlertSheet::ZLAlertSheet(
+    const QString &message, const QString &informativeText, const QStringList &buttons, int defaultButton)
 {
     m_answer.start();
     setIcon(u"sheet_warning"_qs, ZLTheme::warning);
@@ -31,9 +32,9 @@ ZLAlertSheet::ZLAlertSheet(const QString &message, const QString &informativeTex
     if (!informativeText.isEmpty())
         setText(shownText(informativeText));
     for (int index = 0; index < buttons.size(); ++index) {
-        QPushButton *button = addButton(buttons[index]);
+        QPushButton *button = addButton(buttons[index], index == defaultButton);
         connect(button, &QPushButton::clicked, this, [this, index] { finish(index); });
-        if (index == 0)
+        if (index == defaultButton)
             setInitialFirstResponder(button);
         if (buttons[index] == u"Cancel")
             m_escapeIndex = index;

@@ -9,7 +9,8 @@
 class ZLAlertSheet : public ZLSheet {
     Q_OBJECT
 public:
-    ZLAlertSheet(const QString &message, const QString &informativeText, const QStringList &buttons);
+    ZLAlertSheet(
+        const QString &message, const QString &informativeText, const QStringList &buttons, int defaultButton = 0);
     ~ZLAlertSheet() override;
 
     bool isAlert() const override { return true; }

@@ -61,24 +61,26 @@ private Q_SLOTS:
 
     void asksBeforeQuittingWithUnsavedText_data()
     {
-        const TestTable<bool, int, bool> row({"isBroken", "answer", "quits"});
-        row("all saved", false, 1, true);
-        row("quit anyway", true, 0, true);
-        row("stay", true, 1, false);
+        const TestTable<bool, QList<int>, bool> row({"isBroken", "answers", "quits"}); // no answer: the default button
+        row("all saved", false, {}, true);
+        row("quit anyway", true, {0}, true);
+        row("stay", true, {1}, false);
+        row("return", true, {}, false);
     }
 
     void asksBeforeQuittingWithUnsavedText()
     {
         QFETCH(bool, isBroken);
-        QFETCH(int, answer);
+        QFETCH(QList<int>, answers);
         UnwritablePost fixture;
         if (isBroken)
             fixture.setBroken(true);
-        fixture.compose.document->post.content = u"<p>typed</p>"_qs;
+        fixture.compose.document->post.title = u"Mine"_qs;
         fixture.compose.document->updateChangeCount();
-        fixture.prompts.answers = {answer};
+        fixture.prompts.answers = answers;
         QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
         QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
+        QCOMPARE(fixture.prompts.details.filter(u"would be lost:\n“Mine”"_qs).size(), isBroken ? 1 : 0);
         if (isBroken)
             fixture.setBroken(false);
     }

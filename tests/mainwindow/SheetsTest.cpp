@@ -103,23 +103,27 @@ private Q_SLOTS:
 
     void answersAlerts_data()
     {
-        const TestTable<QStringList, QList<int>, int> row({"buttons", "keys", "answer"});
+        const TestTable<QStringList, int, QList<int>, int> row({"buttons", "defaultButton", "keys", "answer"});
         const QStringList cancel{u"Ok"_qs, u"Cancel"_qs};
-        row("return", cancel, QList<int>{Qt::Key_Return}, 0);
-        row("escape is cancel", cancel, QList<int>{Qt::Key_Escape}, 1);
-        row("escape without cancel", {u"Ok"_qs, u"Need Help?"_qs}, QList<int>{Qt::Key_Escape}, 0);
-        row("tab to the second", cancel, QList<int>{Qt::Key_Tab, Qt::Key_Return}, 1);
-        row("tab around", cancel, QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}, 0);
-        row("the window goes", cancel, QList<int>{}, -1);
+        row("return", cancel, 0, QList<int>{Qt::Key_Return}, 0);
+        row("return where cancel is the default", cancel, 1, QList<int>{Qt::Key_Return}, 1);
+        row("escape is cancel", cancel, 0, QList<int>{Qt::Key_Escape}, 1);
+        row("escape without cancel", {u"Ok"_qs, u"Need Help?"_qs}, 0, QList<int>{Qt::Key_Escape}, 0);
+        row("tab to the second", cancel, 0, QList<int>{Qt::Key_Tab, Qt::Key_Return}, 1);
+        row("tab around", cancel, 0, QList<int>{Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space}, 0);
+        row("the window goes", cancel, 0, QList<int>{}, -1);
     }
 
     void answersAlerts()
     {
         QFETCH(QStringList, buttons);
+        QFETCH(int, defaultButton);
         QFETCH(QList<int>, keys);
         SheetFixture f(true);
         int answer = -2;
-        f.prompts().ask(u"Message"_qs, u"Text"_qs, buttons).then([&answer](int index) { answer = index; });
+        f.prompts().ask(u"Message"_qs, u"Text"_qs, buttons, defaultButton).then([&answer](int index) {
+            answer = index;
+        });
         for (const int key : keys)
             f.press(key);
         if (keys.isEmpty()) {

@@ -10,10 +10,11 @@ class FakePrompts : public Prompts {
 public:
     void alert(const QString &message, const QString &) override { journal.append(u"alert: "_qs + message); }
     void alertWithError(const ZLError &error) override { journal.append(u"error: "_qs + error.description); }
-    QCoro::Task<int> ask(QString message, QString, QStringList buttons) override
+    QCoro::Task<int> ask(QString message, QString informativeText, QStringList buttons, int defaultButton) override
     {
         journal.append(u"ask: "_qs + message + u" ["_qs + buttons.join(u'|') + u']');
-        co_return answers.isEmpty() ? 0 : answers.takeFirst();
+        details.append(informativeText);
+        co_return answers.isEmpty() ? defaultButton : answers.takeFirst();
     }
 
     void showIntro() override
@@ -46,6 +47,7 @@ public:
     QStringList takeJournal() { return std::exchange(journal, {}); }
 
     QStringList journal;
+    QStringList details; ///< the informative texts of questions
     QList<int> answers;
     bool isIntroShown = false;
     bool isLoginShown = false;
