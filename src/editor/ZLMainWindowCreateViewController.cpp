@@ -290,9 +290,18 @@ void ZLMainWindowCreateViewController::reloadCurrentPostAfterSyncingEngine(int e
     reload(isListed ? row : ZLLocalPostRepresentation::initWithContentsOfFileURL(row->localFile, m_host.now()));
 }
 
-void ZLMainWindowCreateViewController::commitEditing()
+QCoro::Task<void> ZLMainWindowCreateViewController::commitEditing()
 {
+    const QPointer<ZLMainWindowCreateViewController> self(this);
     m_view.commitTokens();
+    // The page answers behind the keys that it was given, and has reported what they changed before it does.
+    QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
+    (void)co_await asking;
+    if (!self || !m_screen.post()->localPost)
+        co_return;
+    // An edit of a post whose file is not open is written when it has been opened.
+    QCoro::Task<bool> opening = m_screen.becomeReady();
+    (void)co_await opening;
 }
 
 void ZLMainWindowCreateViewController::saveDocuments()

@@ -44,7 +44,8 @@ public:
     void insertMedia();
     void execCommand(const QString &command);
     void addLinkToCurrentSelection();
-    void commitEditing(); ///< the program is about to end
+    /// The program is about to end: done when what was typed so far is in its document. As slow as the page.
+    QCoro::Task<void> commitEditing();
     /// Writes what is unsaved, of every open document.
     void saveDocuments();
 

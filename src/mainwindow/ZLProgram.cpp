@@ -15,6 +15,8 @@
 namespace {
 /// A window that starts minimised is not painted for now; the launch must not wait for that.
 constexpr int longestWaitForPaintMs = 1000;
+/// A page that hangs must not keep the program open.
+constexpr int longestWaitForPageMs = 2000;
 } // namespace
 
 void ZLProgram::prepare()
@@ -104,10 +106,21 @@ QCoro::Task<void> ZLProgram::launch()
         m_controller.showMainApplicationWindow();
 }
 
-QCoro::Task<void> ZLProgram::quit()
+void ZLProgram::quit()
+{
+    if (std::exchange(m_isCommitting, true))
+        return;
+    const auto finish = [self = QPointer(this)] {
+        if (self && std::exchange(self->m_isCommitting, false))
+            self->terminate();
+    };
+    QTimer::singleShot(longestWaitForPageMs, this, finish);
+    m_window->composeArea().controller().commitEditing().then(finish);
+}
+
+QCoro::Task<void> ZLProgram::terminate()
 {
     const QPointer<ZLProgram> self(this);
-    m_window->composeArea().controller().commitEditing();
     const bool mayQuit = co_await m_controller.applicationShouldTerminate();
     if (self && mayQuit)
         QCoreApplication::exit();

@@ -42,8 +42,10 @@ private:
     void launchOnce();
     void comeToFront();
     QCoro::Task<void> launch();
+    /// Ends the program as soon as what was typed is in its document.
+    void quit();
     /// Saves, asks when that fails, and ends the event loop unless the user wants to stay.
-    QCoro::Task<void> quit();
+    QCoro::Task<void> terminate();
 
     std::future<void> m_fonts; ///< being looked up while the rest is made
     ZLFileManager m_files;
@@ -57,4 +59,5 @@ private:
     ZLAppDelegate m_controller;
     std::unique_ptr<ZLMainWindow> m_window;
     bool m_isLaunched = false;
+    bool m_isCommitting = false;
 };

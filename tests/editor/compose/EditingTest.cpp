@@ -210,6 +210,37 @@ private Q_SLOTS:
         }
     }
 
+    void waitsForTheLastKeysBeforeTheEnd_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::newRow("open post") << "open";
+        QTest::newRow("post whose file is not open") << "closed";
+        QTest::newRow("blank post") << "blank";
+        QTest::newRow("page that is not there") << "no page";
+    }
+
+    void waitsForTheLastKeysBeforeTheEnd()
+    {
+        QFETCH(QString, before);
+        ComposeFixture screen;
+        if (before != "blank")
+            QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+        if (before == "closed")
+            screen.controller->currentDocument()->close();
+        screen.page.holdsAnswers = true;
+        bool isDone = false;
+        screen.controller->commitEditing().then([&isDone] { isDone = true; });
+        screen.settle();
+        QVERIFY(!isDone);
+        if (before != "no page")
+            screen.page.type("<p>last</p>");
+        screen.page.answer(before == "no page" ? std::nullopt : screen.page.body);
+        QTRY_VERIFY(isDone);
+        screen.controller->saveDocuments();
+        const QString written = QString::fromUtf8(screen.bytesOnDisk(screen.post()->localPost));
+        QCOMPARE(written.contains("last"), before != "no page");
+    }
+
     void keepsTheTextWhenTheDiskFails()
     {
         ComposeFixture screen(ZLWordpressPost::Draft);
