@@ -55,19 +55,25 @@ PostPtr LocalPosts::makeNewPost() const
     return post;
 }
 
-void LocalPosts::createNewPost()
+bool LocalPosts::createNewPost()
 {
     // The object made here is only written: the editor gets its own when the row is opened.
     const PostPtr post = makeNewPost();
     const QString folder = m_environment.platform.files.postPathForBlogURL(m_state.blogName, post->id);
     if (folder.isNull()) {
         ZLLog(u"no folder for a new post of %1"_qs.arg(m_state.blogName));
-        return;
+        m_environment.windows.prompts->alert(u"The folder of the new post could not be made."_qs,
+            u"Make room on the disk, or see that you may write to “%1”."_qs.arg(
+                m_environment.platform.files.applicationSupportDirectory()));
+        return false;
     }
     const QString path = PostSync::postPath(folder);
     if (const Result<void> saved = post->saveAtPath(path); !saved) {
         ZLLog(saved.error().description);
-        return;
+        m_environment.windows.prompts->alert(u"The new post could not be saved to “%1”."_qs.arg(path),
+            u"%1\n\nMake room on the disk, or see that you may write to that folder."_qs.arg(
+                saved.error().description));
+        return false;
     }
     auto row = std::make_shared<ZLLocalPostRepresentation>();
     row->title = u""_qs;
@@ -77,6 +83,7 @@ void LocalPosts::createNewPost()
     m_posts.prepend(row);
     m_environment.windows.postList->updatePostsAndSelectRow(0);
     Q_EMIT m_environment.notifications.openNewPost();
+    return true;
 }
 
 void LocalPosts::removeLocalPostFromList(const LocalPostPtr &row)

@@ -20,7 +20,8 @@ public:
     void reloadPostsListAfterSync();
     void reloadPostsListAfterSyncingEngine(int engine);
 
-    void createNewPost();
+    /// False: its file could not be written, which the user has been told.
+    bool createNewPost();
     void removeLocalPostFromList(const LocalPostPtr &row);
     void removePostWithLocalFile(const QString &absoluteString);
     /// Closes every open document of the file and removes it. Its folder stays, and so do its neighbours.

@@ -275,9 +275,9 @@ void ZLAppDelegate::didRemoveAccount(const AccountPtr &)
 
 // Posts
 
-void ZLAppDelegate::createNewPost()
+bool ZLAppDelegate::createNewPost()
 {
-    d->posts.createNewPost();
+    return d->posts.createNewPost();
 }
 
 void ZLAppDelegate::deletePostAtLocalURL(const QUrl &url)

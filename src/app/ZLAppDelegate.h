@@ -90,7 +90,7 @@ public:
     void didRemoveAccount(const AccountPtr &account);
 
     // posts
-    void createNewPost();
+    bool createNewPost(); ///< false: its file could not be written, which the user has been told
     void deletePostAtLocalURL(const QUrl &url);
     /// The user gave up on this upload: says didFailToUploadPost, even if no service knows of it any more.
     void cancelUploadOfPost(const PostPtr &post);

@@ -24,6 +24,12 @@ void KeyHold::hold()
     qApp->installEventFilter(this);
 }
 
+void KeyHold::drop()
+{
+    m_keys.clear();
+    release();
+}
+
 void KeyHold::release()
 {
     m_limit.stop();

@@ -16,6 +16,7 @@ public:
     ~KeyHold() override;
 
     void hold();
+    void drop(); ///< what was typed was meant for a screen that does not come
     void release(); ///< comes by itself when the change takes longer than a moment
 
 protected:

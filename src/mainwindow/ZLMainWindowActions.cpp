@@ -22,10 +22,10 @@ void ZLMainWindow::didClickOnNewPost()
         if (!self)
             return;
         m_isAskingForNewPost = false;
-        if (can)
-            m_app.createNewPost();
-        else
+        if (!can)
             m_keyHold->release();
+        else if (!m_app.createNewPost())
+            m_keyHold->drop();
     });
 }
 

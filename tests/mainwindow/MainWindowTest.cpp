@@ -90,6 +90,29 @@ private Q_SLOTS:
         QVERIFY(f.row(u"A"_qs));
     }
 
+    void keepsTheOpenPostWhenANewOneCannotBeWritten()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        f.show();
+        f.list().selectRow(0);
+        auto *title = f.find<QTextEdit>(u"titleField"_qs);
+        QTRY_COMPARE(title->toPlainText(), u"A"_qs);
+        title->setFocus();
+        const QString posts = f.files.blogPath(u"Ada"_qs) + u"/posts"_qs;
+        QVERIFY(QDir().rename(posts, posts + u".away"_qs));
+        QVERIFY(QFile(posts).open(QIODevice::WriteOnly)); // stands for a disk that takes nothing
+        f.window->didClickOnNewPost();
+        QTRY_VERIFY(f.textOf(u"alertMessage"_qs).startsWith(u"The folder of the new post could not be made"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_VERIFY(!f.window->sheets().attachedSheet());
+        QTest::keyClicks(title, u"B"_qs); // nothing is held back for a post that does not come
+        QCOMPARE(title->toPlainText(), u"BA"_qs);
+        QVERIFY(QFile::remove(posts));
+        QVERIFY(QDir().rename(posts + u".away"_qs, posts));
+    }
+
     void growsByThePostList()
     {
         WindowFixture f;
