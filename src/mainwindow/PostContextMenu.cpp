@@ -53,13 +53,20 @@ void PostContextMenu::addCopyToBlog()
         const QString favicon = m_app.platform().files.faviconPathWithBlogName(account->alias());
         QAction *item =
             blogs->addAction(ZLFavicon::icon(favicon), QString(account->alias()).replace(u"&"_qs, u"&&"_qs));
-        connect(item, &QAction::triggered, this, [this, account] {
-            PostCopier::copyPostToBlog(m_app, m_post, account, [menu = QPointer(this)](const QUrl &file) {
-                if (menu)
-                    Q_EMIT menu->copied(file);
-            });
-        });
+        connect(item, &QAction::triggered, this, [this, account] { copyToBlog(account); });
     }
+}
+
+void PostContextMenu::copyToBlog(const AccountPtr &account)
+{
+    const QPointer<PostContextMenu> self(this);
+    const Result<QUrl> file = PostCopier::copyPostToBlog(m_app, m_post, account);
+    if (!self)
+        return;
+    if (file)
+        Q_EMIT copied(*file);
+    else
+        Q_EMIT didFailToCopy(file.error());
 }
 
 void PostContextMenu::addLinkItems()

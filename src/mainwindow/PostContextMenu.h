@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/ZLLocalPostRepresentation.h"
+#include "platform/ZLError.h"
 #include "store/Account.h"
 
 #include <QMenu>
@@ -19,11 +20,13 @@ public:
 Q_SIGNALS:
     void newPost();
     void action(int action); ///< of AwaitingAction
+    void didFailToCopy(const ZLError &error);
     void copied(const QUrl &file); ///< the post has a copy on another blog, which is the current one now
 
 private:
     void addPostItems();
     void addCopyToBlog();
+    void copyToBlog(const AccountPtr &account);
     void addLinkItems();
     void getLink();
 

@@ -397,6 +397,8 @@ QMenu *ZLPostListViewController::menuForRow(int row)
     auto *menu = new PostContextMenu(m_app, post, m_view);
     connect(menu, &PostContextMenu::newPost, this, &ZLPostListViewController::didClickOnNewPost);
     connect(menu, &PostContextMenu::action, this, [this, post](int action) { selectPost(post, action); });
+    connect(menu, &PostContextMenu::didFailToCopy, this,
+        [this](const ZLError &error) { m_prompts.alert(tr("The post could not be copied."), error.description); });
     connect(menu, &PostContextMenu::copied, this, [this](const QUrl &file) { selectPostFromLocalFileURL(file); });
     return menu;
 }

@@ -86,7 +86,19 @@ private Q_SLOTS:
     void copiesToAnotherBlog()
     {
         WindowFixture f;
-        f.seedPosts({u"Here"_qs});
+        f.seedPosts({});
+        ZLWordpressPost post;
+        post.id = u"940"_qs;
+        post.title = u"Here"_qs;
+        post.content = u"<p>Text</p>"_qs;
+        post.status = ZLWordpressPost::Publish;
+        post.createdAt = QDateTime::currentDateTimeUtc().addDays(-1);
+        post.URL = u"http://blog.test/here"_qs;
+        post.slug = u"here"_qs;
+        post.authorId = u"7"_qs;
+        post.featuredImageId = u"88"_qs;
+        post.featuredImageURL = u"http://blog.test/picture.png"_qs;
+        f.seedPost(u"Ada"_qs, post);
         f.seedAccount(u"Tom & Eve"_qs, f.blog.url());
         f.launch();
         f.list().delegate = &f.compose;
@@ -105,10 +117,28 @@ private Q_SLOTS:
         QCOMPARE(copy->status, int(ZLLocalPostRepresentation::New));
         const auto document = ZLDocument::open(copy->localFile);
         QVERIFY(document.has_value());
-        QCOMPARE((*document)->postInfo.status, u"new"_qs);
-        QCOMPARE((*document)->postInfo.id.size(), 8);
-        QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg((*document)->postInfo.id)));
+        const ZLPostInfo &info = (*document)->postInfo;
+        QCOMPARE(info.status, u"new"_qs);
+        QCOMPARE(info.id.size(), 8);
+        QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg(info.id)));
+        // What only the other blog can make sense of stays there.
+        QCOMPARE(info.URL + info.slug + info.authorId + info.featuredImageId + info.featuredImageURL, QString());
+        QVERIFY(!info.createdAt.isValid());
         QCOMPARE(contentsOf(here), original);
+    }
+
+    void saysWhenACopyFails()
+    {
+        WindowFixture f;
+        f.seedPosts({u"Here"_qs});
+        f.seedAccount(u"Other"_qs, f.blog.url());
+        f.launch();
+        QVERIFY(QDir().mkpath(f.files.blogPath(u"Other"_qs)));
+        QVERIFY(QFile(f.files.blogPath(u"Other"_qs) + u"/posts"_qs).open(QIODevice::WriteOnly));
+        const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
+        item(*menu, u"Copy to Blog"_qs)->menu()->actions().first()->trigger();
+        QTRY_COMPARE(f.textOf(u"alertMessage"_qs), u"The post could not be copied."_qs);
+        QCOMPARE(f.app->getBlogName(), u"Ada"_qs);
     }
 };
 
