@@ -104,14 +104,19 @@ void LocalPosts::removePostWithLocalFile(const QString &absoluteString)
 void LocalPosts::deletePostAtLocalURL(const QUrl &url)
 {
     const QList<DocumentPtr> documents = m_environment.documents.documents();
+    m_environment.documents.forget(url); // closing would write once more
     for (const DocumentPtr &document : documents) {
         if (isSameFile(document->fileURL(), url))
             document->close();
     }
-    m_environment.documents.forget(url);
     QFile file(pathOfFileURL(url));
-    if (!file.remove())
-        ZLLog(u"%1: %2"_qs.arg(file.fileName(), file.errorString()));
+    const bool wasThere = file.exists();
+    if (file.remove())
+        return;
+    ZLLog(u"%1: %2"_qs.arg(file.fileName(), file.errorString()));
+    if (wasThere)
+        m_environment.windows.prompts->alert(u"The post could not be deleted from this computer."_qs,
+            u"%1: %2"_qs.arg(file.fileName(), file.errorString()));
 }
 
 QList<LocalPostPtr> LocalPosts::getPostsForSearch(const QString &text) const

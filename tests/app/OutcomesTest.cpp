@@ -1,4 +1,5 @@
 #include "AppFixture.h"
+#include "platform/ZLAtomicFile.h"
 
 #include <QCoroTask>
 #include <QSignalSpy>
@@ -389,6 +390,26 @@ private Q_SLOTS:
         QCOMPARE(fixture.app().posts().size(), 0);
         QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
         QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
+    }
+
+    void deletesWithoutSavingFirst()
+    {
+        ConnectedBlog fixture;
+        fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs);
+        fixture.start();
+        const QUrl file = fixture.rowTitled(u"Old"_qs)->localFile;
+        QVERIFY(ZLAtomicFile::write(file.toLocalFile(), "damaged"));
+        const DocumentPtr open =
+            QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(file)).value();
+        open->post.content = u"<p>typed</p>"_qs;
+        open->updateChangeCount();
+        fixture.app().deletePostAtLocalURL(file);
+        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList()); // not even a copy of the damaged one
+
+        QVERIFY(QDir().mkpath(file.toLocalFile() + u"/in the way"_qs));
+        fixture.prompts.takeJournal();
+        fixture.app().deletePostAtLocalURL(file);
+        QCOMPARE(fixture.prompts.journal, QStringList{u"alert: The post could not be deleted from this computer."_qs});
     }
 };
 
