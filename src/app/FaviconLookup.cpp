@@ -23,6 +23,16 @@ bool looksLikePicture(const QByteArray &head)
     });
 }
 
+/// The address as the service may know it. A login in it is between the user and the blog.
+QString publicAddress(const QString &address)
+{
+    QUrl url(address);
+    if (url.userInfo().isEmpty())
+        return address;
+    url.setUserInfo({});
+    return url.toString();
+}
+
 } // namespace
 
 FaviconLookup::FaviconLookup(AppEnvironment &environment)
@@ -44,7 +54,7 @@ void FaviconLookup::getFavIconForAccount(const AccountPtr &account)
     const ZLPlatform &platform = m_environment.platform;
     if (platform.faviconService.isEmpty() || !platform.reachability.isReachable() || m_underWay.contains(account))
         return;
-    QNetworkRequest request(QUrl(u"%1/%2?defaulticon=none"_qs.arg(platform.faviconService, account->url)));
+    QNetworkRequest request(QUrl(u"%1/%2?defaulticon=none"_qs.arg(platform.faviconService, publicAddress(account->url))));
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setTransferTimeout(lookupTimeoutMs);
     m_underWay.append(account);

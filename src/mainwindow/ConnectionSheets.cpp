@@ -40,6 +40,11 @@ void ZLIntroWindowController::setCanCancel(bool canCancel)
     m_cancel->setVisible(canCancel);
 }
 
+void ZLIntroWindowController::clear()
+{
+    m_blogURL->clear();
+}
+
 QString ZLIntroWindowController::blogURL() const
 {
     return m_blogURL->text();

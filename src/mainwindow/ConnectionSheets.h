@@ -16,6 +16,7 @@ public:
     /// Whether it can be left without an answer, which makes sense once there is a blog.
     void setCanCancel(bool canCancel);
     QString blogURL() const;
+    void clear();
 
 Q_SIGNALS:
     void didClickConnect();

@@ -185,6 +185,8 @@ void ZLPrompts::showBlogIsConnectedSheet(const QString &title)
 {
     if (!m_connected)
         m_connected = new ZLBlogIsConnectedSheet;
+    if (m_intro)
+        m_intro->clear(); // the next blog has another address
     m_connected->setBlogTitle(title);
     m_host.beginSheet(m_connected);
 }

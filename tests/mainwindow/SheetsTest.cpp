@@ -62,6 +62,8 @@ private Q_SLOTS:
         f.press(Qt::Key_Return);
         QCOMPARE(f.attached(), u"-"_qs);
         QCOMPARE(f.app->getBlogName(), f.blog.title);
+        f.app->newAccount();
+        QCOMPARE(f.find<QLineEdit>(u"blogURLField"_qs)->text(), QString());
     }
 
     void cancelsAnIntroOnlyWhenThereIsABlog()
