@@ -22,10 +22,12 @@ void ZLMainWindow::didClickOnNewPost()
         if (!self)
             return;
         m_isAskingForNewPost = false;
-        if (!can)
+        if (!can) {
+            m_compose->makeTitleBecomeFirstResponder(); // the screen is the new post already
             m_keyHold->release();
-        else if (!m_app.createNewPost())
+        } else if (!m_app.createNewPost()) {
             m_keyHold->drop();
+        }
     });
 }
 

@@ -90,6 +90,20 @@ private Q_SLOTS:
         QVERIFY(f.row(u"A"_qs));
     }
 
+    void takesABlankScreenForTheNewPost()
+    {
+        WindowFixture f;
+        f.seedPosts({});
+        f.launch();
+        f.show();
+        f.find<QWidget>(u"searchPostsField"_qs)->setFocus();
+        f.window->didClickOnNewPost();
+        QTest::keyClicks(QApplication::focusWidget(), u"New"_qs);
+        QTRY_COMPARE(f.find<QTextEdit>(u"titleField"_qs)->toPlainText(), u"New"_qs);
+        QVERIFY(f.find<QTextEdit>(u"titleField"_qs)->hasFocus());
+        QCOMPARE(f.list().allPosts().size(), 1);
+    }
+
     void keepsTheOpenPostWhenANewOneCannotBeWritten()
     {
         WindowFixture f;
