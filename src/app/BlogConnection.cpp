@@ -242,6 +242,8 @@ void BlogConnection::getBlogData()
     }
     m_currentBlog.leavePostOfEarlierBlog();
     Q_EMIT notifications.didChangeBlog();
+    if (m_parts.posts.posts().isEmpty() && m_parts.state.wordpressService)
+        m_parts.environment.windows.postList->showLoadingView();
 }
 
 void BlogConnection::showApiError()

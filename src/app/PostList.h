@@ -13,6 +13,8 @@ public:
     virtual void didUpdatePost(const PostPtr &post, const LocalPostPtr &row, const QUrl &previousLocalURL) = 0;
     virtual void deselectRow() = 0;
     virtual void selectPostFromLocalFileURL(const QUrl &url) = 0;
+    virtual void showLoadingView() = 0; ///< instead of rows that are still being fetched
+    virtual void hideLoadingView() = 0;
     virtual void showSyncingLoading() = 0;
     virtual void hideSyncingLoading() = 0;
 };

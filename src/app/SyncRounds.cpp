@@ -102,6 +102,7 @@ void SyncRounds::syncPosts()
 
 void SyncRounds::stopSyncing()
 {
+    m_environment.windows.postList->hideLoadingView();
     const QList<ServicePtr> waiting = m_syncServices;
     for (const ServicePtr &service : waiting)
         service->stopSync();

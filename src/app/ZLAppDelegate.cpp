@@ -321,6 +321,8 @@ void ZLAppDelegate::didFailToUploadPost(ZLWordpressService *, const PostPtr &pos
 
 void ZLAppDelegate::didFailToPerformRequest(ZLWordpressService *service, int type, const ZLError &error)
 {
+    if (d->state.isCurrent(service))
+        d->environment.windows.postList->hideLoadingView(); // what is awaited may never come
     d->failures.didFailToPerformRequest(service, type, error);
 }
 

@@ -56,8 +56,8 @@ public:
     void refresh(); ///< the button: asks the blog
     void searchPosts();
     void openNewPost();
-    void showLoadingView();
-    void hideLoadingView();
+    void showLoadingView() override;
+    void hideLoadingView() override;
     void showSyncingLoading() override;
     void hideSyncingLoading() override;
 

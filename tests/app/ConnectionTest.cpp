@@ -95,6 +95,42 @@ private Q_SLOTS:
         QCOMPARE(fixture.app().selectedAccount()->preferences->feature_image_width, 640);
     }
 
+    void showsThatPostsAreBeingFetched_data()
+    {
+        QTest::addColumn<QString>("end");
+        QTest::newRow("they come") << u"release"_qs;
+        QTest::newRow("there are none") << u"none"_qs;
+        QTest::newRow("the blog fails") << u"fail"_qs;
+        QTest::newRow("the user stops") << u"stop"_qs;
+    }
+
+    void showsThatPostsAreBeingFetched()
+    {
+        QFETCH(QString, end);
+        AppFixture fixture;
+        if (end == u"release")
+            fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
+        if (end == u"fail")
+            fixture.blog.answerWithFault(u"wp.getPosts"_qs, 500, u"broken"_qs);
+        else
+            fixture.blog.answerLate(u"wp.getPosts"_qs);
+        fixture.launch();
+        fixture.app().connectToBlogURL(fixture.blog.url());
+        fixture.app().didEntryUsernameAndPassword(fixture.blog.user, fixture.blog.password);
+        QTRY_COMPARE(fixture.app().accounts().size(), 1);
+        QTRY_COMPARE(fixture.list.loadings, 1);
+        if (end == u"stop") {
+            fixture.app().stopSyncing();
+        } else if (end != u"fail") {
+            QVERIFY(fixture.list.isLoading);
+            QTRY_VERIFY(fixture.network.heldCount() > 0);
+            fixture.network.release();
+        }
+        QTRY_VERIFY(!fixture.list.isLoading);
+        fixture.network.release();
+        QTRY_VERIFY(!fixture.app().wordpressService()->isSyncing());
+    }
+
     void announcesAndRunsTheFirstRunChainOnce()
     {
         AppFixture fixture;

@@ -13,7 +13,11 @@ public:
 
     void updatePosts() override { ++updates; }
     void updatePostsAndSelectRow(int row) override { selectedRow = row; }
-    void updatePostsAndSelectPreviousPost() override { ++updates; }
+    void updatePostsAndSelectPreviousPost() override
+    {
+        ++updates;
+        hideLoadingView();
+    }
     void didDeleteLocalPost(const LocalPostPtr &post) override { deleted.append(post); }
     void didUpdatePost(const PostPtr &post, const LocalPostPtr &row, const QUrl &previousLocalURL) override
     {
@@ -21,6 +25,12 @@ public:
     }
     void deselectRow() override { selectedRow = -1; }
     void selectPostFromLocalFileURL(const QUrl &) override { }
+    void showLoadingView() override
+    {
+        ++loadings;
+        isLoading = true;
+    }
+    void hideLoadingView() override { isLoading = false; }
     void showSyncingLoading() override { isSyncing = true; }
     void hideSyncingLoading() override { isSyncing = false; }
 
@@ -28,5 +38,7 @@ public:
     QList<LocalPostPtr> deleted;
     int selectedRow = -1;
     int updates = 0;
+    int loadings = 0;
+    bool isLoading = false;
     bool isSyncing = false;
 };
