@@ -353,6 +353,25 @@ void ZLAppDelegate::didDeletePost(ZLWordpressService *, const PostPtr &post)
     Q_EMIT d->environment.notifications.deletionDidEnd();
 }
 
+void ZLAppDelegate::didFailToDeletePost(ZLWordpressService *, const PostPtr &post, const ZLError &error)
+{
+    // By its fault code and not by the status of a page that is missing: the blog itself says that there is none.
+    if (error.domain == u"Response error" && error.code == 404)
+        offerToDeleteCopy(post);
+}
+
+QCoro::Task<void> ZLAppDelegate::offerToDeleteCopy(PostPtr post)
+{
+    constexpr int deleteCopy = 0;
+    constexpr int cancel = 1;
+    const QPointer<ZLAppDelegate> self(this);
+    QCoro::Task<int> asking = d->environment.windows.prompts->ask(u"Delete the copy on this computer?"_qs,
+        u"The blog does not have “%1” any more."_qs.arg(post->title), {u"Delete"_qs, u"Cancel"_qs}, cancel);
+    const int answer = co_await asking;
+    if (self && answer == deleteCopy)
+        d->outcomes.didDeletePost(post);
+}
+
 void ZLAppDelegate::didCreateCategory(ZLWordpressService *, const QString &name)
 {
     ZLLog(u"did create category: %1"_qs.arg(name));

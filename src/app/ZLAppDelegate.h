@@ -106,11 +106,14 @@ public:
     void didUpdatePost(ZLWordpressService *, const PostPtr &) override;
     void didPublishDraftPost(ZLWordpressService *, const PostPtr &) override;
     void didDeletePost(ZLWordpressService *, const PostPtr &) override;
+    void didFailToDeletePost(ZLWordpressService *, const PostPtr &, const ZLError &) override;
     void didCreateCategory(ZLWordpressService *, const QString &) override;
     void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &) override;
     void didSendBodyData(ZLWordpressService *, const PostPtr &, float) override;
 
 private:
+    QCoro::Task<void> offerToDeleteCopy(PostPtr post);
+
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -130,6 +130,8 @@ void ReplyDispatch::tellFailure(const Call &call, const ZLError &error)
         delegate().didFailToUploadPost(&m_service, call.additionalInfo.processingPost);
     if (service)
         delegate().didFailToPerformRequest(&m_service, call.currentRequestType, error);
+    if (service && call.currentRequestType == ZLWordpressServiceRequestTypeDeletePost)
+        delegate().didFailToDeletePost(&m_service, call.additionalInfo.processingPost, error);
 }
 
 void ReplyDispatch::didSendBodyData(const ZLWordpressXMLRPCRequest &call, float progress)

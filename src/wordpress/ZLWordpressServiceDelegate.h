@@ -20,6 +20,8 @@ public:
     virtual void didUpdatePost(ZLWordpressService *, const PostPtr &) { }
     virtual void didPublishDraftPost(ZLWordpressService *, const PostPtr &) { }
     virtual void didDeletePost(ZLWordpressService *, const PostPtr &) { }
+    /// After didFailToPerformRequest(), which does not name the post.
+    virtual void didFailToDeletePost(ZLWordpressService *, const PostPtr &, const ZLError &) { }
     virtual void didUploadImage(ZLWordpressService *, const QUrl &) { }
     virtual void didCreateCategory(ZLWordpressService *, const QString &) { }
     virtual void didGetProfile(ZLWordpressService *, const XMLRPCValue &) { }

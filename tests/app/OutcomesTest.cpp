@@ -392,6 +392,36 @@ private Q_SLOTS:
         QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
     }
 
+    void offersToDeleteTheCopyOfAPostThatIsGone_data()
+    {
+        QTest::addColumn<int>("fault"); // 0: the whole page is missing
+        QTest::addColumn<QList<int>>("answers");
+        QTest::addColumn<int>("questions");
+        QTest::addColumn<bool>("isDeleted");
+        QTest::newRow("delete") << 404 << QList<int>{0} << 1 << true;
+        QTest::newRow("return keeps it") << 404 << QList<int>{} << 1 << false;
+        QTest::newRow("refused") << 401 << QList<int>{0} << 0 << false;
+        QTest::newRow("no blog there") << 0 << QList<int>{0} << 0 << false;
+    }
+
+    void offersToDeleteTheCopyOfAPostThatIsGone()
+    {
+        QFETCH(int, fault);
+        ConnectedBlog fixture;
+        fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs);
+        fixture.start();
+        if (fault)
+            fixture.blog.answerWithFault(u"wp.deletePost"_qs, fault, u"refused"_qs);
+        else
+            fixture.blog.answerWithStatus(u"wp.deletePost"_qs, 404);
+        QFETCH(QList<int>, answers);
+        fixture.prompts.answers = answers;
+        fixture.app().wordpressService()->deletePost(fixture.postOf(fixture.rowTitled(u"Old"_qs)));
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
+        QTEST(int(fixture.prompts.journal.filter(u"ask: Delete the copy"_qs).size()), "questions");
+        QTEST(fixture.postFiles(u"Blog"_qs).isEmpty(), "isDeleted");
+    }
+
     void deletesWithoutSavingFirst()
     {
         ConnectedBlog fixture;
