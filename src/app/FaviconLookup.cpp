@@ -54,7 +54,8 @@ void FaviconLookup::getFavIconForAccount(const AccountPtr &account)
     const ZLPlatform &platform = m_environment.platform;
     if (platform.faviconService.isEmpty() || !platform.reachability.isReachable() || m_underWay.contains(account))
         return;
-    QNetworkRequest request(QUrl(u"%1/%2?defaulticon=none"_qs.arg(platform.faviconService, publicAddress(account->url))));
+    QNetworkRequest request(
+        QUrl(u"%1/%2?defaulticon=none"_qs.arg(platform.faviconService, publicAddress(account->url))));
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setTransferTimeout(lookupTimeoutMs);
     m_underWay.append(account);

@@ -17,6 +17,19 @@ namespace {
 constexpr int longestWaitForPaintMs = 1000;
 /// A page that hangs must not keep the program open.
 constexpr int longestWaitForPageMs = 2000;
+
+ZLTheme::Scheme schemeFor(DesktopColorScheme::Preference preference)
+{
+    switch (preference) {
+    case DesktopColorScheme::Dark:
+        return ZLTheme::Scheme::Dark;
+    case DesktopColorScheme::Light:
+        return ZLTheme::Scheme::Light;
+    case DesktopColorScheme::NoPreference:
+        break;
+    }
+    return ZLTheme::Scheme::System;
+}
 } // namespace
 
 void ZLProgram::prepare()
@@ -43,7 +56,7 @@ ZLProgram::ZLProgram(const Options &options)
     , m_window(std::make_unique<ZLMainWindow>(m_controller))
 {
     connect(&m_colorScheme, &DesktopColorScheme::didChange, this,
-        [](bool isDark) { ZLTheme::apply(*qApp, isDark ? ZLTheme::Scheme::Dark : ZLTheme::Scheme::Light); });
+        [](DesktopColorScheme::Preference preference) { ZLTheme::apply(*qApp, schemeFor(preference)); });
     connect(&m_instance, &SingleInstance::wasAskedToComeToFront, this, &ZLProgram::comeToFront);
     m_controller.setWindows(m_window->windows());
     m_window->installEventFilter(this);

@@ -13,12 +13,6 @@ constexpr QLatin1String interface("org.freedesktop.portal.Settings");
 constexpr QLatin1String appearance("org.freedesktop.appearance");
 constexpr QLatin1String colorScheme("color-scheme");
 
-enum Preference : uint {
-    NoPreference,
-    Dark,
-    Light,
-};
-
 } // namespace
 
 DesktopColorScheme::DesktopColorScheme(QObject *parent)
@@ -55,7 +49,8 @@ void DesktopColorScheme::tell(const QVariant &value)
 {
     // "Read" wraps its answer twice.
     const QVariant inner = value.canConvert<QDBusVariant>() ? value.value<QDBusVariant>().variant() : value;
-    const uint preference = inner.toUInt();
-    if (preference == Dark || preference == Light)
-        Q_EMIT didChange(preference == Dark);
+    const uint told = inner.toUInt();
+    const Preference preference = told == Dark || told == Light ? Preference(told) : NoPreference;
+    if (std::exchange(m_preference, preference) != preference)
+        Q_EMIT didChange(preference);
 }

@@ -56,8 +56,10 @@ QColor byScheme(const QPalette &palette, QRgb onLight, QRgb onDark)
 
 void ZLTheme::apply(QApplication &app, Scheme scheme)
 {
-    if (scheme == Scheme::System)
+    if (scheme == Scheme::System) {
+        app.setPalette(QPalette()); // what the desktop has, below what was applied before
         scheme = isDark(QGuiApplication::palette()) ? Scheme::Dark : Scheme::Light;
+    }
     if (!qobject_cast<ZLStyle *>(QApplication::style()))
         QApplication::setStyle(new ZLStyle);
     app.setPalette(palette(scheme));

@@ -3,6 +3,7 @@
 #include "mainwindow/FullScreenColumn.h"
 #include "mainwindow/ZLSelectorView.h"
 #include "widgets/ZLSheetHost.h"
+#include "widgets/ZLTheme.h"
 
 #include <QAction>
 #include <QMenu>
@@ -125,6 +126,18 @@ private Q_SLOTS:
         QCOMPARE(title->toPlainText(), u"BA"_qs);
         QVERIFY(QFile::remove(posts));
         QVERIFY(QDir().rename(posts + u".away"_qs, posts));
+    }
+
+    void returnsToTheDesktopsColors()
+    {
+        ZLTheme::apply(*qApp);
+        const bool isDesktopDark = ZLTheme::isDark(QApplication::palette());
+        for (const ZLTheme::Scheme scheme : {ZLTheme::Scheme::Dark, ZLTheme::Scheme::Light}) {
+            ZLTheme::apply(*qApp, scheme);
+            QCOMPARE(ZLTheme::isDark(QApplication::palette()), scheme == ZLTheme::Scheme::Dark);
+            ZLTheme::apply(*qApp);
+            QCOMPARE(ZLTheme::isDark(QApplication::palette()), isDesktopDark);
+        }
     }
 
     void growsByThePostList()
