@@ -12,7 +12,10 @@ void SaveFailures::didFailToSave(const DocumentPtr &document, const ZLError &err
     if (m_failing.contains(key))
         return;
     m_failing.insert(key);
-    const auto streakEnds = [this, key] { m_failing.remove(key); };
+    const auto streakEnds = [this, key] {
+        key->disconnect(this);
+        m_failing.remove(key);
+    };
     connect(key, &ZLDocument::didSave, this, streakEnds);
     connect(key, &QObject::destroyed, this, streakEnds);
     m_environment.windows.prompts->alert(
