@@ -26,8 +26,10 @@ void CurrentBlog::selectorDidChange(int selectorIndex)
     m_parts.selector.showCurrentBlog();
     emptyAndReload();
     setSelectedAccount(account);
-    if (askForLoginIfNeeded())
+    if (needsLogin()) {
         ZLLog(u"No Password or !login_automatically"_qs);
+        askForLogin();
+    }
 }
 
 void CurrentBlog::syncTerms()
@@ -93,14 +95,16 @@ void CurrentBlog::replaceService(const ServicePtr &service)
     m_parts.state.wordpressService = service;
 }
 
-bool CurrentBlog::askForLoginIfNeeded()
+bool CurrentBlog::needsLogin() const
 {
     const AccountPreferences *preferences = m_parts.state.preferences();
     const bool logsInByItself = preferences && preferences->login_automatically.value_or(false);
-    if (!m_parts.state.wordpressService->password.isEmpty() && logsInByItself)
-        return false;
+    return m_parts.state.wordpressService->password.isEmpty() || !logsInByItself;
+}
+
+void CurrentBlog::askForLogin()
+{
     m_parts.login.openLoginForService(m_parts.state.wordpressService.get());
-    return true;
 }
 
 void CurrentBlog::leavePostOfEarlierBlog()

@@ -20,9 +20,9 @@ public:
     void syncTerms();
     /// Points the current service at the current account.
     void pointServiceAtCurrentAccount();
-    /// Asks for the login of the current service when it has no password or shall not log in by itself. Answers whether
-    /// it asks.
-    bool askForLoginIfNeeded();
+    /// The current service has no password, or shall not log in by itself.
+    bool needsLogin() const;
+    void askForLogin();
     /// An edit of a post that the blog knows is not carried to another blog; a new post stays in the editor.
     void leavePostOfEarlierBlog();
 

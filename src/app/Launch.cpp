@@ -107,8 +107,8 @@ void openNotifications(Collaborators &c)
 
 void startFirstRound(Collaborators &c)
 {
-    if (!c.state.accounts.isEmpty())
-        c.currentBlog.askForLoginIfNeeded();
+    if (!c.state.accounts.isEmpty() && c.currentBlog.needsLogin())
+        c.currentBlog.askForLogin();
     c.rounds.oweRound();
     if (!c.state.accounts.isEmpty() && c.rounds.canReachAnyBlog())
         c.rounds.syncAllBlogs();
