@@ -8,6 +8,10 @@
 #include <QNetworkReply>
 #include <ZalmoServices.h>
 
+namespace {
+const QString userKey = QStringLiteral("telemetryUser");
+}
+
 ZLTelemetry::ZLTelemetry(ZLDefaults &defaults, QNetworkAccessManager &network, const QUrl &collector)
     : m_defaults(defaults)
     , m_network(network)
@@ -32,18 +36,20 @@ void ZLTelemetry::trackEvent(const QString &name, const QVariantMap &dimensions)
 
 void ZLTelemetry::setUserProperty(const QString &key, const QVariant &value)
 {
-    m_user.insert(key, value);
-    send({{QStringLiteral("user"), m_user}});
+    QVariantMap user = m_defaults.objectForKey(userKey).toMap();
+    user.insert(key, value);
+    m_defaults.setObjectForKey(user, userKey);
+    send({{QStringLiteral("user"), user}});
 }
 
 QVariant ZLTelemetry::userProperty(const QString &key) const
 {
-    return m_user.value(key);
+    return m_defaults.objectForKey(userKey).toMap().value(key);
 }
 
 void ZLTelemetry::incrementUserProperty(const QString &key, int by)
 {
-    setUserProperty(key, m_user.value(key).toInt() + by);
+    setUserProperty(key, userProperty(key).toInt() + by);
 }
 
 void ZLTelemetry::send(const QVariantMap &message)

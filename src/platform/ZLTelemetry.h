@@ -18,6 +18,7 @@ public:
     /// The default "sendAnonymousData".
     bool isEnabled() const;
     void trackEvent(const QString &name, const QVariantMap &dimensions = {});
+    /// What is known of the anonymous user lasts from one start to the next.
     void setUserProperty(const QString &key, const QVariant &value);
     QVariant userProperty(const QString &key) const;
     void incrementUserProperty(const QString &key, int by = 1);
@@ -28,5 +29,4 @@ private:
     ZLDefaults &m_defaults;
     QNetworkAccessManager &m_network;
     QUrl m_collector;
-    QVariantMap m_user;
 };

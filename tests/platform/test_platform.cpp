@@ -207,6 +207,18 @@ private Q_SLOTS:
         QTEST(reachability.isReachable(QUrl(QString::fromUtf8(QTest::currentDataTag()))), "online");
     }
 
+    void telemetryCountsFromOneStartToTheNext()
+    {
+        QTemporaryDir home;
+        QNetworkAccessManager network;
+        for (int start = 1; start <= 2; ++start) {
+            ZLDefaults defaults(home.path() + "/preferences.ini");
+            ZLTelemetry telemetry(defaults, network);
+            telemetry.incrementUserProperty(QStringLiteral("RunCount"));
+            QCOMPARE(telemetry.userProperty(QStringLiteral("RunCount")).toInt(), start);
+        }
+    }
+
     void telemetryWritesNowhereWithoutACollector()
     {
         QTemporaryDir home;
