@@ -1,5 +1,6 @@
 #include "widgets/ZLCoverView.h"
 
+#include "widgets/ZLFocusRing.h"
 #include "widgets/ZLTheme.h"
 
 #include <QEvent>
@@ -112,14 +113,6 @@ void ZLCoverView::mousePressEvent(QMouseEvent *)
 
 bool ZLCoverView::focusNextPrevChild(bool next)
 {
-    QWidget *widget = focusWidget() ? focusWidget() : this;
-    QWidget *const start = widget;
-    do {
-        widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();
-        if ((widget->focusPolicy() & Qt::TabFocus) && isAncestorOf(widget) && widget->isVisible()) {
-            widget->setFocus(Qt::TabFocusReason);
-            break;
-        }
-    } while (widget != start);
+    ZLFocusRing::moveFocus(*this, next);
     return true; // the focus stays on the card
 }

@@ -1,5 +1,7 @@
 #include "widgets/ZLSheet.h"
 
+#include "widgets/ZLFocusRing.h"
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -121,17 +123,8 @@ void ZLSheet::keyPressEvent(QKeyEvent *event)
 
 bool ZLSheet::focusNextPrevChild(bool next)
 {
-    QWidget *start = focusWidget() ? focusWidget() : this;
-    QWidget *widget = start;
-    do {
-        widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();
-        const bool takesTab = widget->focusPolicy() & Qt::TabFocus;
-        if (takesTab && isAncestorOf(widget) && widget->isVisible() && widget->isEnabled()) {
-            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-            return true;
-        }
-    } while (widget != start);
-    return true; // nowhere to go, and the focus stays in the sheet
+    ZLFocusRing::moveFocus(*this, next);
+    return true; // also with nowhere to go the focus stays in the sheet
 }
 
 void ZLSheet::paintEvent(QPaintEvent *)
