@@ -3,6 +3,7 @@
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLTheme.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -38,6 +39,7 @@ ZLLoadingView::ZLLoadingView(QWidget *parent)
     m_progress->setRange(0, 1000);
     m_progress->setTextVisible(false);
     m_progress->setFixedHeight(4);
+    m_progress->setAccessibleName(QStringLiteral("Upload"));
     QSizePolicy policy = m_progress->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_progress->setSizePolicy(policy);
@@ -66,6 +68,10 @@ void ZLLoadingView::setCurrentStatus(const QString &step)
 {
     m_step->setText(step);
     layOut();
+    // A screen reader reads what the button with the focus is described by, and what an alert says.
+    m_cancel->setAccessibleDescription(step);
+    QAccessibleEvent said(m_step, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
 }
 
 void ZLLoadingView::setBlogName(const QString &blogName)

@@ -10,7 +10,7 @@ ZLTextViewWithPlaceHolder::ZLTextViewWithPlaceHolder(const QString &placeHolder,
     setAcceptRichText(false);
     setFrameShape(QFrame::NoFrame);
     setPlaceholderText(placeHolder);
-    setAccessibleName(placeHolder.trimmed());
+    setAccessibleName(QStringLiteral("Title"));
     setTabChangesFocus(true);
     setLineWrapMode(QTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

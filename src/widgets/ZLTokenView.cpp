@@ -3,6 +3,7 @@
 #include "widgets/ZLIcons.h"
 #include "widgets/ZLTheme.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -11,12 +12,28 @@ constexpr int chipHeight = 26;
 constexpr int crossSide = 12;
 constexpr int padding = 10;
 constexpr int widestText = 260;
+
+QAccessibleInterface *makeAccessible(const QString &, QObject *object)
+{
+    auto *token = qobject_cast<ZLTokenView *>(object);
+    return token ? new QAccessibleWidget(token, QAccessible::Button) : nullptr;
+}
+
+/// A bare widget would be a nameless client area to a screen reader.
+void installAccessibility()
+{
+    [[maybe_unused]] static const bool once = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
+}
 } // namespace
 
 ZLTokenView::ZLTokenView(const QString &token, QWidget *parent)
     : QWidget(parent)
     , m_token(token)
 {
+    installAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setCursor(Qt::ArrowCursor);

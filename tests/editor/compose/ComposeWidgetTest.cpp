@@ -3,8 +3,10 @@
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
 #include "widgets/ZLTokenField.h"
+#include "widgets/ZLTokenView.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QCompleter>
@@ -120,6 +122,10 @@ private Q_SLOTS:
     void walksThroughTokens()
     {
         m_widget->view().setTokens({"One", "Two", "Three"});
+        const auto *chip = QAccessible::queryAccessibleInterface(field().findChild<ZLTokenView *>());
+        QVERIFY(chip);
+        QCOMPARE(chip->role(), QAccessible::Button);
+        QCOMPARE(chip->text(QAccessible::Name), "One");
         editor().setFocus();
         QTest::keyClick(&editor(), Qt::Key_Left);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
@@ -172,6 +178,7 @@ private Q_SLOTS:
         QVERIFY(!title().isEnabled());
         auto *cancel = child<QPushButton>("cancelUploadButton");
         QTRY_VERIFY(cancel->hasFocus());
+        QCOMPARE(cancel->accessibleDescription(), "Preparing...");
         QStringList texts;
         for (const QLabel *label : overlay->findChildren<QLabel *>())
             texts.append(label->text());
