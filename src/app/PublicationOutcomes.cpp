@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr int isDraft = ZLWordpressPost::Draft;
-constexpr int isPublic = ZLWordpressPost::Publish;
-
 bool isPage(const PostPtr &post)
 {
     return post->type == ZLWordpressPost::Page;
@@ -61,21 +58,21 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
     ZLTelemetry &telemetry = m_environment.telemetry;
     const bool isScheduled = isInFuture(remote);
     // These events go out whatever "sendAnonymousData" says.
-    if (remote->status == isPublic) {
+    if (remote->status == ZLWordpressPost::Publish) {
         row->status = isScheduled ? int(ZLLocalPostRepresentation::Scheduled) : publishedRowStatus(remote);
         row->published = true;
         telemetry.trackEvent(
             u"publish"_qs, publishDimensions(remote, isScheduled ? u"scheduled"_qs : publishedKind(remote)));
-    } else if (remote->status == isDraft) {
+    } else if (remote->status == ZLWordpressPost::Draft) {
         row->status = ZLLocalPostRepresentation::Draft;
         row->published = false;
         telemetry.trackEvent(u"draft"_qs, {{u"engine"_qs, u"wordpress"_qs}});
     }
 
     const ZLDefaults &defaults = m_environment.platform.defaults;
-    if (remote->status == isPublic && defaults.boolForKey(u"notifyPublish"_qs))
+    if (remote->status == ZLWordpressPost::Publish && defaults.boolForKey(u"notifyPublish"_qs))
         notify(*service, success(isScheduled ? u"Scheduled" : u"Published", remote), QUrl(remote->URL));
-    else if (remote->status == isDraft && defaults.boolForKey(u"notifyDraft"_qs))
+    else if (remote->status == ZLWordpressPost::Draft && defaults.boolForKey(u"notifyDraft"_qs))
         notify(*service, u"Successfully Saved Draft"_qs, {});
     openInBrowserIfWanted(remote);
 
@@ -91,7 +88,7 @@ void PublicationOutcomes::didPublishDraftPost(ZLWordpressService *service, const
     const LocalPostPtr row = post->localPost;
     if (!row)
         return;
-    if (post->status == isPublic) {
+    if (post->status == ZLWordpressPost::Publish) {
         // A scheduled draft shows as published until its file is read again; meant was status 8 at once.
         row->status = publishedRowStatus(post);
         row->published = true;
@@ -112,13 +109,13 @@ void PublicationOutcomes::didUpdatePost(ZLWordpressService *service, const PostP
     if (!row)
         return;
     const ZLDefaults &defaults = m_environment.platform.defaults;
-    if (post->status == isPublic) {
+    if (post->status == ZLWordpressPost::Publish) {
         const bool isScheduled = isInFuture(post);
         row->status = isScheduled ? int(ZLLocalPostRepresentation::Scheduled) : publishedRowStatus(post);
         row->published = true;
         if (defaults.boolForKey(u"notifyPublish"_qs))
             notify(*service, success(isScheduled ? u"Scheduled" : u"Updated", post), QUrl(post->URL));
-    } else if (post->status == isDraft) {
+    } else if (post->status == ZLWordpressPost::Draft) {
         row->status = ZLLocalPostRepresentation::Draft;
         row->published = false;
         if (defaults.boolForKey(u"notifyDraft"_qs))
@@ -147,7 +144,8 @@ void PublicationOutcomes::notify(const ZLWordpressService &service, const QStrin
 
 void PublicationOutcomes::openInBrowserIfWanted(const PostPtr &post)
 {
-    if (post->status == isPublic && m_environment.platform.defaults.boolForKey(u"openBrowserAfterPublish"_qs))
+    if (post->status == ZLWordpressPost::Publish
+        && m_environment.platform.defaults.boolForKey(u"openBrowserAfterPublish"_qs))
         m_environment.platform.workspace.openURL(QUrl(post->URL));
 }
 

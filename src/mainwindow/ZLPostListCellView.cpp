@@ -106,17 +106,19 @@ QSize ZLPostListCellView::sizeHint(const QStyleOptionViewItem &option, const QMo
     return {ZLTheme::toolViewWidth, 2 * padding + title.height() + 4 + detailLines * detail.lineSpacing()};
 }
 
+using Row = ZLLocalPostRepresentation;
+
 QString ZLPostListCellView::statusImageForPostStatus(int status, bool darkBackground)
 {
     static const QHash<int, QString> words{
-        {0, u"published"_qs},
-        {1, u"draft"_qs},
-        {2, u"page"_qs},
-        {3, u"active"_qs},
-        {5, u"conflict"_qs},
-        {6, u"conflict"_qs},
-        {7, u"evernote"_qs},
-        {8, u"schedule"_qs},
+        {Row::Published, u"published"_qs},
+        {Row::Draft, u"draft"_qs},
+        {Row::PublishedPage, u"page"_qs},
+        {Row::New, u"active"_qs},
+        {Row::Conflict, u"conflict"_qs},
+        {Row::ConflictSolved, u"conflict"_qs},
+        {Row::EvernoteNote, u"evernote"_qs},
+        {Row::Scheduled, u"schedule"_qs},
     };
     return u"postlist_%1_icon%2"_qs.arg(
         words.value(status, u"pendent"_qs), darkBackground ? QString() : u"_selected"_qs);
@@ -125,14 +127,14 @@ QString ZLPostListCellView::statusImageForPostStatus(int status, bool darkBackgr
 QString ZLPostListCellView::wordForPostStatus(int status)
 {
     static const QHash<int, QString> words{
-        {0, tr("Published")},
-        {1, tr("Draft")},
-        {2, tr("Published page")},
-        {3, tr("Not on the blog yet")},
-        {5, tr("Changed here and on the blog")},
-        {6, tr("Kept copy of a conflict")},
-        {7, tr("Evernote note")},
-        {8, tr("Scheduled")},
+        {Row::Published, tr("Published")},
+        {Row::Draft, tr("Draft")},
+        {Row::PublishedPage, tr("Published page")},
+        {Row::New, tr("Not on the blog yet")},
+        {Row::Conflict, tr("Changed here and on the blog")},
+        {Row::ConflictSolved, tr("Kept copy of a conflict")},
+        {Row::EvernoteNote, tr("Evernote note")},
+        {Row::Scheduled, tr("Scheduled")},
     };
     return words.value(status, tr("Changed since it was sent to the blog"));
 }
