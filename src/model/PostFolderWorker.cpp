@@ -16,9 +16,9 @@ using Stamp = PostFolderReader::Stamp;
 using KeptPtr = PostFolderReader::KeptPtr;
 
 namespace {
-constexpr QByteArrayView postName(PostSync::postName);
-constexpr QByteArrayView solvedName(PostSync::conflictSolvedName);
-constexpr QByteArrayView conflictName(PostSync::conflictName);
+const QByteArrayView postName(PostSync::postName);
+const QByteArrayView solvedName(PostSync::conflictSolvedName);
+const QByteArrayView conflictName(PostSync::conflictName);
 
 /// A file descriptor that closes itself.
 class Descriptor {
