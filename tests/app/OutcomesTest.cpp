@@ -1,6 +1,5 @@
 #include "ConnectedBlog.h"
 
-#include <QCoroTask>
 #include <QSignalSpy>
 #include <QThreadPool>
 
