@@ -10,6 +10,20 @@
 #include <QSet>
 #include <QTextEdit>
 
+namespace {
+/// The title field of the window with the post "A" on the screen; null when that does not come.
+QTextEdit *openedPost(WindowFixture &f)
+{
+    f.seedPosts({u"A"_qs});
+    f.launch();
+    f.show();
+    f.list().selectRow(0);
+    auto *title = f.find<QTextEdit>(u"titleField"_qs);
+    title->setFocus();
+    return QTest::qWaitFor([title] { return title->toPlainText() == u"A"_qs; }) ? title : nullptr;
+}
+} // namespace
+
 class MainWindowTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -76,13 +90,8 @@ private Q_SLOTS:
     void givesWhatIsTypedAtOnceToTheNewPost()
     {
         WindowFixture f;
-        f.seedPosts({u"A"_qs});
-        f.launch();
-        f.show();
-        f.list().selectRow(0);
-        auto *title = f.find<QTextEdit>(u"titleField"_qs);
-        QTRY_COMPARE(title->toPlainText(), u"A"_qs);
-        title->setFocus();
+        QTextEdit *title = openedPost(f);
+        QVERIFY(title);
         f.window->didClickOnNewPost();
         f.window->didClickOnNewPost();
         QTest::keyClicks(title, u"New"_qs);
@@ -108,13 +117,8 @@ private Q_SLOTS:
     void keepsTheOpenPostWhenANewOneCannotBeWritten()
     {
         WindowFixture f;
-        f.seedPosts({u"A"_qs});
-        f.launch();
-        f.show();
-        f.list().selectRow(0);
-        auto *title = f.find<QTextEdit>(u"titleField"_qs);
-        QTRY_COMPARE(title->toPlainText(), u"A"_qs);
-        title->setFocus();
+        QTextEdit *title = openedPost(f);
+        QVERIFY(title);
         const QString posts = f.files.blogPath(u"Ada"_qs) + u"/posts"_qs;
         QVERIFY(QDir().rename(posts, posts + u".away"_qs));
         QVERIFY(QFile(posts).open(QIODevice::WriteOnly)); // stands for a disk that takes nothing
