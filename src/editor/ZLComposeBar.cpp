@@ -124,7 +124,8 @@ void ZLComposeBar::setPublishButton(const ComposeView::Button &button)
 void ZLComposeBar::showPublishIcon()
 {
     QPalette onAccent = palette();
-    onAccent.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) // disabled, the button is bare
+        onAccent.setColor(group, QPalette::ButtonText, palette().color(QPalette::HighlightedText));
     const QString name = m_publish->isDown() ? m_publishButton.alternateImage : m_publishButton.image;
     if (!name.isEmpty())
         m_publish->setIcon(ZLIcons::icon(name, onAccent));
