@@ -1,6 +1,6 @@
 // bench_startup prepare POSTS           makes a home with one account and these posts (a folder with accounts/blog)
 // bench_startup paint|list|editor ...   starts the program and says READY with the milliseconds since START_NS
-#include "editor/ComposePage.h"
+#include "compose/ComposePage.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
 #include "store/ZLManagedObjectContext.h"

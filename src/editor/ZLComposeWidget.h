@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/ComposeView.h"
+#include "compose/ComposeView.h"
 
 #include <QPointer>
 #include <QWidget>

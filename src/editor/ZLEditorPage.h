@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/ComposePage.h"
+#include "compose/ComposePage.h"
 #include "editor/EditorCalls.h"
 #include "editor/ZLEditorWebViewBridge.h"
 

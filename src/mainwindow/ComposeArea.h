@@ -1,9 +1,9 @@
 #pragma once
 
-#include "editor/AppComposeHost.h"
+#include "app/AppComposeHost.h"
+#include "compose/ZLMainWindowCreateViewController.h"
 #include "editor/ZLEditorPage.h"
 #include "editor/ZLEditorWebView.h"
-#include "editor/ZLMainWindowCreateViewController.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 
 class ZLComposeWidget;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/PostList.h"
-#include "editor/RowUpdates.h"
+#include "compose/RowUpdates.h"
 #include "mainwindow/ZLPostListModel.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 

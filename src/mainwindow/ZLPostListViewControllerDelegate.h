@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/AwaitingAction.h"
+#include "compose/AwaitingAction.h"
 #include "model/ZLLocalPostRepresentation.h"
 
 /// The compose screen, as the post list drives it.

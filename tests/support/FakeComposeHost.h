@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/ComposeHost.h"
-#include "editor/RowUpdates.h"
+#include "app/ComposeHost.h"
+#include "compose/RowUpdates.h"
 #include "platform/ZLFileManager.h"
 #include "support/ManualClock.h"
 

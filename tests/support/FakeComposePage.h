@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/ComposePage.h"
+#include "compose/ComposePage.h"
 
 #include <QCoroFuture>
 #include <QPromise>

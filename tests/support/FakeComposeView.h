@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/ComposeView.h"
+#include "compose/ComposeView.h"
 
 /// The fields and buttons without a window.
 class FakeComposeView : public ComposeView {

@@ -1,6 +1,6 @@
 #include "TourScreen.h"
 
-#include "editor/ComposePage.h"
+#include "compose/ComposePage.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

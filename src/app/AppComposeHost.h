@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/ComposeHost.h"
+
+class ZLAppDelegate;
+
+/// The compose screen's view of the application controller.
+class AppComposeHost : public ComposeHost {
+public:
+    explicit AppComposeHost(ZLAppDelegate &app);
+
+    ZLDocumentController &documentController() override;
+    ZLNotifications &notifications() override;
+    QDateTime now() const override;
+    bool boolForKey(const QString &key) const override;
+    QString cacheFolder() const override;
+    AccountPtr selectedAccount() const override;
+    QString getBlogName() const override;
+    bool isReachable() const override;
+    QString postPathForPostId(const QString &id) const override;
+    LocalPostPtr rowForFile(const QUrl &localFile) const override;
+    QStringList getTaxonomiesForSearch(const QString &text) const override;
+    void insertPost(int index, const LocalPostPtr &row) override;
+    void removeLocalPostFromList(const LocalPostPtr &row) override;
+    void deletePostAtLocalURL(const QUrl &url) override;
+    EditorBody postContentForZalmoEditor(const QString &stored) override;
+    void syncCategoriesAndPublishPost(const PostPtr &post, int kind) override;
+    void cancelUploadOfPost(const PostPtr &post) override;
+    void deletePost(const PostPtr &post) override;
+
+private:
+    ZLAppDelegate &m_app;
+};
