@@ -2,6 +2,7 @@
 
 #include "widgets/ZLIconButton.h"
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QEvent>
@@ -30,9 +31,10 @@ const std::array<ZLComposeBar::Format, 6> ZLComposeBar::formats{{
 
 ZLComposeBar::ZLComposeBar(QWidget *parent)
     : QWidget(parent)
+    , m_row(new QHBoxLayout(this))
 {
     setFixedHeight(48);
-    auto *row = new QHBoxLayout(this);
+    QHBoxLayout *row = m_row;
     row->setContentsMargins(2 * ZLTheme::spacing, 0, 2 * ZLTheme::spacing, 0);
     row->setSpacing(2);
     for (std::size_t index = 0; index < formats.size(); ++index) {
@@ -59,7 +61,7 @@ ZLComposeBar::ZLComposeBar(QWidget *parent)
     connect(media, &QAbstractButton::clicked, this, &ZLComposeBar::didPressedInsertMedia);
     row->addWidget(media);
 
-    m_saveState = new QLabel(this);
+    m_saveState = ZLPlainText::label(this);
     m_saveState->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_saveState->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // it gives way before the buttons do
     m_saveState->setObjectName(QStringLiteral("saveStateLabel"));
@@ -119,6 +121,7 @@ void ZLComposeBar::setPublishButton(const ComposeView::Button &button)
     m_publish->setToolTip(button.toolTip);
     m_publish->setEnabled(button.enabled);
     showPublishIcon();
+    showFormatsThatFit(); // its label may be longer than the last one
 }
 
 void ZLComposeBar::showPublishIcon()
@@ -155,9 +158,43 @@ void ZLComposeBar::showSaveState()
     m_saveState->setText(hasRoom ? m_saveStateText : QString());
 }
 
+bool ZLComposeBar::canSave() const
+{
+    return m_save->isEnabled();
+}
+bool ZLComposeBar::canPublish() const
+{
+    return m_publish->isEnabled();
+}
+bool ZLComposeBar::canDelete() const
+{
+    return m_delete->isEnabled();
+}
+
+void ZLComposeBar::showFormatsThatFit()
+{
+    const int last = m_row->indexOf(m_saveState);
+    const QMargins margins = m_row->contentsMargins();
+    int room = width() - margins.left() - margins.right();
+    for (int index = last + 1; index < m_row->count(); ++index)
+        room -= m_row->itemAt(index)->sizeHint().width() + m_row->spacing();
+    for (int index = 0; index < last; ++index) {
+        QWidget *format = m_row->itemAt(index)->widget();
+        room -= format->sizeHint().boundedTo(format->maximumSize()).expandedTo(format->minimumSize()).width()
+            + m_row->spacing();
+        format->setVisible(room >= 0);
+    }
+}
+
+QSize ZLComposeBar::minimumSizeHint() const
+{
+    return {0, height()};
+}
+
 void ZLComposeBar::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    showFormatsThatFit();
     layout()->activate();
     showSaveState();
 }

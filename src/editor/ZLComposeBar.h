@@ -5,11 +5,13 @@
 #include <QWidget>
 #include <array>
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class ZLIconButton;
 
-/// The bar over the post: the formats on the left, what becomes of the post on the right.
+/// The bar over the post: the formats on the left, what becomes of the post on the right. Where it is narrow, formats
+/// give way from the last one on; the menu has them all.
 class ZLComposeBar : public QWidget {
     Q_OBJECT
 public:
@@ -20,6 +22,11 @@ public:
     void setDeleteToolTip(const QString &toolTip);
     void setSelectionStyle(const SelectionStyle &style);
     void setSaveState(const QString &text);
+    /// What the buttons say, for the menus that have the same commands.
+    bool canSave() const;
+    bool canPublish() const;
+    bool canDelete() const;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     void didPressedFormatButton(const QString &command);
@@ -42,7 +49,9 @@ private:
     QWidget *makeSeparator();
     void showPublishIcon();
     void showSaveState();
+    void showFormatsThatFit();
 
+    QHBoxLayout *m_row;
     std::array<ZLIconButton *, 6> m_formatButtons{};
     ZLIconButton *m_link;
     QLabel *m_saveState;

@@ -6,6 +6,7 @@
 #include "widgets/ZLAlertView.h"
 #include "widgets/ZLIconView.h"
 #include "widgets/ZLLoadingView.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
 #include "widgets/ZLTheme.h"
@@ -18,9 +19,6 @@
 #include <QPainter>
 #include <QStandardPaths>
 #include <QVBoxLayout>
-
-namespace {
-} // namespace
 
 /// The widget as its controller sees it.
 class ZLComposeWidget::View : public ComposeView {
@@ -200,8 +198,7 @@ QFrame *ZLComposeWidget::makeNotice()
     auto *row = new QHBoxLayout(notice);
     row->setContentsMargins(2 * ZLTheme::spacing + 4, ZLTheme::spacing, 2 * ZLTheme::spacing, ZLTheme::spacing);
     auto *icon = new ZLIconView(QStringLiteral("editor_notice"), 16, notice, ZLTheme::warning);
-    m_noticeText = new QLabel(notice);
-    m_noticeText->setTextFormat(Qt::PlainText);
+    m_noticeText = ZLPlainText::label(notice);
     m_noticeText->setWordWrap(true);
     row->addWidget(icon);
     row->addWidget(m_noticeText, 1);

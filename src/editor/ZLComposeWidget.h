@@ -28,6 +28,7 @@ public:
 
     /// The controller's face of this widget.
     ComposeView &view();
+    const ZLComposeBar &bar() const { return *m_bar; }
     void setPageWidget(QWidget *page);
     void setSheetHost(ZLSheetHost *host);
     void setCompletions(std::function<QStringList(const QString &)> completions);

@@ -1,6 +1,7 @@
 #include "mainwindow/ComposeArea.h"
 
 #include "app/ZLAppDelegate.h"
+#include "editor/ZLComposeBar.h"
 #include "editor/ZLComposeWidget.h"
 #include "model/LocalFileURL.h"
 
@@ -43,6 +44,19 @@ bool ComposeArea::canFormatSelectedDOMRange() const
 {
     const QWidget *focused = m_widget->window()->focusWidget();
     return m_webView && m_page.isReady() && focused && (focused == m_webView || m_webView->isAncestorOf(focused));
+}
+
+bool ComposeArea::canSave() const
+{
+    return m_widget->bar().canSave();
+}
+bool ComposeArea::canPublish() const
+{
+    return m_widget->bar().canPublish();
+}
+bool ComposeArea::canDelete() const
+{
+    return m_widget->bar().canDelete();
 }
 
 void ComposeArea::loadPost(const LocalPostPtr &post)

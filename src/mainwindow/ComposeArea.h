@@ -24,6 +24,10 @@ public:
     ZLEditorWebView *webView() const { return m_webView; }
     /// Whether the text cursor is in the page, so that there is something to format.
     bool canFormatSelectedDOMRange() const;
+    // as the buttons are
+    bool canSave() const;
+    bool canPublish() const;
+    bool canDelete() const;
 
     // ZLPostListViewControllerDelegate
     void loadPost(const LocalPostPtr &post) override;

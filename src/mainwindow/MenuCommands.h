@@ -13,7 +13,9 @@ struct MenuCommand {
         Always,
         NoSheet, ///< nothing hangs from the window
         HasAccount, ///< a blog is connected, and nothing hangs from the window
-        CanSave, ///< the same, and the post on the screen can be saved
+        CanSave, ///< the same, and so has the button of this name
+        CanPublish,
+        CanDelete,
         CanFormat, ///< the cursor is in the page
     };
     using Action = void (ZLMainWindow::*)();

@@ -5,6 +5,7 @@
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 #include "platform/ZLLog.h"
 #include "widgets/ZLFavicon.h"
+#include "widgets/ZLPlainText.h"
 
 #include <QPointer>
 
@@ -51,8 +52,7 @@ void PostContextMenu::addCopyToBlog()
     QMenu *blogs = addMenu(tr("Copy to Blog"));
     for (const AccountPtr &account : accounts) {
         const QString favicon = m_app.platform().files.faviconPathWithBlogName(account->alias());
-        QAction *item =
-            blogs->addAction(ZLFavicon::icon(favicon), QString(account->alias()).replace(u"&"_qs, u"&&"_qs));
+        QAction *item = blogs->addAction(ZLFavicon::icon(favicon), ZLPlainText::menuTitle(account->alias()));
         connect(item, &QAction::triggered, this, [this, account] { copyToBlog(account); });
     }
 }

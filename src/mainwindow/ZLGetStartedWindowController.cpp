@@ -1,5 +1,7 @@
 #include "mainwindow/ZLGetStartedWindowController.h"
 
+#include "widgets/ZLPlainText.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -35,9 +37,9 @@ void ZLGetStartedWindowController::addTip(
     auto *image = new ZLIconView(icon, iconSide, this, ZLTheme::accent);
     auto *texts = new QVBoxLayout;
     texts->setSpacing(2);
-    auto *heading = new QLabel(title, this);
+    QLabel *heading = ZLPlainText::label(this, title);
     heading->setFont(ZLTheme::font(font(), 0, QFont::DemiBold));
-    auto *body = new QLabel(text, this);
+    QLabel *body = ZLPlainText::label(this, text);
     body->setWordWrap(true);
     body->setForegroundRole(QPalette::PlaceholderText);
     texts->addWidget(heading);

@@ -4,6 +4,7 @@
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
 #include "mainwindow/KeyHold.h"
+#include "mainwindow/WindowPlacement.h"
 #include "mainwindow/ZLPostListView.h"
 #include "mainwindow/ZLPostListViewController.h"
 #include "mainwindow/ZLPrompts.h"
@@ -27,12 +28,15 @@ namespace {
 const QString toolViewKey = u"postListShouldBeOpen"_qs;
 const QString frameKey = u"mainWindowFrame"_qs;
 constexpr QSize sizeWithOpenList(1180, 780);
-constexpr QSize smallestSize(600, 420); // with a closed list
+constexpr QSize smallestSize(640, 480);
+/// What a desktop draws around a window, as long as that cannot be asked.
+constexpr QMargins likelyFrame(4, 40, 4, 4);
 } // namespace
 
 ZLMainWindow::ZLMainWindow(ZLAppDelegate &app)
     : m_app(app)
     , m_leaveFullScreen(new QShortcut(Qt::Key_Escape, this))
+    , m_grownBy(ZLTheme::toolViewWidth)
     , m_keyHold(new KeyHold(this))
 {
     ZLTheme::applyOnce(*qApp);
@@ -114,7 +118,6 @@ void ZLMainWindow::addCommand(QMenu *menu, const MenuCommand &command)
     action->setShortcuts(command.shortcuts);
     if (!command.icon.isEmpty())
         action->setIcon(ZLIcons::icon(command.icon));
-    addAction(action); // shortcuts work in full screen too, where the menu bar is hidden
     m_actions.insert(command.name, action);
     m_rules.insert(command.name, command.rule);
     connect(action, &QAction::triggered, this, [this, command] {
@@ -158,11 +161,23 @@ void ZLMainWindow::restorePreviousToolViewStatus()
     m_isDisplayingToolView = !stored.isValid() || stored.toBool();
     m_toolView->setVisible(m_isDisplayingToolView);
     m_sideBarView->setPostListShown(m_isDisplayingToolView);
-    updateMinimumSize();
-    if (restoreGeometry(QByteArray::fromBase64(defaults.stringForKey(frameKey).toLatin1())))
+    setMinimumSize(smallestSize);
+    if (restoreGeometry(QByteArray::fromBase64(defaults.stringForKey(frameKey).toLatin1()))) {
+        if (windowState() == Qt::WindowNoState) // the screen may be another one today
+            setGeometry(WindowPlacement::inside(roomOnScreen(), geometry()));
         return;
+    }
     const int closed = m_isDisplayingToolView ? 0 : ZLTheme::toolViewWidth;
-    resize(sizeWithOpenList - QSize(closed, 0));
+    resize((sizeWithOpenList - QSize(closed, 0)).boundedTo(roomOnScreen().size()));
+}
+
+QRect ZLMainWindow::roomOnScreen() const
+{
+    const QRect inner = geometry();
+    const QRect outer = frameGeometry();
+    const QMargins frame(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+        outer.bottom() - inner.bottom());
+    return screen()->availableGeometry().marginsRemoved(isVisible() ? frame : likelyFrame);
 }
 
 void ZLMainWindow::saveFrame()
@@ -185,24 +200,21 @@ void ZLMainWindow::hidePostListBar()
 void ZLMainWindow::setToolViewShown(bool shown)
 {
     m_isDisplayingToolView = shown;
-    const bool canGrow = !isFullScreen() && !isMaximized();
-    const int width = this->width() + (shown ? ZLTheme::toolViewWidth : -ZLTheme::toolViewWidth);
     if (!shown && m_toolView->isAncestorOf(focusWidget()))
         m_compose->makeTitleBecomeFirstResponder();
     m_toolView->setVisible(shown);
-    updateMinimumSize();
-    if (canGrow)
-        resize(width, height());
+    if (!isFullScreen() && !isMaximized()) {
+        const int width = this->width();
+        const QRect wanted = geometry().adjusted(0, 0, shown ? ZLTheme::toolViewWidth : -m_grownBy, 0);
+        setGeometry(WindowPlacement::inside(roomOnScreen(), wanted));
+        if (shown)
+            m_grownBy = this->width() - width;
+    }
     layOutColumn();
     m_sideBarView->setPostListShown(shown);
     m_app.platform().defaults.setObjectForKey(shown, toolViewKey);
     m_app.platform().defaults.synchronize();
     m_sheets->layOut();
-}
-
-void ZLMainWindow::updateMinimumSize()
-{
-    setMinimumSize(smallestSize + QSize(m_isDisplayingToolView ? ZLTheme::toolViewWidth : 0, 0));
 }
 
 void ZLMainWindow::layOutColumn()
@@ -242,7 +254,6 @@ void ZLMainWindow::changeEvent(QEvent *event)
         return; // no other state changes what is here
     m_compose->controller().hidePopupWindows();
     m_leaveFullScreen->setEnabled(isFullScreen());
-    menuBar()->setVisible(!isFullScreen());
     layOutColumn();
 }
 
@@ -285,7 +296,11 @@ bool ZLMainWindow::isRuleMet(MenuCommand::Rule rule) const
     case MenuCommand::HasAccount:
         return hasAccount;
     case MenuCommand::CanSave:
-        return hasAccount && m_compose->controller().canSaveCurrentPost();
+        return hasAccount && m_compose->canSave();
+    case MenuCommand::CanPublish:
+        return hasAccount && m_compose->canPublish();
+    case MenuCommand::CanDelete:
+        return hasAccount && m_compose->canDelete();
     case MenuCommand::CanFormat:
         return m_compose->canFormatSelectedDOMRange();
     case MenuCommand::Always:

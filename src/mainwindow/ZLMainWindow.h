@@ -20,8 +20,9 @@ class ZLSideBarView;
 
 /// The one document window: side bar, post list, compose screen, and the menu bar that drives them.
 ///
-/// The post list opens and closes by making the window wider and narrower, so that the compose screen keeps its width.
-/// In full screen the window cannot grow, and all of it stands in a column in the middle instead.
+/// The post list opens and closes by making the window wider and narrower, so that the compose screen keeps its width,
+/// as far as the desktop's screen has room. In full screen the window cannot grow, and all of it stands in a column in
+/// the middle instead.
 ///
 /// Nothing here starts the web engine before the window has been painted: that is what a start waits for.
 class ZLMainWindow : public QMainWindow {
@@ -83,9 +84,9 @@ private:
     void addCommand(QMenu *menu, const MenuCommand &command);
     void connectViews();
     void restorePreviousToolViewStatus();
+    QRect roomOnScreen() const;
     void saveFrame();
     void setToolViewShown(bool shown);
-    void updateMinimumSize();
     void layOutColumn();
     void updateMenus(bool validate);
     void updateButtons();
@@ -112,6 +113,7 @@ private:
     QHash<QString, QAction *> m_actions;
     QHash<QString, MenuCommand::Rule> m_rules;
     bool m_isDisplayingToolView = false;
+    int m_grownBy; ///< by so much the open list has made the window wider
     bool m_wasPainted = false;
     bool m_hasNewRows = false;
     bool m_isAskingForNewPost = false;

@@ -2,6 +2,7 @@
 
 #include "mainwindow/ZLPostListModel.h"
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QAbstractItemView>
@@ -145,10 +146,9 @@ bool ZLPostListCellView::helpEvent(
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QRect icon = iconRect(option.rect, QFontMetrics(option.font).height()).adjusted(-6, -6, 6, 6);
-    // The tags make the tool tip take a title for what it is, even one that looks like markup.
-    const QString title = u"<span>%1</span>"_qs.arg(index.data(Qt::DisplayRole).toString().toHtmlEscaped());
-    const QString text =
-        icon.contains(event->pos()) ? wordForPostStatus(index.data(ZLPostListModel::StatusRole).toInt()) : title;
-    QToolTip::showText(event->globalPos(), text, view);
+    const QString text = icon.contains(event->pos())
+        ? wordForPostStatus(index.data(ZLPostListModel::StatusRole).toInt())
+        : index.data(Qt::DisplayRole).toString();
+    QToolTip::showText(event->globalPos(), ZLPlainText::toolTip(text), view);
     return true;
 }

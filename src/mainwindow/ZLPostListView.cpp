@@ -5,6 +5,7 @@
 #include "widgets/ZLIconButton.h"
 #include "widgets/ZLIconView.h"
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLSyncBar.h"
 #include "widgets/ZLTheme.h"
@@ -80,10 +81,10 @@ void ZLPostListView::makeEmptyState()
 {
     m_empty = new QWidget(m_tableView);
     m_emptyIcon = new ZLIconView(u"postlist_empty"_qs, 32, m_empty, ZLTheme::secondaryText);
-    m_emptyHeading = new QLabel(m_empty);
+    m_emptyHeading = ZLPlainText::label(m_empty);
     m_emptyHeading->setObjectName(u"emptyHeading"_qs);
     m_emptyHeading->setFont(ZLTheme::font(font(), 0, QFont::DemiBold));
-    m_emptyText = new QLabel(m_empty);
+    m_emptyText = ZLPlainText::label(m_empty);
     m_emptyText->setFont(ZLTheme::font(font(), -1));
     m_emptyText->setForegroundRole(QPalette::PlaceholderText);
     m_loading = new ZLSpinner(32, m_empty);

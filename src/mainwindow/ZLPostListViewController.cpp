@@ -33,7 +33,7 @@ void ZLPostListViewController::connectView()
     });
     connect(table, &QWidget::customContextMenuRequested, this, &ZLPostListViewController::popUpMenu);
     connect(m_view->refreshButton(), &QAbstractButton::clicked, this, &ZLPostListViewController::refresh);
-    connect(m_view->searchPostsField(), &QLineEdit::textChanged, this, &ZLPostListViewController::searchPosts);
+    connect(m_view->searchPostsField(), &QLineEdit::textChanged, this, &ZLPostListViewController::updatePosts);
     connect(m_view->syncingView(), &ZLSyncBar::stopped, this, [this] {
         m_app.stopSyncing();
         hideSyncingLoading();
@@ -51,7 +51,10 @@ void ZLPostListViewController::connectView()
 void ZLPostListViewController::connectNotifications()
 {
     ZLNotifications &notifications = m_app.notifications();
-    connect(&notifications, &ZLNotifications::didChangeBlog, this, [this] { selectRowWithoutLoad(none); });
+    connect(&notifications, &ZLNotifications::didChangeBlog, this, [this] {
+        m_view->searchPostsField()->clear();
+        selectRowWithoutLoad(none);
+    });
     connect(&notifications, &ZLNotifications::didSyncPosts, this, &ZLPostListViewController::hideSyncingLoading);
     connect(&notifications, &ZLNotifications::openNewPost, this, &ZLPostListViewController::openNewPost);
     connect(&notifications, &ZLNotifications::didUpdatePosts, this, [this] {
@@ -129,6 +132,11 @@ void ZLPostListViewController::loadSelectedPost(const LocalPostPtr &post)
     const LocalPostPtr selected = m_model.post(selectedRowInTable());
     if (!selected || selected->localFile != post->localFile)
         return;
+    load(post);
+}
+
+void ZLPostListViewController::load(const LocalPostPtr &post)
+{
     m_fileToLoad.clear();
     const int action = std::exchange(m_awaitingAction, int(AwaitingAction::None));
     m_selectedLocalFile = post->localFile;
@@ -146,10 +154,12 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post)
     m_selectedPostRow = none;
     m_selectedLocalFile = post ? post->localFile : QUrl();
     const int row = m_model.rowOfFile(m_selectedLocalFile); // after a rebuild the row is another object
-    if (row == -1)
-        deselectRow();
-    else
+    if (row != -1)
         selectRow(row);
+    else if (const LocalPostPtr hidden = postOnScreen(); hidden && m_awaitingAction != AwaitingAction::None)
+        load(hidden); // a search leaves it out, and it is on the screen all the same
+    else if (!hidden)
+        deselectRow();
 }
 
 void ZLPostListViewController::selectPostWithoutLoad(const LocalPostPtr &post)
@@ -178,16 +188,12 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post, int action)
 
 void ZLPostListViewController::selectRowWithoutLoad(int row)
 {
-    m_selectedPostRow = row;
     m_fileToLoad.clear();
-    const LocalPostPtr post = m_model.post(row);
-    if (post) {
-        m_selectedLocalFile = post->localFile;
-        m_model.reloadRow(row);
-    } else {
-        m_selectedLocalFile.clear();
-    }
-    selectInTable(post ? row : none);
+    const LocalPostPtr post = m_app.posts().value(row);
+    m_selectedLocalFile = post ? post->localFile : QUrl();
+    m_selectedPostRow = m_model.rowOfFile(m_selectedLocalFile); // none also where a search leaves it out
+    m_model.reloadRow(m_selectedPostRow);
+    selectInTable(m_selectedPostRow);
 }
 
 void ZLPostListViewController::selectPostFromLocalFileURL(const QUrl &url)
@@ -207,13 +213,16 @@ void ZLPostListViewController::setRows(const QList<LocalPostPtr> &posts)
     selectInTable(m_selectedPostRow);
 }
 
+/// A search stands for as long as its text does.
 void ZLPostListViewController::updatePosts()
 {
-    setRows(m_app.posts());
+    const QString text = m_view->searchPostsField()->text();
+    setRows(text.isEmpty() ? m_app.posts() : m_app.getPostsForSearch(text));
 }
 
 void ZLPostListViewController::updatePostsAndSelectRow(int row)
 {
+    m_view->searchPostsField()->clear();
     updatePosts();
     selectRow(row);
 }
@@ -251,10 +260,10 @@ void ZLPostListViewController::didDeleteLocalPost(const LocalPostPtr &post)
 void ZLPostListViewController::didUpdatePost(const PostPtr &, const LocalPostPtr &row, const QUrl &previousLocalURL)
 {
     // A new post that was kept on the screen while another blog was connected is in no selected row.
-    const bool isKept = m_selectedLocalFile.isEmpty() && delegate && delegate->isOnScreen(row);
+    const bool isKept = row && m_selectedLocalFile.isEmpty() && delegate && delegate->isOnScreen(row);
     const bool wasSelected = isKept || (!previousLocalURL.isEmpty() && m_selectedLocalFile == previousLocalURL);
     updatePosts();
-    if (wasSelected) {
+    if (wasSelected && row) {
         m_awaitingAction = AwaitingAction::Reload;
         selectPost(row);
     } else {
@@ -332,15 +341,9 @@ void ZLPostListViewController::refresh()
     m_app.refreshCurrentBlog();
 }
 
-void ZLPostListViewController::searchPosts()
-{
-    const QString text = m_view->searchPostsField()->text();
-    setRows(text.isEmpty() ? m_app.posts() : m_app.getPostsForSearch(text));
-    m_view->updateEmptyState();
-}
-
 void ZLPostListViewController::openNewPost()
 {
+    m_view->searchPostsField()->clear(); // its row is to be seen
     updatePosts();
     const LocalPostPtr post = m_model.post(0);
     if (!post)

@@ -54,7 +54,6 @@ public:
 
     // actions
     void refresh(); ///< the button: asks the blog
-    void searchPosts();
     void openNewPost();
     void showLoadingView() override;
     void hideLoadingView() override;
@@ -72,6 +71,7 @@ private:
     void connectNotifications();
     void tableViewSelectionDidChange();
     void loadSelectedPost(const LocalPostPtr &post);
+    void load(const LocalPostPtr &post);
     void leaveVanishedPost();
     LocalPostPtr postOnScreen() const;
     void setRows(const QList<LocalPostPtr> &posts);

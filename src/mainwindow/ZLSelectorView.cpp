@@ -2,6 +2,7 @@
 
 #include "widgets/ZLFavicon.h"
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QActionGroup>
@@ -53,8 +54,7 @@ void ZLSelectorView::rebuildMenu()
     m_group = new QActionGroup(this);
     for (int index = 1; index <= m_items.size(); ++index) {
         const Item &item = m_items[index - 1];
-        QString title = item.title.trimmed();
-        QAction *action = m_menu->addAction(ZLFavicon::icon(item.imagePath), title.replace(u"&"_qs, u"&&"_qs));
+        QAction *action = m_menu->addAction(ZLFavicon::icon(item.imagePath), ZLPlainText::menuTitle(item.title));
         action->setCheckable(true);
         action->setChecked(index == m_selectedIndex);
         m_group->addAction(action);

@@ -1,6 +1,7 @@
 #include "widgets/ZLAlertView.h"
 
 #include "widgets/ZLIconView.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QHBoxLayout>
@@ -15,9 +16,8 @@ constexpr QColor deleteColor(0xc9, 0x2a, 0x2a); // white reads on it, on light a
 
 QLabel *makeText(QWidget *card, const QFont &font)
 {
-    auto *label = new QLabel(card);
+    QLabel *label = ZLPlainText::label(card);
     label->setFont(font);
-    label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignHCenter);
     return label;
 }
@@ -75,17 +75,8 @@ void ZLAlertView::dismiss(int index)
     Q_EMIT didDismissWithButtonIndex(index);
 }
 
-bool ZLAlertView::event(QEvent *event)
-{
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
-        event->accept();
-    return ZLCoverView::event(event);
-}
-
 void ZLAlertView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape)
-        return dismiss(0);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         return dismiss(m_delete->hasFocus() ? 1 : 0);
     ZLCoverView::keyPressEvent(event);

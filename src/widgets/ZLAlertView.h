@@ -18,7 +18,7 @@ Q_SIGNALS:
     void didDismissWithButtonIndex(int index); ///< 0 cancel, 1 delete
 
 protected:
-    bool event(QEvent *event) override;
+    void didPressEscape() override { dismiss(0); }
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -5,6 +5,7 @@
 
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QVariantAnimation>
 
@@ -22,8 +23,8 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(ZLTheme::separator(palette()));
-        painter.setBrush(palette().color(ZLTheme::isDark(palette()) ? QPalette::Window : QPalette::Base));
+        painter.setPen(ZLTheme::edge(palette()));
+        painter.setBrush(ZLTheme::raised(palette()));
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 12, 12);
     }
 };
@@ -90,6 +91,21 @@ void ZLCoverView::layOut()
     setGeometry(parentWidget()->rect());
     const QSize size = m_card->sizeHint().expandedTo(m_card->minimumSize()).boundedTo(this->size());
     m_card->setGeometry(QRect(QPoint((width() - size.width()) / 2, (height() - size.height()) / 2), size));
+}
+
+bool ZLCoverView::event(QEvent *event)
+{
+    // Before the window's shortcut, which would leave full screen.
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+        event->accept();
+    return QWidget::event(event);
+}
+
+void ZLCoverView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && isShowing())
+        return didPressEscape();
+    QWidget::keyPressEvent(event);
 }
 
 bool ZLCoverView::eventFilter(QObject *watched, QEvent *event)

@@ -20,6 +20,9 @@ Q_SIGNALS:
 
 protected:
     QWidget *card() const { return m_card; }
+    virtual void didPressEscape() { }
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

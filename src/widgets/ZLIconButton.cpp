@@ -1,6 +1,7 @@
 #include "widgets/ZLIconButton.h"
 
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
@@ -31,7 +32,7 @@ void ZLIconButton::setSides(int button, int icon)
 
 void ZLIconButton::setName(const QString &toolTip)
 {
-    setToolTip(toolTip);
+    setToolTip(ZLPlainText::toolTip(toolTip));
     setAccessibleName(toolTip);
 }
 

@@ -1,5 +1,6 @@
 #include "widgets/ZLLoadingView.h"
 
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLTheme.h"
 
@@ -12,11 +13,10 @@
 namespace {
 QLabel *addLabel(QVBoxLayout *column, QWidget *card, const QFont &font, QPalette::ColorRole role)
 {
-    auto *label = new QLabel(card);
+    QLabel *label = ZLPlainText::label(card);
     label->setFont(font);
     label->setForegroundRole(role);
     label->setAlignment(Qt::AlignHCenter);
-    label->setTextFormat(Qt::PlainText);
     column->addWidget(label);
     return label;
 }

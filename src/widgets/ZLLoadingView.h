@@ -22,6 +22,9 @@ public:
 Q_SIGNALS:
     void didPressCancel();
 
+protected:
+    void didPressEscape() override { Q_EMIT didPressCancel(); }
+
 private:
     ZLSpinner *m_spinner;
     QLabel *m_heading;

@@ -1,6 +1,7 @@
 #include "widgets/ZLSheet.h"
 
 #include "widgets/ZLFocusRing.h"
+#include "widgets/ZLPlainText.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -32,11 +33,10 @@ ZLSheet::ZLSheet(int width)
 
 QLabel *ZLSheet::addLabel(int step)
 {
-    auto *label = new QLabel(this);
+    QLabel *label = ZLPlainText::label(this);
     label->setFont(ZLTheme::font(font(), step, step > 0 ? QFont::DemiBold : QFont::Normal));
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignHCenter);
-    label->setTextFormat(Qt::PlainText); // what a blog says is never markup here
     label->setMinimumWidth(1);
     return label;
 }
@@ -133,8 +133,7 @@ void ZLSheet::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     // It hangs from the title bar: square above, round below.
     const qreal round = 2 * ZLTheme::radius;
-    painter.setPen(ZLTheme::separator(palette()));
-    // On dark ground what lies above is lighter.
-    painter.setBrush(palette().color(ZLTheme::isDark(palette()) ? QPalette::Window : QPalette::Base));
+    painter.setPen(ZLTheme::edge(palette()));
+    painter.setBrush(ZLTheme::raised(palette()));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, -round, -0.5, -0.5), round, round);
 }

@@ -136,10 +136,10 @@ void ZLStyle::drawPrimitive(
             drawFocusRing(option, painter);
         return;
     case PE_PanelMenu:
-        painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+        painter->fillRect(option->rect, ZLTheme::raised(option->palette));
         return;
     case PE_FrameMenu:
-        painter->setPen(ZLTheme::separator(option->palette));
+        painter->setPen(ZLTheme::edge(option->palette));
         painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
         return;
     case PE_PanelTipLabel:
@@ -256,6 +256,10 @@ int ZLStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const Q
     case PM_LayoutHorizontalSpacing:
     case PM_LayoutVerticalSpacing:
         return ZLTheme::spacing;
+    case PM_MenuPanelWidth:
+        return 1;
+    case PM_MenuVMargin:
+        return ZLTheme::spacing / 2;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;

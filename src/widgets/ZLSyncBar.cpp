@@ -1,5 +1,6 @@
 #include "widgets/ZLSyncBar.h"
 
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLTheme.h"
 
@@ -26,7 +27,7 @@ ZLSyncBar::ZLSyncBar(const QString &text, const QString &stopTitle, QWidget *par
         hide();
     });
 
-    auto *label = new QLabel(text, this);
+    QLabel *label = ZLPlainText::label(this, text);
     label->setFont(ZLTheme::font(font(), -1));
     auto *stop = new QPushButton(stopTitle, this);
     stop->setFlat(true);

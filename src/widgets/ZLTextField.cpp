@@ -1,5 +1,6 @@
 #include "widgets/ZLTextField.h"
 
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QHBoxLayout>
@@ -8,7 +9,7 @@
 
 ZLTextField::ZLTextField(const QString &placeholder, QWidget *parent)
     : QWidget(parent)
-    , m_label(new QLabel(placeholder, this))
+    , m_label(ZLPlainText::label(this, placeholder))
     , m_textField(new QLineEdit(this))
 {
     m_textField->setPlaceholderText(placeholder);

@@ -4,6 +4,11 @@
 #include <QMimeData>
 #include <QTextBlock>
 
+namespace {
+/// No title that somebody wrote is longer. One that is would take minutes to lay out.
+constexpr qsizetype longestTitle = 2000;
+} // namespace
+
 ZLTextViewWithPlaceHolder::ZLTextViewWithPlaceHolder(const QString &placeHolder, QWidget *parent)
     : QTextEdit(parent)
 {
@@ -32,8 +37,10 @@ QString ZLTextViewWithPlaceHolder::string() const
 
 void ZLTextViewWithPlaceHolder::setString(const QString &string)
 {
+    const bool isTooLong = string.size() > longestTitle;
     m_isSetting = true;
-    setPlainText(string);
+    setPlainText(isTooLong ? string.left(longestTitle) + u'…' : string);
+    setReadOnly(isTooLong);
     m_isSetting = false;
     m_set = string;
     m_isAsSet = true;
@@ -67,7 +74,10 @@ bool ZLTextViewWithPlaceHolder::event(QEvent *event)
 void ZLTextViewWithPlaceHolder::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        event->setAccepted(event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::ShiftModifier);
+        const Qt::KeyboardModifiers held = event->modifiers() & ~Qt::KeypadModifier;
+        event->setAccepted(held == Qt::NoModifier || held == Qt::ShiftModifier);
+        if (event->isAccepted() && !event->isAutoRepeat())
+            Q_EMIT insertTab(); // a title has one line; what follows is the text
         return;
     }
     QTextEdit::keyPressEvent(event);
@@ -104,6 +114,7 @@ void ZLTextViewWithPlaceHolder::insertFromMimeData(const QMimeData *source)
     for (const QChar lineBreak :
         {QChar(u'\n'), QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
         text.replace(lineBreak, u' ');
+    text.truncate(longestTitle);
     textCursor().insertText(text);
     ensureCursorVisible();
 }

@@ -10,6 +10,7 @@ public:
 
     /// The text as it was set, to the character, until the user changes it.
     QString string() const;
+    /// Of an endless text only the beginning shows, and cannot be edited.
     void setString(const QString &string);
 
     QSize sizeHint() const override;
@@ -19,7 +20,7 @@ Q_SIGNALS:
     void didTakeFocus();
     void didBeginEditing(); ///< with the first change since the focus came
     void didChange();
-    void insertTab();
+    void insertTab(); ///< Tab or Return: on to the text
 
 protected:
     bool event(QEvent *event) override;

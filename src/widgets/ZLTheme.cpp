@@ -101,6 +101,15 @@ QColor ZLTheme::listBackground(const QPalette &palette)
 {
     return palette.color(QPalette::AlternateBase);
 }
+QColor ZLTheme::raised(const QPalette &palette)
+{
+    // On dark ground what lies above is lighter.
+    return palette.color(isDark(palette) ? QPalette::Window : QPalette::Base);
+}
+QColor ZLTheme::edge(const QPalette &palette)
+{
+    return byScheme(palette, 0xffb9bec7, 0xff4d535d);
+}
 QColor ZLTheme::good(const QPalette &palette)
 {
     return byScheme(palette, 0xff2b8a4b, 0xff63c788);

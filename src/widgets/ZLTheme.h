@@ -31,6 +31,8 @@ QColor separator(const QPalette &palette);
 QColor hover(const QPalette &palette);
 QColor secondaryText(const QPalette &palette);
 QColor listBackground(const QPalette &palette); ///< the post list, between the paper and the bars
+QColor raised(const QPalette &palette); ///< what lies over the window: menus, sheets, completions
+QColor edge(const QPalette &palette); ///< of what lies over the window; stronger than a separator
 QColor good(const QPalette &palette);
 QColor warning(const QPalette &palette);
 QColor danger(const QPalette &palette);

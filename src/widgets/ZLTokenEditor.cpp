@@ -56,6 +56,11 @@ void ZLTokenEditor::textWasEdited(const QString &text)
         hideCompletions();
 }
 
+void ZLTokenEditor::reset()
+{
+    setText({}); // clear() would let Undo bring it back, also into another post
+}
+
 void ZLTokenEditor::commit()
 {
     commitText(text());
@@ -64,7 +69,7 @@ void ZLTokenEditor::commit()
 void ZLTokenEditor::commitText(const QString &text)
 {
     hideCompletions();
-    clear();
+    reset();
     const QString token = text.trimmed();
     if (!token.isEmpty())
         Q_EMIT committed(token);

@@ -18,6 +18,7 @@ public:
     }
     void hideCompletions();
     void commit(); ///< makes a token of what stands here
+    void reset(); ///< empties it for good
 
 Q_SIGNALS:
     void committed(const QString &token);

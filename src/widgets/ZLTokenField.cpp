@@ -3,21 +3,35 @@
 #include "widgets/ZLTokenEditor.h"
 #include "widgets/ZLTokenView.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 namespace {
 constexpr int gap = 6;
 constexpr int editorWidth = 180;
+constexpr int mostRows = 2;
 } // namespace
 
 ZLTokenField::ZLTokenField(const QString &placeHolder, QWidget *parent)
-    : QWidget(parent)
+    : QScrollArea(parent)
     , m_placeHolder(placeHolder)
-    , m_editor(new ZLTokenEditor(this))
+    , m_rows(new QWidget)
+    , m_editor(new ZLTokenEditor(m_rows))
 {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidget(m_rows);
+    m_rows->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
     setFocusProxy(m_editor);
-    setCursor(Qt::IBeamCursor);
+    viewport()->setCursor(Qt::IBeamCursor);
+    m_rows->setCursor(Qt::IBeamCursor);
+    m_rows->setFocusProxy(m_editor);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) {
+        if (now && m_rows->isAncestorOf(now))
+            bringIntoSight(now);
+    });
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -65,20 +79,22 @@ QStringList ZLTokenField::tokens() const
 
 void ZLTokenField::setTokens(const QStringList &tokens)
 {
-    m_editor->clear();
+    m_editor->reset();
     for (ZLTokenView *view : std::as_const(m_views))
         view->deleteLater();
     m_views.clear();
     for (const QString &token : tokens)
         insertView(token);
     updatePlaceHolder();
-    layOut(width(), true);
-    updateGeometry();
+    arrange();
+    verticalScrollBar()->setValue(0);
+    if (m_editor->hasFocus())
+        bringIntoSight(m_editor);
 }
 
 void ZLTokenField::insertView(const QString &token)
 {
-    auto *view = new ZLTokenView(token, this);
+    auto *view = new ZLTokenView(token, m_rows);
     m_views.append(view);
     connect(view, &ZLTokenView::removed, this, [this, view] { removeView(view); });
     connect(view, &ZLTokenView::editRequested, this, [this, view] { editView(view); });
@@ -134,8 +150,9 @@ void ZLTokenField::move(ZLTokenView *from, int step)
 void ZLTokenField::tokensChanged()
 {
     updatePlaceHolder();
-    layOut(width(), true);
-    updateGeometry();
+    arrange();
+    if (m_editor->hasFocus())
+        bringIntoSight(m_editor);
     Q_EMIT tokensDidChange();
 }
 
@@ -148,25 +165,44 @@ int ZLTokenField::layOut(int width, bool apply) const
 {
     const int rowHeight = this->rowHeight();
     int x = 0;
-    int y = 0;
+    int row = 0;
     const auto place = [&](QWidget *widget, QSize size) {
         if (x > 0 && x + size.width() > width) {
             x = 0;
-            y += rowHeight + gap;
+            ++row;
         }
+        const int y = row * (rowHeight + gap) + (rowHeight - size.height()) / 2;
         if (apply)
-            widget->setGeometry(x, y + (rowHeight - size.height()) / 2, qMin(size.width(), width), size.height());
+            widget->setGeometry(x, y, qMin(size.width(), width), size.height());
         x += size.width() + gap;
     };
     for (ZLTokenView *view : m_views)
         place(view, view->sizeHint());
     place(m_editor, {qMax(editorWidth, width - x), rowHeight});
-    return y + rowHeight;
+    return row + 1;
+}
+
+void ZLTokenField::bringIntoSight(QWidget *widget)
+{
+    ensureWidgetVisible(widget, 0, rowHeight()); // it looks at the text cursor alone
+}
+
+int ZLTokenField::heightOfRows(int rows) const
+{
+    return rows * (rowHeight() + gap) - gap;
+}
+
+void ZLTokenField::arrange()
+{
+    const bool scrolls = layOut(width(), false) > mostRows;
+    const int width = this->width() - (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
+    m_rows->resize(width, heightOfRows(layOut(width, true)));
+    updateGeometry();
 }
 
 int ZLTokenField::heightForWidth(int width) const
 {
-    return layOut(width, false);
+    return heightOfRows(qMin(mostRows, layOut(width, false)));
 }
 
 QSize ZLTokenField::sizeHint() const
@@ -179,10 +215,10 @@ QSize ZLTokenField::minimumSizeHint() const
     return {editorWidth, heightForWidth(qMax(width(), editorWidth))};
 }
 
-void ZLTokenField::resizeEvent(QResizeEvent *)
+void ZLTokenField::resizeEvent(QResizeEvent *event)
 {
-    layOut(width(), true);
-    updateGeometry();
+    QScrollArea::resizeEvent(event);
+    arrange();
 }
 
 void ZLTokenField::keyPressEvent(QKeyEvent *event)

@@ -1,17 +1,17 @@
 #pragma once
 
 #include <QList>
+#include <QScrollArea>
 #include <QStringList>
-#include <QWidget>
 #include <functional>
 
 class ZLTokenEditor;
 class ZLTokenView;
 
-/// Categories and tags as chips in a row that wraps, and the text of the next one after them. A comma, Return or Tab
+/// Categories and tags as chips in rows that wrap, and the text of the next one after them. A comma, Return or Tab
 /// makes a token of the text; Backspace takes the last one away; the arrows walk through them. Nothing can be dropped
-/// here.
-class ZLTokenField : public QWidget {
+/// here. More than two rows scroll, so that the text of the post keeps its room.
+class ZLTokenField : public QScrollArea {
     Q_OBJECT
 public:
     explicit ZLTokenField(const QString &placeHolder, QWidget *parent = nullptr);
@@ -28,7 +28,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override;
+    int heightForWidth(int width) const override; ///< of the rows that show
 
 Q_SIGNALS:
     void tokensDidChange();
@@ -46,10 +46,14 @@ private:
     void editView(ZLTokenView *view);
     void move(ZLTokenView *from, int step);
     void tokensChanged();
+    void arrange();
+    void bringIntoSight(QWidget *widget);
+    int heightOfRows(int rows) const;
     void updatePlaceHolder();
-    int layOut(int width, bool apply) const;
+    int layOut(int width, bool apply) const; ///< the number of rows
 
     QString m_placeHolder;
+    QWidget *m_rows;
     ZLTokenEditor *m_editor;
     QList<ZLTokenView *> m_views;
     bool m_isForwarding = false;

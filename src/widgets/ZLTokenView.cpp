@@ -1,6 +1,7 @@
 #include "widgets/ZLTokenView.h"
 
 #include "widgets/ZLIcons.h"
+#include "widgets/ZLPlainText.h"
 #include "widgets/ZLTheme.h"
 
 #include <QAccessibleWidget>
@@ -39,7 +40,7 @@ ZLTokenView::ZLTokenView(const QString &token, QWidget *parent)
     setCursor(Qt::ArrowCursor);
     setAccessibleName(token);
     setAccessibleDescription(QStringLiteral("Press Delete to take it away, Return to change it."));
-    setToolTip(token);
+    setToolTip(ZLPlainText::toolTip(token));
 }
 
 QSize ZLTokenView::sizeHint() const

@@ -1,12 +1,14 @@
 #include "WindowFixture.h"
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
+#include "mainwindow/WindowPlacement.h"
 #include "mainwindow/ZLSelectorView.h"
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTheme.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
 #include <QSet>
 #include <QTextEdit>
 
@@ -31,7 +33,7 @@ private Q_SLOTS:
     {
         const TestTable<QString, QStringList> row({"state", "off"});
         const QStringList needBlog{u"newPostItem"_qs, u"postListMenuItem"_qs, u"refreshPostListMenuItem"_qs,
-            u"deletePostMenuItem"_qs, u"insertImageMenuItem"_qs, u"searchPostsMenuItem"_qs};
+            u"deletePostMenuItem"_qs, u"insertImageMenuItem"_qs, u"searchPostsMenuItem"_qs, u"postMenuItem"_qs};
         const QStringList needPage{u"strikethroughMenuItem"_qs, u"orderedListMenuItem"_qs, u"unorderedListMenuItem"_qs};
         const QStringList save{u"saveMenuItem"_qs};
         const QStringList sheet{u"newBlogMenuItem"_qs};
@@ -177,6 +179,57 @@ private Q_SLOTS:
         f.launch();
         QVERIFY(!f.window->isDisplayingToolView());
         QCOMPARE(f.window->width(), wide - 300);
+    }
+
+    void staysOnTheScreen_data()
+    {
+        const TestTable<QRect, QRect> row({"window", "placed"});
+        // The room is 1000 by 700, from (50, 30) on.
+        row("inside", {100, 100, 800, 500}, {100, 100, 800, 500});
+        row("too wide", {100, 100, 1180, 500}, {50, 100, 1000, 500});
+        row("too high", {100, 100, 800, 900}, {100, 30, 800, 700});
+        row("grown over the edge", {300, 100, 900, 500}, {150, 100, 900, 500});
+        row("of another screen", {2500, -900, 800, 500}, {250, 30, 800, 500});
+    }
+
+    void staysOnTheScreen()
+    {
+        QFETCH(QRect, window);
+        QTEST(WindowPlacement::inside({50, 30, 1000, 700}, window), "placed");
+    }
+
+    void fitsASmallScreen()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        f.show();
+        QCOMPARE(f.window->minimumSize(), QSize(640, 480));
+        f.window->resize(640, 480); // with the list open
+        const auto isInside = [&f](const QWidget *widget) {
+            const QRect place(widget->mapTo(f.window.get(), QPoint()), widget->size());
+            return f.window->rect().contains(place);
+        };
+        for (const QString &name : {u"saveButton"_qs, u"deleteButton"_qs, u"titleField"_qs, u"tokenField"_qs})
+            QTRY_VERIFY2(isInside(f.find<QWidget>(name)), qPrintable(name));
+        QTRY_VERIFY(isInside(f.find<QWidget>(u"publishButton"_qs)));
+        QVERIFY(!f.find<QWidget>(u"insertMediaButton"_qs)); // has given way
+        f.window->resize(1180, 700);
+        QTRY_VERIFY(f.find<QWidget>(u"insertMediaButton"_qs));
+    }
+
+    void keepsTheMenusInFullScreen()
+    {
+        WindowFixture f;
+        f.seedPosts({u"A"_qs});
+        f.launch();
+        f.show();
+        f.window->toggleFullScreen();
+        QTRY_VERIFY(f.window->inFullScreenMode());
+        QVERIFY(f.window->menuBar()->isVisible());
+        QTest::keyClick(f.window.get(), Qt::Key_F, Qt::AltModifier);
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        QApplication::activePopupWidget()->close();
     }
 
     void standsInAColumnInFullScreen_data()

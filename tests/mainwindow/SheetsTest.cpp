@@ -29,7 +29,6 @@ public:
         QTRY_VERIFY(find<QLineEdit>(field)->hasFocus());
         QTest::keyClicks(find<QLineEdit>(field), text);
     }
-    Prompts &prompts() { return *window->windows().prompts; }
 };
 
 } // namespace

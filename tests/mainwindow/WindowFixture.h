@@ -56,6 +56,7 @@ public:
         return nullptr;
     }
 
+    Prompts &prompts() { return *window->windows().prompts; }
     ZLPostListViewController &list() { return window->postListViewController(); }
 
     ZLDefaults defaults;
