@@ -59,6 +59,7 @@ set(ZALMO_ICONS
     "sheet_publish                    send"
     "sheet_list                       panel-left"
     # menus
+    "menu_more                        chevrons-right"
     "menu_bold                        bold"
     "menu_italic                      italic"
     "menu_underline                   underline"

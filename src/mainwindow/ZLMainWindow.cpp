@@ -261,7 +261,7 @@ bool ZLMainWindow::event(QEvent *event)
 {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::UpdateRequest && !m_compose->webView()) {
-        constexpr int patience = 100; // ms for the rows, which come first when there are any
+        constexpr int patience = 500; // ms for the rows, which come first when there are any
         if (!std::exchange(m_wasPainted, true))
             makeWebViewSoon(patience);
         else if (m_hasNewRows)

@@ -40,10 +40,8 @@ void ZLPostListView::makeHeader()
     m_searchPostsField->setObjectName(u"searchPostsField"_qs);
     m_searchPostsField->setPlaceholderText(tr("Search posts"));
     m_searchPostsField->setAccessibleName(tr("Search posts"));
-    m_searchPostsField->setClearButtonEnabled(true);
-    if (auto *clear = m_searchPostsField->findChild<QAction *>(u"_q_qlineeditclearaction"_qs))
-        clear->setIcon(ZLIcons::icon(u"postlist_clear"_qs));
     m_searchPostsField->addAction(ZLIcons::icon(u"postlist_search"_qs), QLineEdit::LeadingPosition);
+    m_searchPostsField->setClearButtonEnabled(true);
     m_searchPostsField->installEventFilter(this);
     m_refreshButton = new ZLIconButton(u"postlist_refresh"_qs, tr("Refresh"), this);
     m_refreshButton->setObjectName(u"refreshButton"_qs);

@@ -22,6 +22,8 @@ static void registerResources()
 
 namespace {
 
+constexpr QLatin1String applicationMark("zalmo");
+
 QByteArray drawing(const QString &name, const QColor &color)
 {
     registerResources();
@@ -142,6 +144,5 @@ QColor ZLIcons::tone(const QString &name, const QPalette &palette)
 
 QIcon ZLIcons::application()
 {
-    registerResources();
-    return QIcon(u":/icons/zalmo.svg"_qs);
+    return icon(applicationMark); // has colours of its own
 }

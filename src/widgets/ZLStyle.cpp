@@ -1,5 +1,6 @@
 #include "widgets/ZLStyle.h"
 
+#include "widgets/ZLIcons.h"
 #include "widgets/ZLTheme.h"
 
 #include <QPainter>
@@ -265,6 +266,19 @@ int ZLStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const Q
         return 0;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QIcon ZLStyle::standardIcon(StandardPixmap name, const QStyleOption *option, const QWidget *widget) const
+{
+    // Qt's own would load picture plug-ins, which the first paint would wait for.
+    switch (name) {
+    case SP_LineEditClearButton:
+        return ZLIcons::icon(u"postlist_clear"_qs);
+    case SP_ToolBarHorizontalExtensionButton: // of the menu bar
+        return ZLIcons::icon(u"menu_more"_qs);
+    default:
+        return QProxyStyle::standardIcon(name, option, widget);
     }
 }
 

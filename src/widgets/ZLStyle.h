@@ -21,6 +21,7 @@ public:
     QSize sizeFromContents(
         ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const override;
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override;
+    QIcon standardIcon(StandardPixmap name, const QStyleOption *option, const QWidget *widget) const override;
     int styleHint(
         StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const override;
 };
