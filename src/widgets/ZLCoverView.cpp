@@ -25,7 +25,8 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(ZLTheme::edge(palette()));
         painter.setBrush(ZLTheme::raised(palette()));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 12, 12);
+        painter.drawRoundedRect(
+            QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), ZLTheme::cardRadius, ZLTheme::cardRadius);
     }
 };
 } // namespace

@@ -131,9 +131,7 @@ void ZLSheet::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    // It hangs from the title bar: square above, round below.
-    const qreal round = 2 * ZLTheme::radius;
     painter.setPen(ZLTheme::edge(palette()));
     painter.setBrush(ZLTheme::raised(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, -round, -0.5, -0.5), round, round);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), ZLTheme::cardRadius, ZLTheme::cardRadius);
 }

@@ -124,10 +124,12 @@ void ZLSheetHost::layOut()
     const int width = m_shown->width();
     const int wanted = m_shown->hasHeightForWidth() ? m_shown->heightForWidth(width) : m_shown->sizeHint().height();
     const int height = qMin(wanted, room.height()); // a long text gives way before the buttons do
-    const int slide = qRound((1 - m_dim) * 3 * ZLTheme::spacing);
+    const int rise = qRound((1 - m_dim) * 2 * ZLTheme::spacing);
+    // A little above the middle, where one looks first.
+    const int y = room.top() + int((room.height() - height) * 0.4) + rise;
     // A window narrower than the sheet shows its left part, where the fields are.
     const int x = qMax(0, qMin(room.left() + int((room.width() - width) * 0.5), rect().width() - width));
-    m_shown->setGeometry(x, room.top() - slide, width, height);
+    m_shown->setGeometry(x, y, width, height);
 }
 
 bool ZLSheetHost::eventFilter(QObject *watched, QEvent *event)

@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <functional>
 
-/// The dimmed layer over a window on which its sheets hang, one at a time. While one is up, pointer and focus stay with
+/// The dimmed layer over a window on which its sheets stand, one at a time. While one is up, pointer and focus stay with
 /// it. Alerts come first, in the order in which they came; then the sheet that was shown last.
 class ZLSheetHost : public QWidget {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     explicit ZLSheetHost(QWidget *window);
     ~ZLSheetHost() override;
 
-    /// The room in which sheets are centred and whose upper edge they hang from.
+    /// The room in which sheets are centred.
     void setSheetRect(std::function<QRect()> rect);
     void beginSheet(ZLSheet *sheet); ///< takes it over; shown before, it comes to the front again
     void endSheet(ZLSheet *sheet); ///< hides it; it can be shown again

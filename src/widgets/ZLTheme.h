@@ -22,6 +22,7 @@ bool isDark(const QPalette &palette);
 
 constexpr int spacing = 8; ///< distances are multiples of it
 constexpr int radius = 6; ///< of fields, buttons and rows
+constexpr int cardRadius = 8;
 constexpr int titleBarHeight = 40;
 constexpr int sideBarWidth = 66;
 constexpr int toolViewWidth = 300; ///< the bar of the post list
