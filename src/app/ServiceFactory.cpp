@@ -11,7 +11,6 @@ ServiceFactory::ServiceFactory(AppEnvironment &environment, AccountStore &store,
           }}
     , m_delegate(delegate)
 {
-    m_connections.setDefaultUserAgent(environment.platform.defaults.stringForKey(u"UserAgent"_qs));
 }
 
 ServiceFactory::~ServiceFactory()

@@ -3,9 +3,9 @@
 #include "app/ZLAppDelegate.h"
 #include "mainwindow/DesktopWorkspace.h"
 #include "platform/DesktopColorScheme.h"
+#include "platform/NetworkAccess.h"
 #include "platform/SingleInstance.h"
 
-#include <QNetworkAccessManager>
 #include <QObject>
 #include <future>
 
@@ -52,7 +52,7 @@ private:
     SingleInstance m_instance;
     ZLDefaults m_defaults;
     ZLKeychain m_keychain;
-    QNetworkAccessManager m_network;
+    NetworkAccess m_network;
     DesktopWorkspace m_workspace;
     DesktopColorScheme m_colorScheme;
     ZLClock m_clock;

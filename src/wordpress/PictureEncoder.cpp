@@ -1,5 +1,7 @@
 #include "wordpress/PictureEncoder.h"
 
+#include "platform/ZLLog.h"
+
 #include <QLibrary>
 #include <memory>
 
@@ -114,7 +116,9 @@ Result<QByteArray> PictureEncoder::encoded(const QByteArray &picture, Format for
         return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("The picture library could not be started."));
     const Image image = prepared(*vips, picture);
     const QByteArray bytes = image ? saved(*vips, image.get(), format) : QByteArray();
-    if (bytes.isEmpty())
-        return failure(QStringLiteral("ZLFile"), 2, vips->takeError());
+    if (bytes.isEmpty()) {
+        ZLLog(vips->takeError());
+        return failure(QStringLiteral("ZLFile"), 2, QStringLiteral("It is no picture that can be read."));
+    }
     return bytes;
 }

@@ -7,6 +7,7 @@
 #include "wordpress/SyncGroup.h"
 #include "wordpress/TaxonomySync.h"
 #include "wordpress/ZLWordpressService.h"
+#include "xmlrpc/TransferErrors.h"
 
 namespace {
 /// The calls whose failure ends the upload of their post.
@@ -27,6 +28,31 @@ bool isInPublishChain(int type)
 bool isEdit(int type)
 {
     return type == ZLWordpressServiceRequestTypeUpdatePost || type == ZLWordpressServiceRequestTypePublishDraftPost;
+}
+
+bool isOfARound(int type)
+{
+    return type == ZLWordpressServiceRequestTypeSyncPosts || type == ZLWordpressServiceRequestTypeSyncCategories
+        || type == ZLWordpressServiceRequestTypeSyncTags;
+}
+
+/// Below it is known what the host did, but not what was asked of it.
+ZLError withWordsForPosts(ZLError error, int type)
+{
+    if (!TransferErrors::isUnreadable(error))
+        return error;
+    if (type == ZLWordpressServiceRequestTypeDeletePost)
+        error.description = QStringLiteral("The blog's answer could not be read, so the post is kept on this computer. "
+                                           "Please look whether the blog has deleted it, and try again.");
+    else if (isInPublishChain(type) && type != ZLWordpressServiceRequestTypeUploadImageFromURL)
+        error.description = QStringLiteral("The blog's answer could not be read; the post may be there");
+    return error;
+}
+
+bool isOnTheWeb(const QString &address)
+{
+    const QString scheme = QUrl(address).scheme();
+    return scheme == QLatin1String("http") || scheme == QLatin1String("https");
 }
 
 ZLError errorOf(const XMLRPCResponse &fault)
@@ -85,13 +111,11 @@ ZLWordpressServiceDelegate &ReplyDispatch::delegate() const
 
 void ReplyDispatch::didReceiveResponse(const ZLWordpressXMLRPCRequest &call, const ResponsePtr &response)
 {
-    if (response && response->isFault()) {
+    if (response->isFault()) {
         didReceiveFault(call, *response);
         return;
     }
-    // An unusable reply is no fault: it reads as an absent value, so lists are empty and answers false.
-    static const XMLRPCValue absent;
-    const XMLRPCValue &object = response ? response->object() : absent;
+    const XMLRPCValue &object = response->object();
     if (isEdit(call.currentRequestType) && object.boolean())
         noteEdit(*call.additionalInfo.processingPost, response->date());
     if (const Handler handler = handlerForType(call.currentRequestType))
@@ -119,8 +143,12 @@ void ReplyDispatch::didReceiveFault(const Call &call, const XMLRPCResponse &resp
 
 void ReplyDispatch::didFailWithError(const ZLWordpressXMLRPCRequest &call, const ZLError &error)
 {
-    // Unlike a fault this leaves a sync call in its round, on purpose: the round ends when the next one asks again.
-    tellFailure(call, error);
+    if (call.currentRequestType == ZLWordpressServiceRequestTypeGetPost && call.additionalInfo.processingPost)
+        return didFailToReadBack(call);
+    const QPointer<ZLWordpressService> service(&m_service);
+    tellFailure(call, withWordsForPosts(error, call.currentRequestType));
+    if (service && isOfARound(call.currentRequestType))
+        m_to.group.finish(call.currentRequest);
 }
 
 void ReplyDispatch::tellFailure(const Call &call, const ZLError &error)
@@ -211,14 +239,8 @@ void ReplyDispatch::publishDraftPost(const Call &call, const XMLRPCValue &object
     Q_EMIT notifications.didUpdatePost(post, {});
 }
 
-void ReplyDispatch::deletePost(const Call &call, const XMLRPCValue &object)
+void ReplyDispatch::deletePost(const Call &call, const XMLRPCValue &)
 {
-    // It may be a refusal that broke off, and the file on this computer would go for it.
-    if (object.isAbsent())
-        return tellFailure(call,
-            {QStringLiteral("Response error"), 0,
-                QStringLiteral("The blog's answer could not be read, so the post is kept on this computer. Please look "
-                               "whether the blog has deleted it, and try again.")});
     delegate().didDeletePost(&m_service, call.additionalInfo.processingPost); // whatever the blog answered
 }
 
@@ -247,6 +269,12 @@ void ReplyDispatch::uploadImageFromURL(const Call &call, const XMLRPCValue &obje
         return;
     }
     const ZLWordpressImage image{object[u"url"].string(), object[u"id"].string()};
+    if (!image.url.isEmpty() && !isOnTheWeb(image.url)) {
+        const QString text =
+            QStringLiteral("The blog took the picture %1, but names a place that is not on the web: %2");
+        tellFailure(call, {QStringLiteral("ZLUpload"), 4, text.arg(info.processingMedia, image.url)});
+        return;
+    }
     const QString text = QStringLiteral("The blog took the picture %1, but does not say where it is.");
     if (!m_to.publishing.didUploadImageFromURL(info.processingMedia, image, info.processingPost, info.processingType))
         tellFailure(call, {QStringLiteral("ZLUpload"), 3, text.arg(info.processingMedia)});

@@ -2,6 +2,7 @@
 
 #include "platform/ZLError.h"
 #include "platform/ZLFileManager.h"
+#include "wordpress/FileTransfer.h"
 
 #include <QNetworkAccessManager>
 #include <QObject>
@@ -17,11 +18,14 @@ public:
 };
 
 /// Fetches remote files into the cache folder, each under the last part of its address. Two files of that name from
-/// different hosts therefore replace each other. The action is the caller's note on what to do with the file.
+/// different hosts therefore replace each other. The action is the caller's note on what to do with the file. Only
+/// http and https are asked.
 class ZLDownloadManager : public QObject {
     Q_OBJECT
 public:
-    ZLDownloadManager(QNetworkAccessManager &network, const ZLFileManager &files, QObject *parent = nullptr);
+    /// Also removes what transfers of an earlier start have left half done.
+    ZLDownloadManager(QNetworkAccessManager &network, const ZLFileManager &files,
+        const FileTransfer::Limits &limits = {}, QObject *parent = nullptr);
 
     ZLDownloadManagerDelegate *delegate = nullptr;
 
@@ -34,10 +38,13 @@ public:
     void cancelDownloadFromURL(const QUrl &url);
 
 private:
+    QString unfinishedFolder() const;
+    void removeLeftovers() const;
     void failLater(const QUrl &url, const ZLError &error);
     void didFail(const QUrl &url, const ZLError &error);
     void didFinish(const QUrl &url, const QString &destination, int action);
 
     QNetworkAccessManager &m_network;
     const ZLFileManager &m_files;
+    const FileTransfer::Limits m_limits;
 };

@@ -91,16 +91,23 @@ qsizetype leadingSpace(QByteArrayView utf8)
     return at;
 }
 
-bool isPlain(const QByteArray &charset)
+bool isUtf8ByName(const QByteArray &charset)
 {
     return charset.isEmpty() || qstricmp(charset.constData(), "utf-8") == 0
         || qstricmp(charset.constData(), "utf8") == 0 || qstricmp(charset.constData(), "us-ascii") == 0;
+}
+
+// Text of other encodings is hardly ever valid UTF-8 by chance, while hosts name a wrong one. But for those that write
+// other characters with the bytes of ASCII: UTF-16 and UTF-32 need NUL for that, those of Japan and China the escape.
+bool isUtf8ByLooks(const QByteArray &data)
+{
+    return !data.contains('\0') && !data.contains('\x1b') && data.isValidUtf8();
 }
 } // namespace
 
 std::optional<ReplyText> ReplyText::fromData(const QByteArray &data, const QByteArray &charset)
 {
-    if (isPlain(charset))
+    if (isUtf8ByName(charset) || isUtf8ByLooks(data))
         return ReplyText(data);
     QStringDecoder decoder(charset.constData());
     if (!decoder.isValid())

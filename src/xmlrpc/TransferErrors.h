@@ -6,7 +6,8 @@
 
 class QNetworkReply;
 
-/// What can go wrong between sending a document and having its reply, with a sentence for the user.
+/// What can go wrong between sending a document and having its reply, with words for the user: which host, what it did,
+/// and what helps.
 namespace TransferErrors {
 /// A failure of the network below HTTP.
 ZLError ofReply(const QNetworkReply &reply);
@@ -14,7 +15,16 @@ ZLError ofReply(const QNetworkReply &reply);
 ZLError ofStatus(const QNetworkReply &reply);
 ZLError timedOut();
 ZLError unsupported(const QUrl &url);
-ZLError tooLarge(qint64 limit);
+ZLError tooLarge(const QUrl &url, qint64 limit);
+/// An answer that is empty, cut, or no document.
+ZLError unreadable(const QUrl &url);
 ZLError tooManyRedirects(const QUrl &url);
 ZLError insecureRedirect(const QUrl &target);
+ZLError redirectToOtherHost(const QUrl &from, const QUrl &target);
+
+/// Whether the outcome of a failed call is not known: it went out, and no answer tells whether the host has carried it
+/// out. False for what never went out and for what was refused.
+bool mayHaveHappened(const ZLError &error);
+/// Whether the host answered, and nobody could read it.
+bool isUnreadable(const ZLError &error);
 } // namespace TransferErrors

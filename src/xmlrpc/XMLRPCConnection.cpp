@@ -1,6 +1,7 @@
 #include "xmlrpc/XMLRPCConnection.h"
 
 #include "platform/ZLLog.h"
+#include "xmlrpc/OneTimeBody.h"
 #include "xmlrpc/TransferErrors.h"
 
 #include <QLocale>
@@ -47,7 +48,7 @@ XMLRPCConnection::XMLRPCConnection(
     , m_identifier(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper())
 {
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &XMLRPCConnection::timeoutExpired);
+    connect(&m_timer, &QTimer::timeout, this, [this] { fail(TransferErrors::timedOut()); });
 }
 
 XMLRPCConnection::~XMLRPCConnection()
@@ -97,7 +98,7 @@ void XMLRPCConnection::send(const QUrl &url)
             Qt::QueuedConnection);
         return;
     }
-    QNetworkRequest request = m_request->request(m_body.size(), m_manager.defaultUserAgent());
+    QNetworkRequest request = m_request->request(m_body.size());
     request.setUrl(url);
     // Followed by hand, because otherwise a POST would go on as a GET without its document.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
@@ -107,76 +108,75 @@ void XMLRPCConnection::send(const QUrl &url)
     m_data.clear();
     m_textEncodingName.clear();
     m_date = {};
-    m_reply = m_manager.network().post(request, m_body);
+    m_reply = post(request);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &XMLRPCConnection::didReceiveHead);
     connect(m_reply, &QNetworkReply::readyRead, this, &XMLRPCConnection::didReceiveData);
     connect(m_reply, &QNetworkReply::uploadProgress, this, &XMLRPCConnection::didSendBodyData);
     connect(m_reply, &QNetworkReply::finished, this, &XMLRPCConnection::didFinish);
 }
 
+QNetworkReply *XMLRPCConnection::post(QNetworkRequest request) const
+{
+    if (m_request->mayBeRepeated())
+        return m_manager.network().post(request, m_body);
+    request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    auto *body = new OneTimeBody(m_body);
+    QNetworkReply *reply = m_manager.network().post(request, body);
+    body->setParent(reply);
+    return reply;
+}
+
 void XMLRPCConnection::didReceiveHead()
 {
-    if (m_hasHead || status() == 0 || redirectTarget())
+    if (m_hasHead || status() == 0)
         return;
     m_hasHead = true;
     m_textEncodingName = charsetOf(m_reply->header(QNetworkRequest::ContentTypeHeader).toString());
     m_date = dateOf(*m_reply);
-    if (status() >= 400) {
-        // The entry stays until the delegate closes it, or else until the body has come as well.
-        m_hasFailedStatus = true;
-        const auto delegate = m_delegate;
-        delegate->didFailWithError(m_request, TransferErrors::ofStatus(*m_reply));
-    } else if (status() == 304) {
-        close();
-    } else if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > MaximumReplySize) {
-        fail(TransferErrors::tooLarge(MaximumReplySize));
-    }
+    if (const std::optional<QUrl> target = redirectTarget())
+        redirect(*target);
+    else if (status() >= 400)
+        fail(TransferErrors::ofStatus(*m_reply));
+    else if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > MaximumReplySize)
+        fail(TransferErrors::tooLarge(m_reply->url(), MaximumReplySize));
 }
 
 void XMLRPCConnection::didReceiveData()
 {
+    const QNetworkReply *reply = m_reply;
     didReceiveHead();
-    if (!m_reply || redirectTarget())
+    if (m_reply != reply)
         return;
     if (m_data.size() + m_reply->bytesAvailable() > MaximumReplySize)
-        fail(TransferErrors::tooLarge(MaximumReplySize));
+        fail(TransferErrors::tooLarge(m_reply->url(), MaximumReplySize));
     else
         m_data += m_reply->readAll();
 }
 
-void XMLRPCConnection::didSendBodyData(qint64 written, qint64 expected)
+void XMLRPCConnection::didSendBodyData(qint64 written)
 {
-    if (expected > 0)
-        m_delegate->didSendBodyData(m_request, float(double(written) / double(expected)));
+    if (written > 0)
+        m_delegate->didSendBodyData(m_request, float(double(written) / double(m_body.size())));
 }
 
 void XMLRPCConnection::didFinish()
 {
-    didReceiveData();
-    if (!m_reply)
-        return;
-    if (const std::optional<QUrl> target = redirectTarget()) {
-        redirect(*target);
-    } else if (m_reply->error() != QNetworkReply::NoError && !m_hasFailedStatus) {
+    const QNetworkReply *reply = m_reply;
+    didReceiveHead();
+    if (m_reply == reply && m_reply->error() != QNetworkReply::NoError)
         fail(TransferErrors::ofReply(*m_reply));
-    } else {
-        finishLoading();
-    }
-}
-
-void XMLRPCConnection::finishLoading()
-{
-    m_timer.stop();
-    dropReply();
-    m_body.clear();
-    if (m_data.isEmpty())
-        close(); // nobody hears of an empty reply; as intended, the delegate would be told
-    else
+    if (m_reply == reply)
+        didReceiveData();
+    if (m_reply == reply)
         parse();
 }
 
 void XMLRPCConnection::parse()
 {
+    m_timer.stop();
+    m_url = m_reply->url();
+    dropReply();
+    m_body.clear();
     m_manager.parsingQueue().start([manager = &m_manager, guard = QPointer(this), data = std::exchange(m_data, {}),
                                        charset = m_textEncodingName, date = m_date]() mutable {
         const ResponsePtr response = XMLRPCResponse::fromData(data, charset, date);
@@ -190,15 +190,21 @@ void XMLRPCConnection::parse()
 
 void XMLRPCConnection::deliver(const ResponsePtr &response)
 {
-    // The entry stays registered, but neither a picture that was uploaded nor the post that it was for is kept with it.
-    const auto request = std::exchange(m_request, nullptr);
-    const auto delegate = std::exchange(m_delegate, nullptr);
-    delegate->didReceiveResponse(request, response);
+    if (!response || (response->object().isAbsent() && !response->isFault()))
+        return fail(TransferErrors::unreadable(m_url));
+    const RequestPtr request = m_request;
+    close()->didReceiveResponse(request, response);
 }
 
-bool XMLRPCConnection::mayRedirect(const QUrl &from, const QUrl &target)
+std::optional<ZLError> XMLRPCConnection::objectionToRedirect(const QUrl &from, const QUrl &target)
 {
-    return from.scheme() != u"https" || target.scheme() == u"https";
+    if (target.scheme() != u"http" && target.scheme() != u"https")
+        return TransferErrors::unsupported(target);
+    if (target.host() != from.host())
+        return TransferErrors::redirectToOtherHost(from, target);
+    if (from.scheme() == u"https" && target.scheme() != u"https")
+        return TransferErrors::insecureRedirect(target);
+    return std::nullopt;
 }
 
 void XMLRPCConnection::redirect(const QUrl &target)
@@ -206,31 +212,25 @@ void XMLRPCConnection::redirect(const QUrl &target)
     const QUrl from = m_reply->url();
     if (++m_redirects > MaximumRedirects)
         return fail(TransferErrors::tooManyRedirects(from));
-    if (!mayRedirect(from, target))
-        return fail(TransferErrors::insecureRedirect(target));
+    if (const std::optional<ZLError> objection = objectionToRedirect(from, target))
+        return fail(*objection);
     dropReply();
     send(target);
-}
-
-void XMLRPCConnection::timeoutExpired()
-{
-    fail(TransferErrors::timedOut());
 }
 
 void XMLRPCConnection::fail(const ZLError &error)
 {
     ZLLog(
         QStringLiteral("The connection, %1, failed with the following error: %2").arg(m_identifier, error.description));
-    m_timer.stop();
-    dropReply();
-    const auto delegate = m_delegate;
-    delegate->didFailWithError(m_request, error);
-    close();
+    const RequestPtr request = m_request;
+    close()->didFailWithError(request, error);
 }
 
-void XMLRPCConnection::close()
+/// Takes the entry away, so that nothing more is heard of this one, and gives who is to be told.
+std::shared_ptr<XMLRPCConnectionDelegate> XMLRPCConnection::close()
 {
     m_manager.closeConnectionForIdentifier(m_identifier);
+    return std::exchange(m_delegate, nullptr);
 }
 
 void XMLRPCConnection::dropReply()

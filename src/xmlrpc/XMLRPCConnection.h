@@ -10,16 +10,17 @@
 /// One HTTP exchange for one request. Encoding of uploads and parsing run on the manager's queue, all else on the main
 /// thread, where the delegate is called too.
 ///
-/// It passes: encoding, sending (again after each redirect), head received, body arriving; then it ends as delivered
-/// (it stays registered), as failed or timed out (the delegate hears, the entry goes), or silently, when the reply is
-/// empty or a 304. Once cancelled, nothing reaches the delegate any more.
+/// It passes: encoding, sending (again after each redirect), head received, body arriving, parsing. It ends with a
+/// response or a failure told to the delegate, at the request's time-out at the latest; a reply that nobody can read,
+/// an empty one among them, is a failure. Once cancelled, nothing reaches the delegate any more.
 class XMLRPCConnection : public QObject {
     Q_OBJECT
 public:
     static constexpr qint64 MaximumReplySize = XMLRPCEventBasedParser::MaximumSize;
     static constexpr int MaximumRedirects = 10;
-    /// Whether to send the document on: it carries the password, which must not leave an encrypted road.
-    static bool mayRedirect(const QUrl &from, const QUrl &target);
+    /// Why the document is not sent on: it carries the password, which goes to no other host and does not leave an
+    /// encrypted road.
+    static std::optional<ZLError> objectionToRedirect(const QUrl &from, const QUrl &target);
 
     XMLRPCConnection(
         RequestPtr request, std::shared_ptr<XMLRPCConnectionDelegate> delegate, XMLRPCConnectionManager &manager);
@@ -28,23 +29,20 @@ public:
     void start();
     void cancel();
     QString identifier() const { return m_identifier; }
-    /// Null once it has heard the response.
-    const std::shared_ptr<XMLRPCConnectionDelegate> &delegate() const { return m_delegate; }
 
 private:
     void encode();
     void send(const QUrl &url);
+    QNetworkReply *post(QNetworkRequest request) const;
     void didReceiveHead();
     void didReceiveData();
-    void didSendBodyData(qint64 written, qint64 expected);
+    void didSendBodyData(qint64 written);
     void didFinish();
-    void finishLoading();
     void parse();
     void deliver(const ResponsePtr &response);
     void redirect(const QUrl &target);
-    void timeoutExpired();
     void fail(const ZLError &error);
-    void close();
+    std::shared_ptr<XMLRPCConnectionDelegate> close();
     void dropReply();
     int status() const;
     std::optional<QUrl> redirectTarget() const;
@@ -58,9 +56,9 @@ private:
     QByteArray m_data; // the reply
     QByteArray m_textEncodingName;
     QDateTime m_date; // of the reply
+    QUrl m_url; // that gave the reply
     QNetworkReply *m_reply = nullptr;
     int m_redirects = 0;
     bool m_hasHead = false;
-    bool m_hasFailedStatus = false;
     bool m_isCancelled = false;
 };

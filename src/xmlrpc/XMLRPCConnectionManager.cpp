@@ -28,11 +28,6 @@ QStringList XMLRPCConnectionManager::activeConnectionIdentifiers() const
     return m_connections.keys();
 }
 
-XMLRPCConnection *XMLRPCConnectionManager::connectionForIdentifier(const QString &identifier) const
-{
-    return m_connections.value(identifier);
-}
-
 void XMLRPCConnectionManager::closeConnectionForIdentifier(const QString &identifier)
 {
     XMLRPCConnection *connection = m_connections.take(identifier);

@@ -33,11 +33,6 @@ XMLRPCValue XMLRPCEventBasedParser::parse()
     return {};
 }
 
-void XMLRPCEventBasedParser::abortParsing()
-{
-    XML_StopParser(m_parser, XML_FALSE);
-}
-
 void XMLRPCEventBasedParser::didStartElement(void *self, const char *name, const char **)
 {
     static_cast<XMLRPCEventBasedParser *>(self)->startElement(name);
@@ -84,7 +79,7 @@ void XMLRPCEventBasedParser::checkLimits()
 void XMLRPCEventBasedParser::refuse(const QString &error)
 {
     m_error = error;
-    abortParsing();
+    XML_StopParser(m_parser, XML_FALSE);
 }
 
 QString XMLRPCEventBasedParser::expatError() const

@@ -23,7 +23,6 @@ public:
 
     /// The root value; absent when the document is unusable or holds no value.
     XMLRPCValue parse();
-    void abortParsing();
     /// Null when all went well.
     QString parserError() const { return m_error; }
     bool isFault() const { return m_delegate.isFault(); }

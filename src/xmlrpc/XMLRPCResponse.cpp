@@ -4,20 +4,6 @@
 #include "xmlrpc/ReplyText.h"
 #include "xmlrpc/XMLRPCEventBasedParser.h"
 
-namespace {
-// What is kept of the text, for the log alone: a list of posts would otherwise lie in memory twice.
-constexpr qsizetype KeptBody = 4096;
-
-QString summary(const XMLRPCValue &value)
-{
-    if (value.isArray())
-        return QStringLiteral("array of %1").arg(value.array().size());
-    if (value.isStruct())
-        return QStringLiteral("struct of %1").arg(value.structure().members().size());
-    return value.string();
-}
-} // namespace
-
 std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(
     const QByteArray &data, const QByteArray &charset, const QDateTime &date)
 {
@@ -32,7 +18,6 @@ std::shared_ptr<const XMLRPCResponse> XMLRPCResponse::fromData(
         if (!text->dropForbidden() || !response->scan(text->view()))
             response->parse(text->view());
     }
-    response->m_body = text->view().first(std::min(text->view().size(), KeptBody)).toByteArray();
     response->m_date = date;
     return response;
 }
@@ -63,14 +48,4 @@ qint64 XMLRPCResponse::faultCode() const
 QString XMLRPCResponse::faultString() const
 {
     return m_isFault ? m_object[u"faultString"].string() : QString();
-}
-
-QString XMLRPCResponse::description() const
-{
-    QString text = QStringLiteral("[body=%1").arg(QString::fromUtf8(m_body));
-    if (m_isFault)
-        text += QStringLiteral(", fault[%1]='%2'").arg(QString::number(faultCode()), faultString());
-    else
-        text += QStringLiteral(", object=%1").arg(summary(m_object));
-    return text + u']';
 }

@@ -8,8 +8,9 @@
 /// A parsed reply: its value tree and whether it is a fault. Immutable; made on any thread.
 class XMLRPCResponse {
 public:
-    /// `charset` is the character set that the HTTP reply names; empty: UTF-8. Null when the bytes are not valid in
-    /// it. A document that is malformed, nested too deep or too large gives a response without object, and a log line.
+    /// `charset` is the character set that the HTTP reply names; empty: UTF-8. Null when the bytes are valid neither in
+    /// UTF-8 nor in it. A document that is malformed, nested too deep or too large gives a response without object, and
+    /// a log line.
     static std::shared_ptr<const XMLRPCResponse> fromData(
         const QByteArray &data, const QByteArray &charset = {}, const QDateTime &date = {});
 
@@ -20,13 +21,11 @@ public:
     const QDateTime &date() const { return m_date; } ///< when the host answered; invalid when it does not tell
     /// What was wrong with a reply without object.
     QString parseError() const { return m_parseError; }
-    QString description() const;
 
 private:
     XMLRPCResponse() = default;
     bool scan(QByteArrayView utf8);
     void parse(QByteArrayView utf8);
-    QByteArray m_body;
     XMLRPCValue m_object;
     QString m_parseError;
     QDateTime m_date;

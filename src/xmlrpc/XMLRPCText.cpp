@@ -87,25 +87,6 @@ char *writeCharacter(const char16_t *&at, const char16_t *end, char *out)
 }
 } // namespace
 
-QString XMLRPCText::escapedString(QStringView text)
-{
-    QByteArray utf8(escapedUtf8Room(text), Qt::Uninitialized);
-    utf8.truncate(writeEscapedUtf8(text, utf8.data()) - utf8.constData());
-    return QString::fromUtf8(utf8);
-}
-
-QString XMLRPCText::unescapedString(QString text)
-{
-    static constexpr struct {
-        const char *entity;
-        char character;
-    } Table[] = {{"&amp;", '&'}, {"&quot;", '"'}, {"&#x27;", '\''}, {"&#x39;", '\''}, {"&#x92;", '\''},
-        {"&#x96;", '\''}, {"&gt;", '>'}, {"&lt;", '<'}};
-    for (const auto &row : Table)
-        text.replace(QLatin1String(row.entity), QLatin1String(&row.character, 1));
-    return text;
-}
-
 qsizetype XMLRPCText::escapedUtf8Room(QStringView text)
 {
     qsizetype room = text.size();

@@ -82,11 +82,6 @@ void XMLRPCStruct::insert(const QString &key, XMLRPCValue value)
     m_members.emplace_back(key, std::move(value));
 }
 
-void XMLRPCStruct::remove(QStringView key)
-{
-    std::erase_if(m_members, [key](const Member &member) { return member.first == key; });
-}
-
 void XMLRPCStruct::setObjectIfNotNil(const XMLRPCValue &value, const QString &key)
 {
     const auto *text = std::get_if<QString>(&value.variant());

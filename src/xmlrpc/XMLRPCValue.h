@@ -20,7 +20,6 @@ public:
     /// The members of a reply: of a key that comes twice the last value counts, and a null marker removes its key.
     static XMLRPCStruct fromReply(std::vector<Member> members);
     void insert(const QString &key, XMLRPCValue value); ///< replaces the value of a key that is there
-    void remove(QStringView key);
     /// Stores only present values: an absent value, a null QString and an invalid QDateTime are left out.
     void setObjectIfNotNil(const XMLRPCValue &value, const QString &key);
     const XMLRPCValue *find(QStringView key) const; ///< null when there is no such key

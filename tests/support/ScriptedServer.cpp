@@ -27,7 +27,7 @@ QByteArray headOf(const ScriptedAnswer &answer)
         head += name + ": " + value + "\r\n";
     if (!answer.withoutLength)
         head += "Content-Length: " + QByteArray::number(answer.claimedLength.value_or(answer.body.size())) + "\r\n";
-    return head + "Connection: close\r\n\r\n";
+    return head + (answer.keepsOpen ? "\r\n" : "Connection: close\r\n\r\n");
 }
 } // namespace
 
@@ -54,6 +54,7 @@ void ScriptedServer::release()
 void ScriptedServer::accept()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+        m_received.insert(socket, {});
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QObject::destroyed, this, [this, socket] { m_received.remove(socket); });
@@ -88,9 +89,23 @@ void ScriptedServer::send(QTcpSocket *socket, const ScriptedAnswer &answer)
 {
     if (answer.resets)
         return reset(socket);
-    socket->write(headOf(answer));
-    socket->write(answer.body.first(answer.cutAfter.value_or(answer.body.size())));
-    socket->disconnectFromHost();
+    socket->write(
+        answer.raw.value_or(headOf(answer) + answer.body.first(answer.cutAfter.value_or(answer.body.size()))));
+    if (!answer.endless.isEmpty())
+        flood(socket, answer.endless);
+    else if (!answer.keepsOpen)
+        socket->disconnectFromHost();
+}
+
+void ScriptedServer::flood(QTcpSocket *socket, const QByteArray &bytes)
+{
+    constexpr qint64 Ahead = 1'000'000;
+    const auto fill = [socket, bytes] {
+        while (socket->state() == QAbstractSocket::ConnectedState && socket->bytesToWrite() < Ahead)
+            socket->write(bytes);
+    };
+    connect(socket, &QTcpSocket::bytesWritten, socket, fill);
+    fill();
 }
 
 void ScriptedServer::reset(QTcpSocket *socket)

@@ -20,6 +20,9 @@ struct ScriptedAnswer {
     bool withoutLength = false; ///< the end of the connection ends the body
     bool resets = false; ///< reset the connection in place of an answer
     bool held = false; ///< wait for release()
+    bool keepsOpen = false; ///< leave the connection open for the next request
+    std::optional<QByteArray> raw = {}; ///< these bytes in place of head and body
+    QByteArray endless = {}; ///< sent after all that, again and again
 };
 
 /// An HTTP server on 127.0.0.1 that gives the answers of a test, one after the other; the last one is repeated.
@@ -38,6 +41,7 @@ public:
     QUrl url(const QString &path = u"/xmlrpc.php"_qs) const;
     void willAnswer(ScriptedAnswer answer) { m_answers.push_back(std::move(answer)); }
     const std::vector<Request> &requests() const { return m_requests; }
+    int openConnections() const { return int(m_received.size()); }
     /// Sends the answers that were held.
     void release();
 
@@ -46,6 +50,7 @@ private:
     void read(QTcpSocket *socket);
     void respond(QTcpSocket *socket);
     static void send(QTcpSocket *socket, const ScriptedAnswer &answer);
+    static void flood(QTcpSocket *socket, const QByteArray &bytes);
     static void reset(QTcpSocket *socket);
 
     QHash<QTcpSocket *, QByteArray> m_received;

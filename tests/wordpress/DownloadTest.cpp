@@ -1,7 +1,11 @@
+#include "platform/NetworkAccess.h"
 #include "support/Files.h"
+#include "support/ScriptedServer.h"
 #include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
 #include "wordpress/ZLDownloadManager.h"
+
+#include <QDirIterator>
 
 namespace {
 struct DownloadFixture : ZLDownloadManagerDelegate {
@@ -26,7 +30,14 @@ struct DownloadFixture : ZLDownloadManagerDelegate {
     {
         journal.append(u"%1 failed: %2"_qs.arg(url.toString()).arg(error.code));
     }
-    QStringList files() const { return QDir(environment.files.cacheFolder()).entryList(QDir::Files); }
+    QStringList files() const
+    {
+        const QDir cache(environment.files.cacheFolder());
+        QStringList found;
+        for (QDirIterator it(cache.path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+            found.append(cache.relativeFilePath(it.next()));
+        return found;
+    }
 };
 } // namespace
 
@@ -75,6 +86,69 @@ private Q_SLOTS:
         QVERIFY(f.manager.downloadFileFromURL(QUrl(address), 1));
         QTRY_COMPARE(f.journal, QStringList{u"%1 failed: %2"_qs.arg(address).arg(code)});
         QTRY_COMPARE(f.files(), QStringList());
+    }
+
+    void endsWhateverTheHostDoes_data()
+    {
+        const TestTable<ScriptedAnswer, FileTransfer::Limits, int> row({"answer", "limits", "code"});
+        using namespace std::chrono_literals;
+        const FileTransfer::Limits small{1'000'000, 30s, 60s};
+        const QByteArray endless(100'000, 'x');
+        row("without an end", {.withoutLength = true, .endless = endless}, small, -1103);
+        row("as large as it says", {.claimedLength = 100'000'000}, small, -1103);
+        row("trickling", {.withoutLength = true, .endless = endless}, {1'000'000'000'000, 30s, 50ms}, -1001);
+        row("silent", {.held = true}, {1'000'000, 50ms, 60s}, -1001);
+        row("cut", {.body = "x", .claimedLength = 10}, small, -1005);
+        row("empty", {}, small, -1017);
+        row("no such picture, in many words", {.status = 404, .withoutLength = true, .endless = endless}, small, 404);
+        row("to a file", {.status = 302, .headers = {{"Location", "file:///etc/hostname"}}}, small, -1002);
+    }
+
+    void endsWhateverTheHostDoes()
+    {
+        QFETCH(ScriptedAnswer, answer);
+        QFETCH(FileTransfer::Limits, limits);
+        QFETCH(int, code);
+        DownloadFixture f;
+        ScriptedServer server;
+        server.willAnswer(answer);
+        NetworkAccess network;
+        ZLDownloadManager manager(network, f.environment.files, limits);
+        manager.delegate = &f;
+        const QUrl url = server.url(u"/a.png"_qs);
+        QVERIFY(manager.downloadFileFromURL(url, 1));
+        QTRY_COMPARE(f.journal, QStringList{u"%1 failed: %2"_qs.arg(url.toString()).arg(code)});
+        QTRY_COMPARE(server.openConnections(), 0);
+        QCOMPARE(f.files(), QStringList());
+    }
+
+    void followsRedirects()
+    {
+        DownloadFixture f;
+        ScriptedServer server;
+        server.willAnswer({.status = 302, .headers = {{"Location", "/other.png"}}, .body = "elsewhere"});
+        server.willAnswer({.body = "bytes"});
+        NetworkAccess network;
+        ZLDownloadManager manager(network, f.environment.files);
+        manager.delegate = &f;
+        QVERIFY(manager.downloadFileFromURL(server.url(u"/a.png"_qs), 1));
+        QTRY_COMPARE(f.journal, QStringList{u"a.png for 1"_qs});
+        QCOMPARE(contentsOf(f.environment.files.cacheFolder() + u"/a.png"_qs), QByteArray("bytes"));
+    }
+
+    void removesWhatAnEarlierStartLeft()
+    {
+        DownloadFixture f;
+        const QString unfinished = f.environment.files.cacheFolder() + u"/downloads/"_qs;
+        QVERIFY(QDir().mkpath(unfinished));
+        for (const int minutes : {1, 11}) {
+            QFile file(unfinished + QString::number(minutes));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(file.setFileTime(
+                QDateTime::currentDateTime().addSecs(-60 * minutes), QFileDevice::FileModificationTime));
+        }
+        const ZLDownloadManager manager(f.environment.network, f.environment.files);
+        QCOMPARE(f.files(), QStringList{u"downloads/1"_qs});
     }
 
     void refusesAddressesWithoutAFile_data()

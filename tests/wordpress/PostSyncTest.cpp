@@ -140,18 +140,20 @@ private Q_SLOTS:
             {u"request 24 failed: Response error 403"_qs});
         row("and so does 425", [](FakeBlog &b) { b.answerWithFault(u"wp.getPosts"_qs, 425, u"no"_qs); },
             {u"request 24 failed: Response error 425"_qs});
-        row("a status waits", [](FakeBlog &b) { b.answerWithStatus(u"wp.getPosts"_qs, 500); },
-            {u"request 24 failed: HTTP 500"_qs});
-        row("a broken connection waits",
+        row("a status ends", [](FakeBlog &b) { b.answerWithStatus(u"wp.getPosts"_qs, 500); },
+            {u"request 24 failed: HTTP 500"_qs, ended});
+        row("a broken connection ends",
             [](FakeBlog &b) { b.breakConnection(u"wp.getPosts"_qs, QNetworkReply::RemoteHostClosedError); },
-            {u"request 24 failed: NSURLErrorDomain -1005"_qs});
-        row("an empty reply waits", [](FakeBlog &b) { b.answerEmpty(u"wp.getPosts"_qs); }, {});
+            {u"request 24 failed: NSURLErrorDomain -1005"_qs, ended});
+        row("an empty reply ends", [](FakeBlog &b) { b.answerEmpty(u"wp.getPosts"_qs); },
+            {u"request 24 failed: NSURLErrorDomain -1017"_qs, ended});
         row("fault on categories waits",
             [](FakeBlog &b) { b.answerWithFault(u"metaWeblog.getCategories"_qs, 401, u"no"_qs); },
             {u"request 28 failed: Response error 401"_qs});
         row("fault on tags waits", [](FakeBlog &b) { b.answerWithFault(u"wp.getTerms"_qs, 401, u"no"_qs); },
             {u"request 29 failed: Response error 401"_qs});
-        row("a cut reply counts as an empty list", [](FakeBlog &b) { b.answerCut(u"wp.getPosts"_qs, 150); }, {ended});
+        row("a cut reply ends", [](FakeBlog &b) { b.answerCut(u"wp.getPosts"_qs, 150); },
+            {u"request 24 failed: NSURLErrorDomain -1017"_qs, ended});
     }
 
     void endsARoundAsItsFailuresTell()

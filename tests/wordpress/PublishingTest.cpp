@@ -100,7 +100,7 @@ private Q_SLOTS:
         row("new: answers 0", 0, [](FakeBlog &b) { b.answerWith(u"wp.newPost"_qs, u"0"_qs); },
             {u"note: content Old"_qs, upload});
         row("new: cut off", 0, [](FakeBlog &b) { b.answerCut(u"wp.newPost"_qs, 60); },
-            {u"note: content Old"_qs, upload});
+            {u"note: content Old"_qs, upload, u"request 2 failed: NSURLErrorDomain -1017"_qs});
         row("new: read-back refused", 0, [](FakeBlog &b) { b.answerWithFault(u"wp.getPost"_qs, 404, u"no"_qs); },
             {u"note: content Old"_qs, u"request 1 failed: Response error 404"_qs});
         const QStringList unusable{u"note: content Old"_qs, upload, u"request 1 failed: ZLUpload 2"_qs};
@@ -122,8 +122,10 @@ private Q_SLOTS:
             {upload, u"request 3 failed: NSURLErrorDomain -1005"_qs});
         row("draft: fault", 2, [](FakeBlog &b) { b.answerWithFault(u"wp.editPost"_qs, 401, u"no"_qs); },
             {upload, u"request 4 failed: Response error 401"_qs});
-        row("draft: no XML", 2, [](FakeBlog &b) { b.answerWithBytes(u"wp.editPost"_qs, "PHP Fatal error"); }, {upload});
-        row("update: empty reply says nothing", 1, [](FakeBlog &b) { b.answerEmpty(u"wp.editPost"_qs); }, {});
+        row("draft: no XML", 2, [](FakeBlog &b) { b.answerWithBytes(u"wp.editPost"_qs, "PHP Fatal error"); },
+            {upload, u"request 4 failed: NSURLErrorDomain -1017"_qs});
+        row("update: empty reply", 1, [](FakeBlog &b) { b.answerEmpty(u"wp.editPost"_qs); },
+            {upload, u"request 3 failed: NSURLErrorDomain -1017"_qs});
     }
 
     void tellsFailures()
@@ -220,7 +222,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.journal().size(), 2); // told as done, whatever the answer says
         f.blog.answerCut(u"wp.deletePost"_qs, 60);
         f.service->deletePost(post);
-        QTRY_COMPARE(f.journal().last(), u"request 5 failed: Response error 0"_qs);
+        QTRY_COMPARE(f.journal().last(), u"request 5 failed: NSURLErrorDomain -1017"_qs);
     }
 
     void makesAndRemovesAPreview()

@@ -213,7 +213,7 @@ private Q_SLOTS:
     {
         UploadFixture f;
         f.blog.answerWith(mediaCall, XMLRPCStruct{{u"id"_qs, u"5"_qs}});
-        f.blog.answerWithBytes(mediaCall, "Warning: disk\n<?xml");
+        f.blog.answerWith(mediaCall, XMLRPCStruct{});
         f.publish(f.post(u"T"_qs, image(f.cached(u"a.png"_qs))));
         QCOMPARE(f.blog.count(mediaCall), 3);
         QCOMPARE(f.contentOnBlog(), image(f.blog.media[0].url));
@@ -261,6 +261,11 @@ private Q_SLOTS:
         row("fault", u"request 9 failed: Response error 500"_qs,
             [](FakeBlog &b) { b.answerWithFault(mediaCall, 500, u"full"_qs); });
         row("status", u"request 9 failed: HTTP 413"_qs, [](FakeBlog &b) { b.answerWithStatus(mediaCall, 413); });
+        row("unreadable", u"request 9 failed: NSURLErrorDomain -1017"_qs,
+            [](FakeBlog &b) { b.answerWithBytes(mediaCall, "Warning: disk\n<?xml"); });
+        row("a place on this computer", u"request 9 failed: ZLUpload 4"_qs, [](FakeBlog &b) {
+            b.answerWith(mediaCall, XMLRPCStruct{{u"url"_qs, u"file:///etc/passwd"_qs}});
+        });
         row("reset", u"request 9 failed: NSURLErrorDomain -1005"_qs,
             [](FakeBlog &b) { b.breakConnection(mediaCall, QNetworkReply::RemoteHostClosedError); });
     }

@@ -1,6 +1,5 @@
 #include "support/TestClasses.h"
 #include "xmlrpc/XMLRPCRequest.h"
-#include "xmlrpc/XMLRPCText.h"
 
 class EncoderTest : public QObject {
     Q_OBJECT
@@ -84,33 +83,6 @@ private Q_SLOTS:
         const QByteArray utf8 = "plain text, &#60;b&#62;caf\xc3\xa9&#60;/b&#62; &#38; \xf0\x9f\x98\x80 ";
         QCOMPARE(encoded(u"m"_qs, {piece.repeated(2000)}),
             documentOf("<param><value><string>" + utf8.repeated(2000) + "</string></value></param>"));
-    }
-
-    void fallsBackToDefaults()
-    {
-        XMLRPCRequest request(QUrl(u"http://127.0.0.1/xmlrpc.php"_qs));
-        QCOMPARE(request.timeout(), 240.0);
-        QCOMPARE(request.request(0, u"Other"_qs).rawHeader("User-Agent"), QByteArray("Zalmo"));
-        request.setUserAgent({});
-        QCOMPARE(request.request(0, u"Other"_qs).rawHeader("User-Agent"), QByteArray("Other"));
-    }
-
-    void newEncoderTakesOver()
-    {
-        XMLRPCRequest request(QUrl(u"http://127.0.0.1/"_qs));
-        request.setMethod(u"m"_qs, {7});
-        const QByteArray before = request.body();
-        request.setEncoder(std::make_unique<XMLRPCDefaultEncoder>());
-        QCOMPARE(request.body(), before);
-        request.setMethod(u"n"_qs);
-        QCOMPARE(request.body(), documentOf({}, "n"));
-    }
-
-    void escapesAndUnescapes()
-    {
-        QCOMPARE(XMLRPCText::escapedString(u"<&\u00fc>\""), u"&#60;&#38;\u00fc&#62;\""_qs);
-        QCOMPARE(
-            XMLRPCText::unescapedString(u"&amp;lt;&quot;&#x27;&#x39;&#x92;&#x96;&gt;&#60;"_qs), u"<\"''''>&#60;"_qs);
     }
 };
 

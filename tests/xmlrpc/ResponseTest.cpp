@@ -192,6 +192,9 @@ private Q_SLOTS:
         QTest::newRow("declared as nobody knows") << QByteArray() << QByteArray("\xc3\xbc") << QByteArray("X-NONE");
         QTest::newRow("UTF-8") << QByteArray("UTF-8") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
         QTest::newRow("utf8") << QByteArray("utf8") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
+        QTest::newRow("said to be Latin 1")
+            << QByteArray("ISO-8859-1") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
+        QTest::newRow("of an unknown name") << QByteArray("x-none") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
         QTest::newRow("Latin 1") << QByteArray("ISO-8859-1") << QByteArray("\xfc") << QByteArray("ISO-8859-1");
         QTest::newRow("Latin 1, declared as UTF-8")
             << QByteArray("iso-8859-1") << QByteArray("\xfc") << QByteArray("UTF-8");
@@ -227,7 +230,7 @@ private Q_SLOTS:
         QTest::newRow("half a surrogate pair") << QByteArray("\xed\xa0\xbd") << QByteArray();
         QTest::newRow("overlong") << QByteArray("\xc0\xaf") << QByteArray();
         QTest::newRow("valid once cleaned") << QByteArray("\xc3\x01\xa9") << QByteArray();
-        QTest::newRow("unknown character set") << QByteArray("x") << QByteArray("x-no-such-thing");
+        QTest::newRow("unknown character set") << QByteArray("\xfc") << QByteArray("x-no-such-thing");
     }
     void undecodableBytesGiveNoResponse()
     {
@@ -267,7 +270,6 @@ private Q_SLOTS:
         QVERIFY(fault && fault->isFault());
         QCOMPARE(fault->faultCode(), 403);
         QCOMPARE(fault->faultString(), QStringLiteral("Incorrect username or password."));
-        QVERIFY(fault->description().endsWith(u", fault[403]='Incorrect username or password.']"));
 
         const ResponsePtr reply = XMLRPCResponse::fromData("<fault><value><struct><member><name>faultCode</name>"
                                                            "<value>404</value></member></struct></value></fault>");
@@ -281,8 +283,6 @@ private Q_SLOTS:
         QVERIFY(!reply->isFault());
         QCOMPARE(reply->object().string(), QStringLiteral("1")); // only the first value counts
         QCOMPARE(reply->faultCode(), 0);
-        QCOMPARE(reply->description(),
-            QStringLiteral("[body=<p><value>1</value><fault><value>2</value></fault></p>, object=1]"));
     }
 
     void unusableRepliesHaveNoObject_data()
