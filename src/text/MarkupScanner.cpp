@@ -1,19 +1,14 @@
 #include "text/MarkupScanner.h"
 
-#include <QSet>
+#include "text/ElementKinds.h"
+#include "text/Scanning.h"
+
+#include <algorithm>
 
 namespace {
 bool isLetter(QChar c)
 {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-}
-
-bool isRawText(const QString &name)
-{
-    static const QSet<QString> names{QStringLiteral("script"), QStringLiteral("style"), QStringLiteral("textarea"),
-        QStringLiteral("title"), QStringLiteral("xmp"), QStringLiteral("iframe"), QStringLiteral("noembed"),
-        QStringLiteral("noframes")};
-    return names.contains(name);
 }
 } // namespace
 
@@ -30,14 +25,13 @@ bool MarkupScanner::isSpace(QChar c)
 
 std::optional<MarkupToken> MarkupScanner::next()
 {
-    while ((m_position = m_text.indexOf(u'<', m_position)) >= 0) {
+    while ((m_position = Scanning::indexOf(m_text, u'<', m_position)) < m_text.size()) {
         if (auto token = tokenAt(m_position)) {
             m_position = token->end;
             return token;
         }
         ++m_position;
     }
-    m_position = m_text.size();
     return std::nullopt;
 }
 
@@ -62,7 +56,7 @@ MarkupToken MarkupScanner::comment(qsizetype start) const
     const QStringView closing = isTrue ? QStringView(u"-->") : QStringView(u">");
     // "<!-->" is a whole comment to a browser, so the end may overlap the beginning.
     const qsizetype found = m_text.indexOf(closing, start + 2);
-    return {MarkupToken::Comment, start, found < 0 ? m_text.size() : found + closing.size(), {}};
+    return {MarkupToken::Comment, start, found < 0 ? m_text.size() : found + closing.size(), {}, 0};
 }
 
 MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken::Kind kind) const
@@ -70,9 +64,10 @@ MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken
     qsizetype nameEnd = nameStart;
     while (nameEnd < m_text.size() && !isSpace(m_text[nameEnd]) && m_text[nameEnd] != u'/' && m_text[nameEnd] != u'>')
         ++nameEnd;
-    MarkupToken token{kind, start, tagEnd(nameEnd), m_text.sliced(nameStart, nameEnd - nameStart).toString().toLower()};
-    if (kind == MarkupToken::StartTag && isRawText(token.name))
-        token.end = rawTextEnd(token.name, token.end);
+    const QStringView name = m_text.sliced(nameStart, nameEnd - nameStart);
+    MarkupToken token{kind, start, tagEnd(nameEnd), name, ElementKinds::of(name)};
+    if (kind == MarkupToken::StartTag && (token.kinds & ElementKinds::RawText))
+        token.end = rawTextEnd(name, token.end);
     return token;
 }
 
@@ -94,9 +89,12 @@ qsizetype MarkupScanner::tagEnd(qsizetype position) const
     return m_text.size();
 }
 
-qsizetype MarkupScanner::rawTextEnd(const QString &name, qsizetype position) const
+qsizetype MarkupScanner::rawTextEnd(QStringView name, qsizetype position) const
 {
-    const QString closing = QStringLiteral("</") + name;
-    const qsizetype found = m_text.indexOf(closing, position, Qt::CaseInsensitive);
-    return found < 0 ? m_text.size() : tagEnd(found + closing.size());
+    for (position = m_text.indexOf(u"</", position); position >= 0; position = m_text.indexOf(u"</", position + 2)) {
+        const qsizetype nameEnd = position + 2 + name.size();
+        if (m_text.sliced(position + 2).startsWith(name, Qt::CaseInsensitive))
+            return tagEnd(nameEnd);
+    }
+    return m_text.size();
 }
