@@ -1,5 +1,4 @@
 #include "text/BodyPieces.h"
-#include "text/ElementKinds.h"
 #include "text/MarkupScanner.h"
 
 #include <QHash>
@@ -23,9 +22,9 @@ bool BodyPieces::isTooLarge(const QString &stored)
     while (const auto token = scanner.next()) {
         if (++tags > mostTags)
             return true;
-        const bool isStart = token->kind == MarkupToken::StartTag;
+        const bool isStart = token->isStart();
         if (token->kind == MarkupToken::Comment
-            || (token->kinds & (ElementKinds::Void | ElementKinds::RawText | ElementKinds::OptionalEnd)))
+            || (token->kinds() & (ElementKinds::Void | ElementKinds::RawText | ElementKinds::OptionalEnd)))
             continue;
         int &ofName = open[token->name.toString().toLower()];
         if (!isStart && ofName == 0)

@@ -1,7 +1,6 @@
 #include "text/BodyPieces.h"
 
 #include "text/ContentPasses.h"
-#include "text/ElementKinds.h"
 #include "text/MarkupScanner.h"
 #include "text/Scanning.h"
 
@@ -14,17 +13,12 @@ using Kind = MarkupToken::Kind;
 /// Raw-text elements end with their start token, as the scanner takes their content in.
 bool endsWithItsToken(const MarkupToken &token)
 {
-    return token.kinds & (ElementKinds::Void | ElementKinds::RawText);
+    return token.kinds() & (ElementKinds::Void | ElementKinds::RawText);
 }
 
 bool isBlockStart(const MarkupToken &token)
 {
-    return token.kind == Kind::StartTag && (token.kinds & ElementKinds::Block);
-}
-
-bool hasName(const MarkupToken &token, QStringView name)
-{
-    return token.name.compare(name, Qt::CaseInsensitive) == 0;
+    return token.isStart() && (token.kinds() & ElementKinds::Block);
 }
 
 /// What a comment says to the block editor.
@@ -181,14 +175,14 @@ qsizetype Splitter::elementEnd(const MarkupToken &start, MarkupScanner &scanner,
 {
     if (endsWithItsToken(start))
         return start.end;
-    const bool isParagraph = hasName(start, u"p");
+    const bool isParagraph = start.isNamed(u"p");
     int depth = 1;
     while (const auto token = scanner.next()) {
-        if (isParagraph && token->kind == Kind::StartTag && (token->kinds & ElementKinds::ClosesParagraph))
+        if (isParagraph && token->isStart() && (token->kinds() & ElementKinds::ClosesParagraph))
             return token->start;
-        if (token->kind == Kind::Comment || !hasName(*token, start.name))
+        if (token->kind == Kind::Comment || !token->isNamed(start.name))
             continue;
-        depth += token->kind == Kind::StartTag ? 1 : -1;
+        depth += token->isStart() ? 1 : -1;
         if (depth == 0)
             return token->end;
     }
@@ -251,7 +245,7 @@ std::vector<Splitter::Span> Splitter::closedSpans(qsizetype from, qsizetype to) 
             opener->pop_back();
         } else {
             spans.push_back({token->start, token->end});
-            if (token->kind == Kind::StartTag && !(token->kinds & ElementKinds::Void))
+            if (token->isStart() && !(token->kinds() & ElementKinds::Void))
                 open[name].push_back(token->start);
         }
     }

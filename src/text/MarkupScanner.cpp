@@ -1,14 +1,19 @@
 #include "text/MarkupScanner.h"
 
-#include "text/ElementKinds.h"
 #include "text/Scanning.h"
-
-#include <algorithm>
 
 namespace {
 bool isLetter(QChar c)
 {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+bool isRawText(QStringView name)
+{
+    // Most names are shorter, or begin otherwise.
+    constexpr qsizetype shortest = 3;
+    constexpr QStringView initials = u"instxINSTX";
+    return name.size() >= shortest && initials.contains(name[0]) && (ElementKinds::of(name) & ElementKinds::RawText);
 }
 } // namespace
 
@@ -56,23 +61,25 @@ MarkupToken MarkupScanner::comment(qsizetype start) const
     const QStringView closing = isTrue ? QStringView(u"-->") : QStringView(u">");
     // "<!-->" is a whole comment to a browser, so the end may overlap the beginning.
     const qsizetype found = m_text.indexOf(closing, start + 2);
-    return {MarkupToken::Comment, start, found < 0 ? m_text.size() : found + closing.size(), {}, 0};
+    return {MarkupToken::Comment, start, found < 0 ? m_text.size() : found + closing.size(), {}};
 }
 
 MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken::Kind kind) const
 {
     qsizetype nameEnd = nameStart;
-    while (nameEnd < m_text.size() && !isSpace(m_text[nameEnd]) && m_text[nameEnd] != u'/' && m_text[nameEnd] != u'>')
+    while (nameEnd < m_text.size() && m_text[nameEnd] != u'>' && m_text[nameEnd] != u'/' && !isSpace(m_text[nameEnd]))
         ++nameEnd;
     const QStringView name = m_text.sliced(nameStart, nameEnd - nameStart);
-    MarkupToken token{kind, start, tagEnd(nameEnd), name, ElementKinds::of(name)};
-    if (kind == MarkupToken::StartTag && (token.kinds & ElementKinds::RawText))
+    MarkupToken token{kind, start, tagEnd(nameEnd), name};
+    if (kind == MarkupToken::StartTag && isRawText(name))
         token.end = rawTextEnd(name, token.end);
     return token;
 }
 
 qsizetype MarkupScanner::tagEnd(qsizetype position) const
 {
+    if (position < m_text.size() && m_text[position] == u'>')
+        return position + 1;
     bool afterEquals = false; // a quote opens a value only behind "="
     for (; position < m_text.size(); ++position) {
         const QChar c = m_text[position];

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QStringView>
+#include "text/ElementKinds.h"
+
 #include <optional>
 
 /// One tag or comment of a text of HTML.
@@ -10,7 +11,10 @@ struct MarkupToken {
     qsizetype start = 0;
     qsizetype end = 0; ///< behind its last character; of a raw-text element, behind its content and its end tag
     QStringView name; ///< of a tag, as it stands there
-    quint8 kinds = 0; ///< of that name's ElementKinds
+
+    bool isStart() const { return kind == StartTag; }
+    bool isNamed(QStringView wanted) const { return name.compare(wanted, Qt::CaseInsensitive) == 0; }
+    quint8 kinds() const { return ElementKinds::of(name); } ///< of a tag
 };
 
 /// Finds tags and comments as a browser's tokenizer does, and passes over the text between them. The content of

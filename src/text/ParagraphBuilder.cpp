@@ -1,6 +1,5 @@
 #include "text/ContentPasses.h"
 
-#include "text/ElementKinds.h"
 #include "text/MarkupScanner.h"
 #include "text/Rewriter.h"
 #include "text/Scanning.h"
@@ -91,15 +90,19 @@ void appendChunks(TextBuffer &out, QStringView text)
 /// The end of the element at `at` in which white space says something (`pre`, a script), or -1 when there is none.
 qsizetype spacedElementEnd(QStringView text, qsizetype at)
 {
+    // Their names begin like few others.
+    constexpr QStringView secondInitials = u"rectfmoRECTFMO";
+    if (at + 2 >= text.size() || !secondInitials.contains(text[at + 2]))
+        return -1;
     qsizetype nameEnd = at + 1;
     while (nameEnd < text.size() && text[nameEnd].isLetter())
         ++nameEnd;
     if (!(ElementKinds::of(text.sliced(at + 1, nameEnd - at - 1)) & ElementKinds::KeepsSpace))
         return -1;
     const std::optional<MarkupToken> tag = MarkupScanner(text, at).next();
-    if (!tag || tag->start != at || !(tag->kinds & ElementKinds::KeepsSpace))
+    if (!tag || tag->start != at || !(tag->kinds() & ElementKinds::KeepsSpace))
         return -1;
-    if (tag->kinds & ElementKinds::RawText)
+    if (tag->kinds() & ElementKinds::RawText)
         return tag->end;
     const qsizetype closing =
         text.indexOf(QString(QStringLiteral("</") + tag->name.toString()), tag->end, Qt::CaseInsensitive);

@@ -26,7 +26,7 @@ bool readClassedImage(QStringView text, const MarkupToken &tag, ClassedImage &im
     constexpr qsizetype nameEnd = 4; // <img
     if (!text.first(tag.end).endsWith(u"/>"))
         return false;
-    TagAttributes attributes(text, tag.start, tag.end);
+    TagAttributes attributes(text, tag.start);
     TagAttribute found;
     if (!attributes.find(u"class", found) || found.valueStart == found.end
         || !isQuote(text[found.valueStart - 1].unicode()) || found.value.contains(u'"'))
@@ -38,11 +38,6 @@ bool readClassedImage(QStringView text, const MarkupToken &tag, ClassedImage &im
     image.classes = found.value;
     image.behind = text.sliced(found.end, tag.end - slashes - found.end);
     return true;
-}
-
-bool isNamed(const MarkupToken &token, QStringView name)
-{
-    return token.kind == MarkupToken::StartTag && token.name.compare(name, Qt::CaseInsensitive) == 0;
 }
 
 /// The path of an address, as it stands there.
@@ -64,31 +59,54 @@ bool isPicture(QStringView address)
     return false;
 }
 
-/// Shows the address attributes of images, of links, or of both, from left to right.
-template <class Visit>
-void visitAddresses(QStringView content, bool images, bool links, Visit visit)
-{
-    MarkupScanner scanner(content);
-    while (const auto token = scanner.next()) {
-        const bool isImage = images && isNamed(*token, u"img");
-        if (!isImage && !(links && isNamed(*token, u"a")))
-            continue;
-        TagAttributes attributes(content, token->start, token->end);
-        TagAttribute found;
-        if (attributes.find(isImage ? u"src" : u"href", found) && (isImage || isPicture(found.value)))
-            visit(found);
+/// Finds the addresses of images, of links, or of both, from left to right; also in what a browser takes for a comment.
+class Addresses {
+public:
+    Addresses(QStringView text, bool images, bool links)
+        : m_text(text)
+        , m_images(images)
+        , m_links(links)
+    {
     }
-}
+
+    bool next(TagAttribute &found)
+    {
+        while ((m_at = indexOf(m_text, u'<', m_at)) < m_text.size()) {
+            const qsizetype tag = m_at++;
+            const bool isImage = m_images && isTag(tag, u"img");
+            if (!isImage && !(m_links && isTag(tag, u"a")))
+                continue;
+            TagAttributes attributes(m_text, tag);
+            const bool isFound = attributes.find(isImage ? u"src" : u"href", found);
+            m_at = attributes.tagEnd();
+            if (isFound && (isImage || isPicture(found.value)))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    bool isTag(qsizetype at, std::u16string_view name) const
+    {
+        const qsizetype end = at + 1 + qsizetype(name.size());
+        return matches(m_text, at + 1, name) && end < m_text.size()
+            && (MarkupScanner::isSpace(m_text[end]) || m_text[end] == u'/');
+    }
+
+    QStringView m_text;
+    bool m_images;
+    bool m_links;
+    qsizetype m_at = 0;
+};
 
 QStringList addresses(const QString &content, const QString &prefix, bool images)
 {
     QStringList list;
-    if (!content.contains(prefix))
-        return list;
-    visitAddresses(content, images, !images, [&](const TagAttribute &attribute) {
+    Addresses all(content, images, !images);
+    for (TagAttribute attribute; all.next(attribute);) {
         if (attribute.value.startsWith(prefix))
             list.append(attribute.value.toString());
-    });
+    }
     return list;
 }
 } // namespace
@@ -103,7 +121,7 @@ QString ContentPasses::contentReplacingImageClasses(const QString &content, Kept
             continue;
         const MarkupToken *tag = markup.tokenAt(at);
         ClassedImage image;
-        if (tag->start != at || !isNamed(*tag, u"img") || !readClassedImage(text, *tag, image))
+        if (tag->start != at || !tag->isNamed(u"img") || !readClassedImage(text, *tag, image))
             continue;
         const bool centred = image.classes.contains(u"aligncenter");
         const QString mark = kept ? kept->attributeFor(text.sliced(at, tag->end - at)) : QString();
@@ -127,10 +145,15 @@ QStringList ContentPasses::linkedPictures(const QString &content, const QString 
 QString ContentPasses::replacePictureAddresses(const QString &content, const QHash<QString, QString> &replacements)
 {
     Rewriter out(content);
-    visitAddresses(content, true, true, [&](const TagAttribute &attribute) {
+    MarkupPlaces markup(content);
+    Addresses all(content, true, true);
+    for (TagAttribute attribute; all.next(attribute);) {
         const auto found = replacements.constFind(attribute.value.toString());
-        if (found != replacements.constEnd())
+        if (found == replacements.constEnd())
+            continue;
+        const MarkupToken *tag = markup.tokenAt(attribute.start);
+        if (tag && tag->isStart() && (tag->isNamed(u"img") || tag->isNamed(u"a")))
             out.replace(attribute.valueStart, attribute.valueStart + attribute.value.size(), *found);
-    });
+    }
     return out.result();
 }

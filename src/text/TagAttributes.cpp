@@ -14,12 +14,12 @@ qsizetype skip(QStringView text, qsizetype at, Test test)
 
 bool isName(QChar c)
 {
-    return !MarkupScanner::isSpace(c) && c != u'/' && c != u'=';
+    return !MarkupScanner::isSpace(c) && c != u'/' && c != u'=' && c != u'>';
 }
 } // namespace
 
-TagAttributes::TagAttributes(QStringView text, qsizetype start, qsizetype end)
-    : m_text(text.first(end > start && text[end - 1] == u'>' ? end - 1 : end))
+TagAttributes::TagAttributes(QStringView text, qsizetype start)
+    : m_text(text)
     , m_at(skip(m_text, start + 1, isName))
 {
 }
@@ -29,7 +29,7 @@ bool TagAttributes::next(TagAttribute &found)
     using Scanning::isQuote;
     constexpr auto isSpace = MarkupScanner::isSpace;
     m_at = skip(m_text, m_at, [](QChar c) { return isSpace(c) || c == u'/'; });
-    if (m_at >= m_text.size())
+    if (m_at >= m_text.size() || m_text[m_at] == u'>')
         return false;
     found.start = m_at;
     m_at = skip(m_text, m_at + 1, isName); // an "=" in front belongs to the name
@@ -45,7 +45,7 @@ bool TagAttributes::next(TagAttribute &found)
         valueEnd = Scanning::indexOf(m_text, m_text[valueEnd].unicode(), ++found.valueStart);
         m_at = std::min(valueEnd + 1, m_text.size());
     } else {
-        m_at = valueEnd = skip(m_text, valueEnd, [](QChar c) { return !isSpace(c); });
+        m_at = valueEnd = skip(m_text, valueEnd, [](QChar c) { return !isSpace(c) && c != u'>'; });
     }
     found.value = m_text.sliced(found.valueStart, valueEnd - found.valueStart);
     found.end = m_at;
@@ -59,4 +59,11 @@ bool TagAttributes::find(QStringView name, TagAttribute &found)
             return true;
     }
     return false;
+}
+
+qsizetype TagAttributes::tagEnd()
+{
+    TagAttribute passed;
+    while (next(passed)) { }
+    return std::min(m_at + 1, m_text.size());
 }

@@ -16,13 +16,15 @@ struct TagAttribute {
 /// Reads the attributes of a start tag from left to right as a browser does. Places are those of the whole text.
 class TagAttributes {
 public:
-    /// `start` is the place of "<", `end` that behind ">".
-    TagAttributes(QStringView text, qsizetype start, qsizetype end);
+    /// `start` is the place of "<".
+    TagAttributes(QStringView text, qsizetype start);
     bool next(TagAttribute &found);
     /// Goes on to the first attribute of this name.
     bool find(QStringView name, TagAttribute &found);
+    /// Behind the ">" of the tag, or the size of the text. Reads what is left of the attributes.
+    qsizetype tagEnd();
 
 private:
-    QStringView m_text; ///< up to the tag's ">"
+    QStringView m_text;
     qsizetype m_at;
 };

@@ -133,7 +133,8 @@ private Q_SLOTS:
                                 "<a class='x' href = 'http://h/d.jpeg' ><!-- <img src='http://h/a.png'> -->"
                                 "<img data-src='http://h/a.png'><IMG title='>' SRC=http://h/e.png/>"_qs;
         const QString http = u"http://"_qs;
-        QCOMPARE(imageSources(content, http), (QStringList{u"http://h/a.png"_qs, u"http://h/e.png/"_qs}));
+        QCOMPARE(imageSources(content, http),
+            (QStringList{u"http://h/a.png"_qs, u"http://h/a.png"_qs, u"http://h/e.png/"_qs}));
         QCOMPARE(linkedPictures(content, http), (QStringList{u"http://h/b.JPG?x=1"_qs, u"http://h/d.jpeg"_qs}));
         const QString swapped = replacePictureAddresses(content,
             {{u"http://h/a.png"_qs, u"A"_qs}, {u"http://h/d.jpeg"_qs, u"D"_qs}, {u"http://h/page.html"_qs, u"P"_qs}});
