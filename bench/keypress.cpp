@@ -45,10 +45,8 @@ EditorBody asEditorBody(const QString &stored)
     EditorBody body;
     body.isBlockEditor = true;
     body.pieces = BodyPieces::split(stored);
-    for (BodyPiece &piece : body.pieces) {
+    for (BodyPiece &piece : body.pieces)
         piece.html = piece.core;
-        body.html += piece.html;
-    }
     return body;
 }
 

@@ -1,6 +1,6 @@
 // bench_text passes|roads|tag-free|unescape|plain FILE
-// passes: each over the body itself, replacements included, as the peers run the eleven patterns of these passes.
-// roads: the same in a row, to the editor, to the page and out of its containers. tag-free: passes on the body's words
+// passes: each over the body itself, replacements included, as the peers run the nine patterns of these passes.
+// roads: the same in a row, to the editor and to the page. tag-free: passes on the body's words
 // alone.
 #include "bench.h"
 #include "text/ContentPasses.h"
@@ -20,8 +20,6 @@ void allPasses(const QString &body)
     bench::keep(imageSources(body, QStringLiteral("http://")));
     bench::keep(linkedPictures(body, QStringLiteral("http://")));
     bench::keep(postContentWithVideoURLTags(body));
-    bench::keep(postContentWithHeadings(body));
-    bench::keep(replaceEmbedTags(body));
 }
 
 void allRoads(const QString &body)
@@ -30,8 +28,7 @@ void allRoads(const QString &body)
     const QString content = contentForEditor(body);
     bench::keep(imageSources(content, QStringLiteral("http://")));
     bench::keep(linkedPictures(content, QStringLiteral("http://")));
-    const QString page = postContentWithHeadings(postContentWithVideoURLTags(postContentWithShortCodeTags(content)));
-    bench::keep(replaceEmbedTags(page));
+    bench::keep(postContentWithVideoURLTags(postContentWithShortCodeTags(content)));
 }
 
 template <class Work>

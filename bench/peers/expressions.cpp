@@ -27,8 +27,6 @@ std::vector<QRegularExpression> expressions()
              QStringLiteral(R"re((<img\s[\s\S]*?src\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"),
              QStringLiteral(R"re((<a\s[\s\S]*?href\s*?=\s*?['"](.*?)['"][\s\S]*?>)+?)re"),
              QStringLiteral(R"re((^|\s)https?:\/\/www\.youtube\.com\/watch\?v=(.*?)($|\s))re"),
-             QStringLiteral(R"re(<\s*?(h1|h2|h3|h4|h5|h6).*?>(.*?)<(\s*?)\/(\s*?)(h1|h2|h3|h4|h5|h6)\s*?>)re"),
-             QStringLiteral(R"re(<div\s[\s\S]*?class=['"](embed|youtube|vimeo|videolog)['"]>(.*?)</div>)re"),
          }) {
         compiled.emplace_back(pattern, QRegularExpression::CaseInsensitiveOption);
         compiled.back().optimize();

@@ -94,9 +94,7 @@ void ZLMainWindowCreateViewController::loadContent()
 
 void ZLMainWindowCreateViewController::loadBlankPage()
 {
-    EditorBody blank;
-    blank.html = BlankContent::paragraph;
-    m_page.loadHTMLContent(blank, m_screen.generation());
+    m_page.loadHTMLContent(EditorBody(), m_screen.generation());
 }
 
 void ZLMainWindowCreateViewController::loadTokens()

@@ -8,7 +8,6 @@ namespace {
 QVariantMap toVariant(const BodyPiece &piece)
 {
     return {
-        {QStringLiteral("stored"), piece.stored},
         {QStringLiteral("lead"), piece.lead},
         {QStringLiteral("core"), piece.core},
         {QStringLiteral("tail"), piece.tail},
@@ -28,6 +27,9 @@ QVariantMap toVariant(const EditorBody &body)
         {QStringLiteral("pieces"), pieces},
         {QStringLiteral("localImages"), localImages},
         {QStringLiteral("isBlockEditor"), body.isBlockEditor},
+        {QStringLiteral("isTooLarge"), body.isTooLarge},
+        {QStringLiteral("mark"), body.mark},
+        {QStringLiteral("kept"), body.kept},
     };
 }
 
@@ -84,27 +86,21 @@ void ZLEditorPage::applyContent()
     m_contentOnItsWay = *std::exchange(m_waitingContent, std::nullopt);
     m_loading = true;
     m_calls.hold();
-    if (!m_view)
-        return;
-    // The text is first run as a script, as it always was, but where it reaches nothing; the outcome is thrown away.
-    m_view->evaluateInIsolation(m_contentOnItsWay.body.html, [page = QPointer(this)] {
-        if (page && page->m_loading)
-            page->sendContent();
-    });
+    if (m_view)
+        sendContent();
 }
 
 void ZLEditorPage::sendContent()
 {
     const EditorBody &body = m_contentOnItsWay.body;
     m_view->allowLocalImages(body.localImages.keys());
-    QVariantMap content = toVariant(body);
-    content.insert(QStringLiteral("html"), body.html);
-    m_calls.callNow(QStringLiteral("loadHTMLContent"), {content}).then(this, [this](const EditorCalls::Answer &answer) {
-        if (answer)
-            contentArrived();
-        else if (m_loading && m_view)
-            m_view->endHungProcess(); // what the page still shows belongs to nobody; a new one gets the content
-    });
+    m_calls.callNow(QStringLiteral("loadHTMLContent"), {toVariant(body)})
+        .then(this, [this](const EditorCalls::Answer &answer) {
+            if (answer)
+                contentArrived();
+            else if (m_loading && m_view)
+                m_view->endHungProcess(); // what the page still shows belongs to nobody; a new one gets the content
+        });
 }
 
 void ZLEditorPage::contentArrived()

@@ -1,39 +1,24 @@
 #include "text/BodyPieces.h"
 
-#include "text/BlockNames.h"
 #include "text/ContentPasses.h"
 #include "text/MarkupScanner.h"
+#include "text/Scanning.h"
 
 #include <QHash>
-#include <QSet>
 #include <vector>
 
 namespace {
 using Kind = MarkupToken::Kind;
 
-/// To a browser more than to the blog's paragraphs.
-bool isBlockElement(const QString &name)
-{
-    static const QSet<QString> more{QStringLiteral("main"), QStringLiteral("script"), QStringLiteral("iframe"),
-        QStringLiteral("object"), QStringLiteral("video"), QStringLiteral("audio"), QStringLiteral("svg"),
-        QStringLiteral("center"), QStringLiteral("dir")};
-    return BlockNames::isName(name) || more.contains(name);
-}
-
-bool hasNoContent(const QString &name)
-{
-    static const QSet<QString> names{QStringLiteral("area"), QStringLiteral("base"), QStringLiteral("br"),
-        QStringLiteral("col"), QStringLiteral("embed"), QStringLiteral("hr"), QStringLiteral("img"),
-        QStringLiteral("input"), QStringLiteral("link"), QStringLiteral("meta"), QStringLiteral("param"),
-        QStringLiteral("source"), QStringLiteral("track"), QStringLiteral("wbr")};
-    return names.contains(name);
-}
-
 /// Raw-text elements end with their start token, as the scanner takes their content in.
 bool endsWithItsToken(const MarkupToken &token)
 {
-    static const QSet<QString> rawText{QStringLiteral("script"), QStringLiteral("style"), QStringLiteral("iframe")};
-    return hasNoContent(token.name) || rawText.contains(token.name);
+    return token.kinds() & (ElementKinds::Void | ElementKinds::RawText);
+}
+
+bool isBlockStart(const MarkupToken &token)
+{
+    return token.isStart() && (token.kinds() & ElementKinds::Block);
 }
 
 /// What a comment says to the block editor.
@@ -66,6 +51,11 @@ private:
     void splitBlocks(qsizetype from);
     void splitLoose(qsizetype from, qsizetype to);
     void splitRun(qsizetype from, qsizetype to);
+    bool isPlayerLine(qsizetype from, qsizetype to) const;
+    struct Span {
+        qsizetype start, end;
+    };
+    std::vector<Span> closedSpans(qsizetype from, qsizetype to) const;
     qsizetype elementEnd(const MarkupToken &start, MarkupScanner &scanner, qsizetype to) const;
     void add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizetype to);
     void addTrimmed(qsizetype from, qsizetype to);
@@ -112,7 +102,7 @@ qsizetype Splitter::skipSpaceBack(qsizetype from, qsizetype to) const
 void Splitter::add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizetype to)
 {
     const auto slice = [this](qsizetype a, qsizetype b) { return m_body.sliced(a, b - a); };
-    m_pieces << BodyPiece{slice(from, to), slice(from, coreFrom), slice(coreFrom, coreTo), slice(coreTo, to), {}};
+    m_pieces << BodyPiece{slice(from, coreFrom), slice(coreFrom, coreTo), slice(coreTo, to), {}};
 }
 
 /// A piece takes the white space behind it along.
@@ -126,7 +116,6 @@ void Splitter::addTrimmed(qsizetype from, qsizetype to)
 void Splitter::addInFront(const QString &space)
 {
     m_pieces.first().lead.prepend(space);
-    m_pieces.first().stored.prepend(space);
 }
 
 void Splitter::splitBlocks(qsizetype from)
@@ -171,7 +160,7 @@ void Splitter::splitLoose(qsizetype from, qsizetype to)
     MarkupScanner scanner(QStringView(m_body).first(to), from);
     qsizetype runStart = from;
     while (auto token = scanner.next()) {
-        if (token->kind != Kind::StartTag || !isBlockElement(token->name))
+        if (!isBlockStart(*token))
             continue;
         splitRun(runStart, token->start);
         const qsizetype elementTo = elementEnd(*token, scanner, to);
@@ -186,63 +175,81 @@ qsizetype Splitter::elementEnd(const MarkupToken &start, MarkupScanner &scanner,
 {
     if (endsWithItsToken(start))
         return start.end;
-    const bool isParagraph = start.name == u"p";
+    const bool isParagraph = start.isNamed(u"p");
     int depth = 1;
     while (const auto token = scanner.next()) {
-        // A paragraph ends where a browser would end it: a block-level element cannot be inside.
-        if (isParagraph && token->kind == Kind::StartTag && isBlockElement(token->name))
+        if (isParagraph && token->isStart() && (token->kinds() & ElementKinds::ClosesParagraph))
             return token->start;
-        if (token->kind == Kind::Comment || token->name != start.name)
+        if (token->kind == Kind::Comment || !token->isNamed(start.name))
             continue;
-        depth += token->kind == Kind::StartTag ? 1 : -1;
+        depth += token->isStart() ? 1 : -1;
         if (depth == 0)
             return token->end;
     }
     return to;
 }
 
-/// Cuts text and inline elements at blank lines, but not within an inline element that is closed in this run.
+bool Splitter::isPlayerLine(qsizetype from, qsizetype to) const
+{
+    from = skipSpace(from, to);
+    to = skipSpaceBack(from, to);
+    return ContentPasses::isPlayer(QStringView(m_body).sliced(from, to - from));
+}
+
+/// Cuts text and inline elements at blank lines and around players, but not within an inline element that is closed in
+/// this run.
 void Splitter::splitRun(qsizetype from, qsizetype to)
 {
-    struct Span {
-        qsizetype start, end;
-    };
+    const std::vector<Span> spans = closedSpans(from, to);
+    auto span = spans.cbegin();
+    qsizetype start = from; // of the piece
+    qsizetype lineStart = from;
+    for (qsizetype position = from; position < to;) {
+        position = Scanning::indexOf(QStringView(m_body).first(to), u'\n', position);
+        while (span != spans.cend() && span->end <= position)
+            ++span;
+        if (position < to && span != spans.cend() && span->start < position) {
+            position = span->end;
+            continue;
+        }
+        const qsizetype after = skipSpace(position, to);
+        const bool isPlayer = isPlayerLine(lineStart, position);
+        if (isPlayer) {
+            addTrimmed(start, lineStart);
+            start = lineStart;
+        }
+        const qsizetype rest = std::min(position + 1, after);
+        if (isPlayer || QStringView(m_body).sliced(rest, after - rest).contains(u'\n')) {
+            addTrimmed(start, after);
+            start = after;
+        }
+        lineStart = position = std::max(after, rest);
+    }
+    addTrimmed(start, to);
+}
+
+/// Where inline elements are that are closed in this run, and all other tags and comments.
+std::vector<Splitter::Span> Splitter::closedSpans(qsizetype from, qsizetype to) const
+{
     std::vector<Span> spans;
     QHash<QString, std::vector<qsizetype>> open;
     MarkupScanner scanner(QStringView(m_body).first(to), from);
     while (const auto token = scanner.next()) {
-        auto opener = token->kind == Kind::EndTag ? open.find(token->name) : open.end();
+        const QString name = token->name.toString().toLower();
+        auto opener = token->kind == Kind::EndTag ? open.find(name) : open.end();
         if (opener != open.end() && !opener->empty()) {
-            // Spans that this one holds are inside it; what it overlaps stays, and the search below steps over both.
+            // Spans that this one holds are inside it; what it overlaps stays, and the search steps over both.
             while (!spans.empty() && spans.back().start >= opener->back())
                 spans.pop_back();
             spans.push_back({opener->back(), token->end});
             opener->pop_back();
         } else {
             spans.push_back({token->start, token->end});
-            if (token->kind == Kind::StartTag && !hasNoContent(token->name))
-                open[token->name].push_back(token->start);
+            if (token->isStart() && !(token->kinds() & ElementKinds::Void))
+                open[name].push_back(token->start);
         }
     }
-    auto span = spans.cbegin();
-    qsizetype start = from;
-    qsizetype position = from;
-    const QStringView run = QStringView(m_body).first(to);
-    while ((position = run.indexOf(u'\n', position)) >= 0) {
-        while (span != spans.cend() && span->end <= position)
-            ++span;
-        if (span != spans.cend() && span->start < position) {
-            position = span->end;
-            continue;
-        }
-        const qsizetype after = skipSpace(position, to);
-        if (QStringView(m_body).sliced(position + 1, after - position - 1).contains(u'\n')) {
-            addTrimmed(start, after);
-            start = after;
-        }
-        position = std::max(after, position + 1);
-    }
-    addTrimmed(start, to);
+    return spans;
 }
 } // namespace
 

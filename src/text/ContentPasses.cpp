@@ -1,11 +1,12 @@
 #include "text/ContentPasses.h"
 
-#include "text/AttributeTags.h"
-#include "text/LiteralReplacer.h"
+#include "text/KeptForms.h"
+#include "text/MarkupScanner.h"
 #include "text/Rewriter.h"
 #include "text/Scanning.h"
 
 #include <algorithm>
+#include <vector>
 
 using namespace Scanning;
 
@@ -19,25 +20,6 @@ qsizetype commentFrom(QStringView text, qsizetype at)
     while (mark < text.size() && text[mark - 1] != u'<')
         mark = indexOf(text, u'!', mark + 1);
     return mark < text.size() ? mark - 1 : mark;
-}
-
-/// The path of an address, as it stands there.
-QStringView pathOf(QStringView address)
-{
-    const qsizetype query = std::min(indexOf(address, u'?', 0), indexOf(address, u'#', 0));
-    address = address.first(query);
-    const qsizetype host = address.indexOf(u"://");
-    return host < 0 ? address : address.sliced(indexOf(address, u'/', host + 3));
-}
-
-bool isPicture(QStringView address)
-{
-    const QStringView path = pathOf(address);
-    for (const QStringView extension : {u".png", u".jpg", u".jpeg"}) {
-        if (path.endsWith(extension, Qt::CaseInsensitive))
-            return true;
-    }
-    return false;
 }
 
 /// Deletes tags as long as one lies in the window of the first characters of what is left.
@@ -66,13 +48,18 @@ QString ContentPasses::readMoreAnchor()
     return QStringLiteral("<a class='readmore' href='#' contentEditable=false draggable=true>Read More</a>");
 }
 
-QString ContentPasses::contentReplacingReadMore(const QString &content)
+QString ContentPasses::contentReplacingReadMore(const QString &content, KeptForms *kept)
 {
     constexpr QStringView fold = u"<!--more-->";
     Rewriter out(content);
+    MarkupPlaces markup(content);
     for (qsizetype at = commentFrom(content, 0); at < content.size(); at = commentFrom(content, at + 1)) {
-        if (QStringView(content).sliced(at).startsWith(fold))
-            out.replace(at, at + fold.size(), readMoreAnchor());
+        if (!QStringView(content).sliced(at).startsWith(fold) || markup.tokenAt(at)->start != at)
+            continue;
+        QString anchor = readMoreAnchor();
+        if (kept)
+            anchor.insert(anchor.indexOf(u'>'), kept->attributeFor(fold));
+        out.replace(at, at + fold.size(), anchor);
     }
     return out.result();
 }
@@ -85,51 +72,60 @@ bool ContentPasses::isBlockEditorContent(const QString &content)
     return at < content.size();
 }
 
-QString ContentPasses::contentForEditor(const QString &stored)
-{
-    return contentForEditor(stored, isBlockEditorContent(stored));
-}
-
 /// One step after the other, so that no more than two of the long texts live at a time.
-QString ContentPasses::contentForEditor(const QString &stored, bool isBlockEditor)
+QString ContentPasses::contentForEditor(const QString &stored)
 {
     QString content = contentReplacingReadMore(stored);
     content = contentReplacingImageClasses(content);
-    if (!isBlockEditor)
+    if (!isBlockEditorContent(stored))
         content = contentReplacingDoubleSpaceForParagraphs(content);
     return content;
 }
 
-QStringList ContentPasses::imageSources(const QString &content, const QString &prefix)
+/// Players come first: what stands alone on a line is told by the line ends, which the paragraph builder turns into
+/// elements.
+QString ContentPasses::pieceForPage(const QString &core, bool isBlockEditor, KeptForms *kept)
 {
-    QStringList sources;
-    AttributeTags tags(content, u"img", u"src");
-    for (AttributeTag tag; tags.next(tag);) {
-        if (tag.value.startsWith(prefix))
-            sources.append(tag.value.toString());
-    }
-    return sources;
-}
-
-QStringList ContentPasses::linkedPictures(const QString &content, const QString &prefix)
-{
-    QStringList pictures;
-    AttributeTags tags(content, u"a", u"href");
-    for (AttributeTag tag; tags.next(tag);) {
-        if (tag.value.startsWith(prefix) && isPicture(tag.value))
-            pictures.append(tag.value.toString());
-    }
-    return pictures;
+    QString html = postContentWithShortCodeTags(core, kept);
+    html = postContentWithVideoURLTags(html, kept);
+    if (isPlayer(core))
+        return html;
+    html = contentReplacingReadMore(html, kept);
+    html = contentReplacingImageClasses(html, kept);
+    return isBlockEditor ? html : contentReplacingDoubleSpaceForParagraphs(html);
 }
 
 QString ContentPasses::replaceOccurrences(const QString &content, const QHash<QString, QString> &replacements)
 {
-    std::vector<LiteralReplacer::Replacement> ordered;
-    for (auto it = replacements.cbegin(); it != replacements.cend(); ++it)
-        ordered.push_back({it.key(), it.value()});
-    // a table has no order of its own, so that keys of one length go by their characters
-    std::sort(ordered.begin(), ordered.end(), [](const auto &a, const auto &b) { return a.key < b.key; });
-    return LiteralReplacer(ordered).replaced(content);
+    QStringList keys = replacements.keys();
+    keys.removeAll(QString());
+    if (keys.isEmpty())
+        return content;
+    std::sort(keys.begin(), keys.end());
+    const auto differ = std::mismatch(keys.first().begin(), keys.first().end(), keys.last().begin(), keys.last().end());
+    const QStringView start(keys.first().begin(), differ.first); // all keys begin so
+    std::vector<qsizetype> shorter(size_t(keys.size())); // the longest other key that a key begins with, or -1
+    const auto longestBefore = [&](QStringView text, qsizetype index) {
+        while (index >= 0 && !text.startsWith(keys[index]))
+            index = shorter[size_t(index)];
+        return index;
+    };
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        shorter[size_t(i)] = longestBefore(keys[i], i - 1);
+
+    const QStringView text(content);
+    Rewriter out(content);
+    for (qsizetype at = text.indexOf(start); at >= 0 && at < text.size();) {
+        const QStringView rest = text.sliced(at);
+        // What lies in order between a key and a text that it begins, begins with it, too.
+        const auto behind = std::upper_bound(keys.cbegin(), keys.cend(), rest);
+        const qsizetype index = longestBefore(rest, behind - keys.cbegin() - 1);
+        const qsizetype length = index < 0 ? 0 : keys[index].size();
+        if (length > 0)
+            out.replace(at, at + length, replacements[keys[index]]);
+        at = text.indexOf(start, at + std::max<qsizetype>(length, 1));
+    }
+    return out.result();
 }
 
 QString ContentPasses::removeHTMLFromString(const QString &html)

@@ -1,7 +1,7 @@
 #include "text/HTMLEntities.h"
 
+#include "text/ElementKinds.h"
 #include "text/HTMLEntityTable.h"
-#include "text/Rewriter.h"
 #include "text/Scanning.h"
 
 #include <algorithm>
@@ -24,12 +24,12 @@ constexpr size_t slotOf(const char16_t *name, size_t length)
     return (hash ^ hash >> 10) % slotCount;
 }
 
-/// Where each name of the long table lies, by its hash; 0 is an empty slot.
+/// Where each name of the table lies, by its hash; 0 is an empty slot.
 constexpr auto nameSlots = [] {
     std::array<unsigned char, slotCount> table{};
-    static_assert(longEntityTable.size() < 255);
-    for (size_t i = 0; i < longEntityTable.size(); ++i) {
-        size_t slot = slotOf(longEntityTable[i].name.data(), longEntityTable[i].name.size());
+    static_assert(entityTable.size() < 255);
+    for (size_t i = 0; i < entityTable.size(); ++i) {
+        size_t slot = slotOf(entityTable[i].name.data(), entityTable[i].name.size());
         while (table[slot] != 0)
             slot = (slot + 1) % slotCount;
         table[slot] = static_cast<unsigned char>(i + 1);
@@ -40,7 +40,7 @@ constexpr auto nameSlots = [] {
 char16_t named(std::u16string_view name)
 {
     for (size_t slot = slotOf(name.data(), name.size()); nameSlots[slot] != 0; slot = (slot + 1) % slotCount) {
-        const HTMLEntity &entity = longEntityTable[nameSlots[slot] - 1u];
+        const HTMLEntity &entity = entityTable[nameSlots[slot] - 1u];
         if (entity.name == name)
             return entity.code;
     }
@@ -106,36 +106,9 @@ qsizetype decodeInPlace(char16_t *text, qsizetype size)
     return out - text;
 }
 
-template <size_t Size>
-QString escaped(const QString &text, const std::array<HTMLEntity, Size> &table, bool escapeUnicode)
-{
-    QString out;
-    out.reserve(text.size() + text.size() / 8);
-    for (const QChar c : text) {
-        const char16_t code = c.unicode();
-        const auto row = std::lower_bound(table.begin(), table.end(), code,
-            [](const HTMLEntity &entity, char16_t wanted) { return entity.code < wanted; });
-        if (row != table.end() && row->code == code)
-            out.append(u'&').append(QStringView(row->name)).append(u';');
-        else if (escapeUnicode && code >= 128)
-            out.append(u"&#").append(QString::number(code)).append(u';');
-        else
-            out.append(c);
-    }
-    return out;
-}
-
 constexpr bool isHTMLSpace(char16_t c)
 {
     return c == u' ' || c == u'\t' || (isLineEnd(c) && c != 0x0b);
-}
-
-/// Tags in which words go on.
-bool isInlineTag(const QString &name)
-{
-    static constexpr QStringView tags[] = {
-        u"a", u"b", u"i", u"q", u"span", u"em", u"strong", u"cite", u"abbr", u"acronym", u"label"};
-    return std::any_of(std::begin(tags), std::end(tags), [&](QStringView tag) { return name == tag; });
 }
 
 /// One walk over the markup that leaves the words.
@@ -264,8 +237,7 @@ private:
         qsizetype length = 0;
         while (length < name.size() && name[length].isLetter())
             ++length;
-        constexpr qsizetype longestInline = 7;
-        return length > longestInline || !isInlineTag(name.first(length).toString().toLower());
+        return !(ElementKinds::of(name.first(length)) & ElementKinds::WithinWords);
     }
 
     QString m_text;
@@ -286,69 +258,7 @@ QString HTMLEntities::stringByDecodingHTMLEntities(const QString &text)
     return decoded;
 }
 
-QString HTMLEntities::stringByEscapingForHTML(const QString &text)
-{
-    return escaped(text, shortEntityTable, false);
-}
-
-QString HTMLEntities::stringByEscapingForAsciiHTML(const QString &text)
-{
-    return escaped(text, longEntityTable, true);
-}
-
 QString HTMLEntities::stringByConvertingHTMLToPlainText(const QString &html)
 {
     return PlainText(html).converted();
-}
-
-QString HTMLEntities::stringWithNewLinesAsBRs(const QString &text)
-{
-    Rewriter out(text);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (!isLineEnd(text[i].unicode()) || text[i] == u'\v')
-            continue;
-        const bool pair = text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
-        out.replace(i, i + (pair ? 2 : 1), QStringView(u"<br />"));
-        i += pair ? 1 : 0;
-    }
-    return out.result();
-}
-
-QString HTMLEntities::stringByRemovingNewLinesAndWhitespace(const QString &text)
-{
-    QString out;
-    out.reserve(text.size());
-    bool space = false;
-    for (const QChar c : text) {
-        if (isHTMLSpace(c.unicode())) {
-            space = !out.isEmpty();
-            continue;
-        }
-        if (space)
-            out.append(u' ');
-        space = false;
-        out.append(c);
-    }
-    return out;
-}
-
-/// A tag goes from a "<" to the next ">". Only these eight leave no blank, and not with attributes.
-QString HTMLEntities::stringByStrippingTags(const QString &html)
-{
-    if (!html.contains(u'<'))
-        return html;
-    static constexpr QStringView silent[] = {
-        u"<a>", u"</a>", u"<span>", u"</span>", u"<strong>", u"</strong>", u"<em>", u"</em>"};
-    Rewriter out(html);
-    for (qsizetype at = indexOf(html, u'<', 0); at < html.size();) {
-        const qsizetype end = indexOf(html, u'>', at);
-        if (end == html.size())
-            break;
-        const QStringView tag = QStringView(html).sliced(at, end + 1 - at);
-        const bool vanishes =
-            std::any_of(std::begin(silent), std::end(silent), [&](QStringView one) { return tag == one; });
-        out.replace(at, end + 1, vanishes ? QStringView() : QStringView(u" "));
-        at = indexOf(html, u'<', end + 1);
-    }
-    return stringByRemovingNewLinesAndWhitespace(out.result());
 }

@@ -5,11 +5,6 @@
 /// Entities and plain text.
 namespace HTMLEntities {
 QString stringByDecodingHTMLEntities(const QString &text);
-QString stringByEscapingForHTML(const QString &text); ///< the short table, Unicode as it is
-QString stringByEscapingForAsciiHTML(const QString &text); ///< the long table, the rest as &#n;
+/// The words of a text of HTML: tags and comments go, runs of white space become one blank, entities are decoded.
 QString stringByConvertingHTMLToPlainText(const QString &html);
-QString stringWithNewLinesAsBRs(const QString &text);
-QString stringByRemovingNewLinesAndWhitespace(const QString &text);
-QString stringByLinkifyingURLs(const QString &text);
-QString stringByStrippingTags(const QString &html);
 } // namespace HTMLEntities

@@ -9,10 +9,9 @@ struct HTMLEntity {
     std::u16string_view name;
 };
 
-/// Both tables are sorted by code. The long one has the references of HTML 4.01 and "apos", the short one those for
-/// markup and typography.
+/// The references of HTML 4.01 and "apos", sorted by code.
 // clang-format off
-inline constexpr std::array<HTMLEntity, 253> longEntityTable {{
+inline constexpr std::array<HTMLEntity, 253> entityTable {{
     {34, u"quot"}, {38, u"amp"}, {39, u"apos"}, {60, u"lt"}, {62, u"gt"}, {160, u"nbsp"}, {161, u"iexcl"},
     {162, u"cent"}, {163, u"pound"}, {164, u"curren"}, {165, u"yen"}, {166, u"brvbar"}, {167, u"sect"}, {168, u"uml"},
     {169, u"copy"}, {170, u"ordf"}, {171, u"laquo"}, {172, u"not"}, {173, u"shy"}, {174, u"reg"}, {175, u"macr"},
@@ -54,14 +53,5 @@ inline constexpr std::array<HTMLEntity, 253> longEntityTable {{
     {8853, u"oplus"}, {8855, u"otimes"}, {8869, u"perp"}, {8901, u"sdot"}, {8968, u"lceil"}, {8969, u"rceil"},
     {8970, u"lfloor"}, {8971, u"rfloor"}, {9001, u"lang"}, {9002, u"rang"}, {9674, u"loz"}, {9824, u"spades"},
     {9827, u"clubs"}, {9829, u"hearts"}, {9830, u"diams"},
-}};
-
-inline constexpr std::array<HTMLEntity, 33> shortEntityTable {{
-    {34, u"quot"}, {38, u"amp"}, {39, u"apos"}, {60, u"lt"}, {62, u"gt"}, {338, u"OElig"}, {339, u"oelig"},
-    {352, u"Scaron"}, {353, u"scaron"}, {376, u"Yuml"}, {710, u"circ"}, {732, u"tilde"}, {8194, u"ensp"},
-    {8195, u"emsp"}, {8201, u"thinsp"}, {8204, u"zwnj"}, {8205, u"zwj"}, {8206, u"lrm"}, {8207, u"rlm"},
-    {8211, u"ndash"}, {8212, u"mdash"}, {8216, u"lsquo"}, {8217, u"rsquo"}, {8218, u"sbquo"}, {8220, u"ldquo"},
-    {8221, u"rdquo"}, {8222, u"bdquo"}, {8224, u"dagger"}, {8225, u"Dagger"}, {8240, u"permil"}, {8249, u"lsaquo"},
-    {8250, u"rsaquo"}, {8364, u"euro"},
 }};
 // clang-format on

@@ -1,6 +1,6 @@
 #include "text/MarkupScanner.h"
 
-#include <QSet>
+#include "text/Scanning.h"
 
 namespace {
 bool isLetter(QChar c)
@@ -8,12 +8,12 @@ bool isLetter(QChar c)
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
-bool isRawText(const QString &name)
+bool isRawText(QStringView name)
 {
-    static const QSet<QString> names{QStringLiteral("script"), QStringLiteral("style"), QStringLiteral("textarea"),
-        QStringLiteral("title"), QStringLiteral("xmp"), QStringLiteral("iframe"), QStringLiteral("noembed"),
-        QStringLiteral("noframes")};
-    return names.contains(name);
+    // Most names are shorter, or begin otherwise.
+    constexpr qsizetype shortest = 3;
+    constexpr QStringView initials = u"instxINSTX";
+    return name.size() >= shortest && initials.contains(name[0]) && (ElementKinds::of(name) & ElementKinds::RawText);
 }
 } // namespace
 
@@ -30,14 +30,13 @@ bool MarkupScanner::isSpace(QChar c)
 
 std::optional<MarkupToken> MarkupScanner::next()
 {
-    while ((m_position = m_text.indexOf(u'<', m_position)) >= 0) {
+    while ((m_position = Scanning::indexOf(m_text, u'<', m_position)) < m_text.size()) {
         if (auto token = tokenAt(m_position)) {
             m_position = token->end;
             return token;
         }
         ++m_position;
     }
-    m_position = m_text.size();
     return std::nullopt;
 }
 
@@ -68,16 +67,19 @@ MarkupToken MarkupScanner::comment(qsizetype start) const
 MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken::Kind kind) const
 {
     qsizetype nameEnd = nameStart;
-    while (nameEnd < m_text.size() && !isSpace(m_text[nameEnd]) && m_text[nameEnd] != u'/' && m_text[nameEnd] != u'>')
+    while (nameEnd < m_text.size() && m_text[nameEnd] != u'>' && m_text[nameEnd] != u'/' && !isSpace(m_text[nameEnd]))
         ++nameEnd;
-    MarkupToken token{kind, start, tagEnd(nameEnd), m_text.sliced(nameStart, nameEnd - nameStart).toString().toLower()};
-    if (kind == MarkupToken::StartTag && isRawText(token.name))
-        token.end = rawTextEnd(token.name, token.end);
+    const QStringView name = m_text.sliced(nameStart, nameEnd - nameStart);
+    MarkupToken token{kind, start, tagEnd(nameEnd), name};
+    if (kind == MarkupToken::StartTag && isRawText(name))
+        token.end = rawTextEnd(name, token.end);
     return token;
 }
 
 qsizetype MarkupScanner::tagEnd(qsizetype position) const
 {
+    if (position < m_text.size() && m_text[position] == u'>')
+        return position + 1;
     bool afterEquals = false; // a quote opens a value only behind "="
     for (; position < m_text.size(); ++position) {
         const QChar c = m_text[position];
@@ -94,9 +96,12 @@ qsizetype MarkupScanner::tagEnd(qsizetype position) const
     return m_text.size();
 }
 
-qsizetype MarkupScanner::rawTextEnd(const QString &name, qsizetype position) const
+qsizetype MarkupScanner::rawTextEnd(QStringView name, qsizetype position) const
 {
-    const QString closing = QStringLiteral("</") + name;
-    const qsizetype found = m_text.indexOf(closing, position, Qt::CaseInsensitive);
-    return found < 0 ? m_text.size() : tagEnd(found + closing.size());
+    for (position = m_text.indexOf(u"</", position); position >= 0; position = m_text.indexOf(u"</", position + 2)) {
+        const qsizetype nameEnd = position + 2 + name.size();
+        if (m_text.sliced(position + 2).startsWith(name, Qt::CaseInsensitive))
+            return tagEnd(nameEnd);
+    }
+    return m_text.size();
 }

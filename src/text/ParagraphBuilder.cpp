@@ -1,6 +1,6 @@
 #include "text/ContentPasses.h"
 
-#include "text/BlockNames.h"
+#include "text/MarkupScanner.h"
 #include "text/Rewriter.h"
 #include "text/Scanning.h"
 
@@ -34,7 +34,7 @@ bool needsParagraph(QStringView chunk)
     if (at == chunk.size() || chunk[at] != u'<')
         return true;
     const qsizetype name = at + 1 < chunk.size() && chunk[at + 1] == u'/' ? at + 2 : at + 1;
-    if (BlockNames::startsAt(chunk, name) && indexOf(chunk, u'>', name) < chunk.size())
+    if (ElementKinds::endsParagraphAt(chunk, name) && indexOf(chunk, u'>', name) < chunk.size())
         return false;
     if (matches(chunk, at, u"<img"))
         return false;
@@ -70,8 +70,9 @@ void appendParagraph(TextBuffer &out, QStringView chunk)
         at = end + 1;
     }
     out.append(chunk.sliced(at));
-    out.append(QStringView(u"<br /><br /></p>"));
+    out.append(QStringView(u"</p>"));
 }
+
 /// The chunks of a stretch; a blank line parts them, whatever white space is in it.
 void appendChunks(TextBuffer &out, QStringView text)
 {
@@ -84,6 +85,28 @@ void appendChunks(TextBuffer &out, QStringView text)
         else
             out.append(chunk);
     }
+}
+
+/// The end of the element at `at` in which white space says something (`pre`, a script), or -1 when there is none.
+qsizetype spacedElementEnd(QStringView text, qsizetype at)
+{
+    // Their names begin like few others.
+    constexpr QStringView secondInitials = u"rectfmoRECTFMO";
+    if (at + 2 >= text.size() || !secondInitials.contains(text[at + 2]))
+        return -1;
+    qsizetype nameEnd = at + 1;
+    while (nameEnd < text.size() && text[nameEnd].isLetter())
+        ++nameEnd;
+    if (!(ElementKinds::of(text.sliced(at + 1, nameEnd - at - 1)) & ElementKinds::KeepsSpace))
+        return -1;
+    const std::optional<MarkupToken> tag = MarkupScanner(text, at).next();
+    if (!tag || tag->start != at || !(tag->kinds() & ElementKinds::KeepsSpace))
+        return -1;
+    if (tag->kinds() & ElementKinds::RawText)
+        return tag->end;
+    const qsizetype closing =
+        text.indexOf(QString(QStringLiteral("</") + tag->name.toString()), tag->end, Qt::CaseInsensitive);
+    return closing < 0 ? text.size() : std::min(indexOf(text, u'>', closing) + 1, text.size());
 }
 } // namespace
 
@@ -105,7 +128,8 @@ QString ContentPasses::removeEmptyParagraphs(const QString &content)
 }
 
 /// A line end stands in front of each opening block tag and two behind each closing one. A chunk ends there in any
-/// case, so that the text with its line ends is needed from one closing tag to the next only.
+/// case, so that the text with its line ends is needed from one closing tag to the next only. Elements in which white
+/// space says something stay as they are.
 QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &content)
 {
     const QStringView text(content);
@@ -115,15 +139,22 @@ QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &c
     qsizetype kept = 0;
     qsizetype opened = 0; // what stands before belongs to an opening tag
     for (qsizetype at = indexOf(content, u'<', 0); at + 1 < content.size(); at = indexOf(content, u'<', at + 1)) {
-        if (content[at + 1] == u'/') {
-            const qsizetype end = BlockNames::endOfClosing(content, at + 2);
+        if (const qsizetype end = spacedElementEnd(text, at); end > at) {
+            lines.append(text.sliced(kept, at - kept));
+            appendChunks(out, lines.text());
+            lines.clear();
+            out.append(text.sliced(at, end - at));
+            kept = end;
+            at = end - 1;
+        } else if (content[at + 1] == u'/') {
+            const qsizetype end = ElementKinds::endOfParagraphEnder(content, at + 2);
             if (end < 0)
                 continue;
             lines.append(text.sliced(kept, end - kept));
             appendChunks(out, lines.text());
             lines.clear();
             kept = end;
-        } else if (at >= opened && BlockNames::startsAt(content, at + 1)) {
+        } else if (at >= opened && ElementKinds::endsParagraphAt(content, at + 1)) {
             const qsizetype end = tagEnd.from(at + 1);
             if (end == content.size())
                 continue;

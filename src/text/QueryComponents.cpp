@@ -1,16 +1,11 @@
 #include "text/QueryComponents.h"
 
+#include <QUrl>
 #include <algorithm>
 
 QString QueryComponents::stringByDecodingURLFormat(const QString &text)
 {
     return QUrl::fromPercentEncoding(QString(text).replace(u'+', u' ').toUtf8());
-}
-
-/// Escapes what may not stand in an address; what may ("&", "=", "/", ...) stays as it is.
-QString QueryComponents::stringByEncodingURLFormat(const QString &text)
-{
-    return QString::fromLatin1(QUrl::toPercentEncoding(QString(text).replace(u' ', u'+'), "!*'();:@&=+$,/?"));
 }
 
 QHash<QString, QStringList> QueryComponents::dictionaryFromQueryComponents(const QString &query)
@@ -23,25 +18,6 @@ QHash<QString, QStringList> QueryComponents::dictionaryFromQueryComponents(const
             components[stringByDecodingURLFormat(parts[0])].append(stringByDecodingURLFormat(parts[1]));
     }
     return components;
-}
-
-QHash<QString, QStringList> QueryComponents::queryComponents(const QUrl &url)
-{
-    return dictionaryFromQueryComponents(url.query(QUrl::FullyEncoded));
-}
-
-/// The value is looked up under the encoded key, so a key that encoding changes finds none and is left out. Meant was
-/// the key itself.
-QString QueryComponents::stringFromQueryComponents(const QMap<QString, QStringList> &components)
-{
-    QStringList pairs;
-    for (auto it = components.cbegin(); it != components.cend(); ++it) {
-        const QString key = stringByEncodingURLFormat(it.key());
-        const QStringList values = components.value(key);
-        for (const QString &value : values)
-            pairs.append(key + u'=' + stringByEncodingURLFormat(value));
-    }
-    return pairs.join(u'&');
 }
 
 URLParser::URLParser(const QString &url)

@@ -5,24 +5,19 @@
 
 #include <QFileInfo>
 
-namespace {
-QString editorForm(const QString &content, const ZLFileManager &files, QHash<QString, QString> &localImages)
-{
-    const QString tagged = ContentPasses::postContentWithShortCodeTags(content);
-    const QString local = ContentConversion::postContentWithLocalImagesURL(tagged, files, localImages);
-    return ContentPasses::postContentWithHeadings(ContentPasses::postContentWithVideoURLTags(local));
-}
-} // namespace
-
 EditorBody ContentConversion::postContentForZalmoEditor(const QString &stored, const ZLFileManager &files)
 {
     EditorBody body;
     body.isBlockEditor = ContentPasses::isBlockEditorContent(stored);
+    body.isTooLarge = BodyPieces::isTooLarge(stored);
+    if (body.isTooLarge) {
+        body.pieces = {{{}, stored, {}, {}}};
+        return body;
+    }
     body.pieces = BodyPieces::split(stored);
     for (BodyPiece &piece : body.pieces) {
-        const QString inMemory = ContentPasses::contentForEditor(piece.core, body.isBlockEditor);
-        piece.html = editorForm(inMemory, files, body.localImages);
-        body.html += piece.html;
+        const QString html = ContentPasses::pieceForPage(piece.core, body.isBlockEditor, nullptr);
+        piece.html = postContentWithLocalImagesURL(html, files, body.localImages);
     }
     return body;
 }
@@ -47,5 +42,5 @@ QString ContentConversion::postContentWithLocalImagesURL(
         swaps.insert(remote, local);
         localImages.insert(local, remote);
     }
-    return swaps.isEmpty() ? content : ContentPasses::replaceOccurrences(content, swaps);
+    return swaps.isEmpty() ? content : ContentPasses::replacePictureAddresses(content, swaps);
 }

@@ -1,17 +1,7 @@
 #pragma once
 
 #include "platform/ZLFileManager.h"
-#include "text/BodyPieces.h"
-
-#include <QHash>
-
-/// A body as the editor page takes it.
-struct EditorBody {
-    QString html; ///< the whole, as one text
-    QList<BodyPiece> pieces; ///< its pieces, whose `html` joined is `html`
-    QHash<QString, QString> localImages; ///< local URL put in, to the remote URL that it stands for
-    bool isBlockEditor = false;
-};
+#include "text/EditorBody.h"
 
 /// From a stored body to the form of the editor page.
 namespace ContentConversion {

@@ -52,7 +52,7 @@ public:
     EditorBody postContentForZalmoEditor(const QString &stored) override
     {
         EditorBody content;
-        content.html = stored;
+        content.pieces = BodyPieces::split(stored);
         return content;
     }
     void syncCategoriesAndPublishPost(const PostPtr &post, int kind) override { sent.append({post, kind, *post}); }

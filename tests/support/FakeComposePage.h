@@ -13,9 +13,12 @@ public:
 
     void loadHTMLContent(const EditorBody &content, int newOwner) override
     {
-        loaded.append(content.html);
+        QString text;
+        for (const BodyPiece &piece : content.pieces)
+            text += piece.stored();
+        loaded.append(text);
         owner = newOwner;
-        body = content.html == QLatin1String("<p><br></p>") ? QString::fromLatin1("") : content.html;
+        body = text;
     }
     QCoro::Task<Answer> getBodyContent() override
     {

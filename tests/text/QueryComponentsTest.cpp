@@ -21,17 +21,6 @@ private Q_SLOTS:
             {u"é f"_qs, {u"g h"_qs}},
         };
         QCOMPARE(components, expected);
-        QCOMPARE(queryComponents(QUrl(u"http://h/p?x=a%26b&y=%2B+"_qs)),
-            (QHash<QString, QStringList>{{u"x"_qs, {u"a&b"_qs}}, {u"y"_qs, {u"+ "_qs}}}));
-    }
-
-    void encoding()
-    {
-        QCOMPARE(stringByEncodingURLFormat(u"é <b> 100%"_qs), u"%C3%A9+%3Cb%3E+100%25"_qs);
-        const QMap<QString, QStringList> components{
-            {u"a"_qs, {u"1 2"_qs, u"3"_qs}}, {u"b"_qs, {u"é"_qs}}, {u"é"_qs, {u"lost"_qs}}};
-        QCOMPARE(stringFromQueryComponents(components), u"a=1+2&a=3&b=%C3%A9"_qs);
-        QVERIFY(stringFromQueryComponents({}).isEmpty());
     }
 
     void variables()

@@ -23,7 +23,7 @@ export class Body {
         });
         this.owners = new WeakMap(); // top-level node, to its piece
         this.forms = new WeakMap(); // top-level node, to its blog form; absent while it is dirty
-        this.pieces = pieces.map((piece, index) => ({...piece, index, nodes: [], isChunk: false, original: null}));
+        this.pieces = pieces.map((piece, index) => ({...piece, stored: piece.lead + piece.core + piece.tail, index, nodes: [], isChunk: false, original: null}));
         const stored = this.pieces.map(piece => piece.stored).join('');
         this.trailing = trailingSpace(stored);
         this.hasHardSpaces = /\u00a0|&nbsp;|&#160;|&#xa0;/i.test(stored);

@@ -126,16 +126,6 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), u"after"_qs);
     }
 
-    void survivesAnEndlessBody()
-    {
-        const QString endless = u"<!-- wp:html -->\nfor (;;);\n<!-- /wp:html -->"_qs;
-        m_page.beginToLoad(endless);
-        QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
-        QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 30'000);
-        m_page.load(endless); // as the compose screen does then
-        QCOMPARE(m_page.body(), endless);
-    }
-
     void keepsContentLoadedBeforeReady()
     {
         PageFixture other;
