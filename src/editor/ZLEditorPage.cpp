@@ -97,12 +97,13 @@ void ZLEditorPage::applyContent()
     content.insert(QStringLiteral("isTooLarge"), body.isTooLarge || m_contentOnItsWay.failures >= mostFailures);
     m_processorTime = m_view ? m_view->processorTime() : std::chrono::milliseconds();
     m_watch.start();
-    m_calls.callNow(Function::loadHTMLContent, {content}, longestWait).then(this, [this](const EditorCalls::Answer &answer) {
-        if (answer)
-            contentArrived();
-        else if (m_loading && m_view)
-            contentHangs();
-    });
+    m_calls.callNow(Function::loadHTMLContent, {content}, longestWait)
+        .then(this, [this](const EditorCalls::Answer &answer) {
+            if (answer)
+                contentArrived();
+            else if (m_loading && m_view)
+                contentHangs();
+        });
 }
 
 void ZLEditorPage::watchLoading()

@@ -235,9 +235,8 @@ bool ZLEditorWebView::isOfProgram(const QKeyEvent &event) const
     if (std::any_of(sameForBoth.begin(), sameForBoth.end(), [&event](auto key) { return event.matches(key); }))
         return false;
     const QList<QAction *> commands = window()->findChildren<QAction *>();
-    return std::any_of(commands.begin(), commands.end(), [&keys](const QAction *command) {
-        return command->isEnabled() && command->shortcuts().contains(keys);
-    });
+    return std::any_of(commands.begin(), commands.end(),
+        [&keys](const QAction *command) { return command->isEnabled() && command->shortcuts().contains(keys); });
 }
 
 void ZLEditorWebView::applyPalette()

@@ -58,11 +58,13 @@ private Q_SLOTS:
         m_page.putCursorBehind(u"start"_qs);
         QString claims;
         for (const QString &number : {u"0"_qs, u"1"_qs, u"2"_qs, u"3"_qs})
-            claims += u"<span data-zalmo-inert='%1' data-zalmo-stored='%1' data-zalmo-block='%1'><script>x</script></span>"
-                      "<a data-zalmo-more href=x>a</a><i data-zalmo-held-onclick='x'>b</i>"_qs.arg(number);
+            claims +=
+                u"<span data-zalmo-inert='%1' data-zalmo-stored='%1' data-zalmo-block='%1'><script>x</script></span>"
+                "<a data-zalmo-more href=x>a</a><i data-zalmo-held-onclick='x'>b</i>"_qs.arg(number);
         putOnClipboard(claims);
         paste();
-        QTRY_COMPARE(m_page.body(), QString(stored).replace(u"start"_qs, u"start"_qs + u"<a href=\"x\">a</a><i>b</i>"_qs.repeated(4)));
+        QTRY_COMPARE(m_page.body(),
+            QString(stored).replace(u"start"_qs, u"start"_qs + u"<a href=\"x\">a</a><i>b</i>"_qs.repeated(4)));
     }
 
     void pastesText_data()
@@ -92,13 +94,15 @@ private Q_SLOTS:
         const QString picture = block(u"image {\"id\":12,\"align\":\"left\"}"_qs,
             u"<figure class=\"wp-block-image alignleft\"><img src=\"http://127.0.0.1/a.png\" alt='x' class=\"wp-image-12\"/></figure>"_qs);
         const QString form = block(u"html"_qs, u"<form><input name=q></form>"_qs);
-        const QString first = block(u"paragraph {\"align\":\"center\"}"_qs, u"<p class=\"has-text-align-center\">one &amp; a</p>"_qs);
+        const QString first =
+            block(u"paragraph {\"align\":\"center\"}"_qs, u"<p class=\"has-text-align-center\">one &amp; a</p>"_qs);
         const QString last = block(u"paragraph"_qs, u"<p>end</p>"_qs);
         const TestTable<QString, QString> row({"stored", "moved"});
         row("picture of a block post", first + u"\n\n"_qs + picture + u"\n\n"_qs + last, picture);
         row("box of a block post", first + u"\n\n"_qs + form + u"\n\n"_qs + last, form);
         row("box of a loose post", u"one\n\n<script>x('&')</script>\n\nend"_qs, u"<script>x('&')</script>"_qs);
-        row("element of a loose post", u"one\n\n<p class='a'>t &mdash; u</p>\n\nend"_qs, u"<p class='a'>t &mdash; u</p>"_qs);
+        row("element of a loose post", u"one\n\n<p class='a'>t &mdash; u</p>\n\nend"_qs,
+            u"<p class='a'>t &mdash; u</p>"_qs);
     }
 
     void ownCopiesKeepTheirForm()

@@ -167,7 +167,8 @@ private Q_SLOTS:
         row("InsertOrderedList of a list in a group",
             u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>word</li>\n"
             "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs,
-            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item -->\n<li>word</li>\n"
+            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item "
+            u"-->\n<li>word</li>\n"
             "<!-- /wp:list-item --></ol>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs);
         row("InsertUnorderedList undone", u"<ul><li>word</li></ul>"_qs, u"word"_qs);
     }
@@ -202,7 +203,8 @@ private Q_SLOTS:
         row("block",
             "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item -->\n\n"
             "<!-- wp:list-item -->\n<li>b</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->",
-            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>b</li>\n"
+            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a<!-- wp:list -->\n<ul><!-- wp:list-item "
+            "-->\n<li>b</li>\n"
             "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->");
     }
 
@@ -231,7 +233,9 @@ private Q_SLOTS:
     {
         m_page.load(u"a word here"_qs);
         m_page.select(u"word"_qs);
-        const auto mark = [this] { return QCoro::waitFor(m_page.page.addLinkMarkToCurrentSelection()).value_or(PageLink()); };
+        const auto mark = [this] {
+            return QCoro::waitFor(m_page.page.addLinkMarkToCurrentSelection()).value_or(PageLink());
+        };
         QCOMPARE(mark().text, u"word"_qs);
         QCOMPARE(m_page.body(), u"a word here"_qs);
         m_page.evaluate(u"getSelection().removeAllRanges()"_qs); // the sheet has the focus now
@@ -375,7 +379,8 @@ private Q_SLOTS:
     void showsTheLevelOfTheHeadingAtTheCursor()
     {
         const QString stored = u"<h2>Top h1 story</h2>\n\ntext"_qs;
-        const QString badge = u"document.getElementById('level').hidden ? '' : document.getElementById('level').textContent"_qs;
+        const QString badge =
+            u"document.getElementById('level').hidden ? '' : document.getElementById('level').textContent"_qs;
         m_page.load(stored);
         m_page.putCursorBehind(u"Top"_qs);
         QTRY_COMPARE(m_page.evaluate(badge).toString(), u"H2"_qs);

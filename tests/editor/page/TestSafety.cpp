@@ -77,15 +77,17 @@ private Q_SLOTS:
             QTcpSocket *socket = server.nextPendingConnection();
             connect(socket, &QTcpSocket::readyRead, this, [&asked, socket] {
                 asked += socket->readAll().toLower();
-                socket->write("HTTP/1.1 200 OK\r\nSet-Cookie: id=1\r\nContent-Type: image/svg+xml\r\nContent-Length: 0\r\n"
-                              "Connection: close\r\n\r\n");
+                socket->write(
+                    "HTTP/1.1 200 OK\r\nSet-Cookie: id=1\r\nContent-Type: image/svg+xml\r\nContent-Length: 0\r\n"
+                    "Connection: close\r\n\r\n");
                 socket->disconnectFromHost();
             });
         });
         const QUrl blog(u"http://127.0.0.1:%1/"_qs.arg(server.serverPort()));
-        const QString stored = u"<p>a <img src='%1p1'> <img src='%1p2' crossorigin> <img src='%1p3' referrerpolicy='unsafe-url'>"
-                               "<b style='background:url(%1p4)'>b</b> <b style='mask-image:url(%1c1);shape-outside:url(%1c2)'>c</b>"
-                               "<b style='--x:url(%1c3);mask-image:var(--x)'>d</b></p>"_qs.arg(blog.toString());
+        const QString stored =
+            u"<p>a <img src='%1p1'> <img src='%1p2' crossorigin> <img src='%1p3' referrerpolicy='unsafe-url'>"
+            "<b style='background:url(%1p4)'>b</b> <b style='mask-image:url(%1c1);shape-outside:url(%1c2)'>c</b>"
+            "<b style='--x:url(%1c3);mask-image:var(--x)'>d</b></p>"_qs.arg(blog.toString());
         m_page.load(stored); // nobody's blog is there
         m_page.page.setBlogURL(QUrl(u"http://localhost:1/"_qs));
         m_page.load(QString(stored).replace(u"127.0.0.1"_qs, u"localhost"_qs));
@@ -103,11 +105,13 @@ private Q_SLOTS:
 
     void aBodyStaysInItsPlace()
     {
-        m_page.load(u"<div style='position:fixed;left:-500px;top:-500px;width:5000px;height:5000px;background:red;z-index:9'>"
-                    "over</div>text"_qs);
+        m_page.load(
+            u"<div style='position:fixed;left:-500px;top:-500px;width:5000px;height:5000px;background:red;z-index:9'>"
+            "over</div>text"_qs);
         m_page.view->resize(1600, 700);
         QTRY_COMPARE(m_page.evaluate(u"document.documentElement.clientWidth > 1500 && "
-                                     "!document.elementFromPoint(20, 100).closest('#content')"_qs), QVariant(true));
+                                     "!document.elementFromPoint(20, 100).closest('#content')"_qs),
+            QVariant(true));
         m_page.view->resize(900, 700);
     }
 
