@@ -127,7 +127,7 @@ int ours(const QString &stored)
     QObject::connect(&page, &ComposePage::ready, &page, [&wait] { wait.tell(); });
     if (!wait())
         return 1;
-    page.loadHTMLContent(asEditorBody(stored), 1);
+    page.loadHTMLContent(asEditorBody(stored), 1, ComposePage::Loading::NewPost);
     page.getBodyContent().then([&wait](const std::optional<QString> &) { wait.tell(); });
     if (!wait())
         return 1;

@@ -36,11 +36,14 @@ void ZLMainWindowCreateViewController::loadLocalPost(const LocalPostPtr &row)
 QCoro::Task<void> ZLMainWindowCreateViewController::load(LocalPostPtr row, int action)
 {
     const QPointer<ZLMainWindowCreateViewController> self(this);
+    const LocalPostPtr shown = m_screen.post()->localPost;
+    const auto loading = shown && isSameFile(shown->localFile, row->localFile) ? ComposePage::Loading::SamePost
+                                                                               : ComposePage::Loading::NewPost;
     QCoro::Task<bool> opening = m_screen.open(row);
     const bool opened = co_await opening;
     if (!self || !opened)
         co_return;
-    loadPostFromDocument();
+    loadPostFromDocument(loading);
     doActionForCurrentPost(action);
 }
 
@@ -52,18 +55,18 @@ QCoro::Task<void> ZLMainWindowCreateViewController::reload(LocalPostPtr row)
     if (!self || reopened == PostOnScreen::Reopened::No)
         co_return;
     if (reopened == PostOnScreen::Reopened::Changed)
-        loadPostFromDocument();
+        loadPostFromDocument(ComposePage::Loading::SamePost);
     else
         takePostFromDocument(); // and the cursor stays where it is
 }
 
-void ZLMainWindowCreateViewController::loadPostFromDocument()
+void ZLMainWindowCreateViewController::loadPostFromDocument(ComposePage::Loading loading)
 {
     const PostPtr post = m_screen.post();
     m_overlay.follow(post);
     takePostFromDocument();
     m_view.setTitle(post->title);
-    loadContent();
+    loadContent(loading);
     loadTokens();
     m_view.setSaveState({});
     Q_EMIT didLoadedPost(post);
@@ -80,21 +83,21 @@ void ZLMainWindowCreateViewController::takePostFromDocument()
     updateActionsEnabled();
 }
 
-void ZLMainWindowCreateViewController::loadContent()
+void ZLMainWindowCreateViewController::loadContent(ComposePage::Loading loading)
 {
     const DocumentPtr document = m_screen.currentDocument();
     const PostPtr post = m_screen.post();
     const QString inMemory = post->storedContent.isNull() ? post->content : post->storedContent;
     const QString stored = document ? document->storedContent() : inMemory;
     if (BlankContent::is(stored))
-        loadBlankPage();
+        loadBlankPage(loading);
     else
-        m_page.loadHTMLContent(m_host.postContentForZalmoEditor(stored), m_screen.generation());
+        m_page.loadHTMLContent(m_host.postContentForZalmoEditor(stored), m_screen.generation(), loading);
 }
 
-void ZLMainWindowCreateViewController::loadBlankPage()
+void ZLMainWindowCreateViewController::loadBlankPage(ComposePage::Loading loading)
 {
-    m_page.loadHTMLContent(EditorBody(), m_screen.generation());
+    m_page.loadHTMLContent(EditorBody(), m_screen.generation(), loading);
 }
 
 void ZLMainWindowCreateViewController::loadTokens()

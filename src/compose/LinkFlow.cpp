@@ -1,5 +1,7 @@
 #include "compose/LinkFlow.h"
 
+#include <QPointer>
+
 LinkFlow::LinkFlow(const ComposeParts &parts, QObject *parent)
     : QObject(parent)
     , m_parts(parts)
@@ -9,12 +11,22 @@ LinkFlow::LinkFlow(const ComposeParts &parts, QObject *parent)
     connect(&m_parts.view, &ComposeView::addLinkDidClickCancel, this, &LinkFlow::addLinkDidClickCancel);
 }
 
-void LinkFlow::addLinkToCurrentSelection()
+QCoro::Task<void> LinkFlow::addLinkToCurrentSelection()
 {
-    if (!m_parts.state->actionsEnabled || m_parts.overlay.isLoading(m_parts.screen.post()->id))
-        return;
-    m_parts.page.addLinkMarkToCurrentSelection(); // keeps the selection while the sheet has the focus
-    showSheet({}, {}, m_parts.host.boolForKey(QStringLiteral("linksInNewWindowByDefault")));
+    const QPointer<LinkFlow> self(this);
+    if (!m_parts.state->actionsEnabled || m_isAsking || m_parts.overlay.isLoading(m_parts.screen.post()->id))
+        co_return;
+    m_isAsking = true;
+    const int generation = m_parts.screen.generation();
+    QCoro::Task<std::optional<PageLink>> marking = m_parts.page.addLinkMarkToCurrentSelection();
+    const PageLink link = (co_await marking).value_or(PageLink());
+    if (!self)
+        co_return;
+    m_isAsking = false;
+    if (generation != m_parts.screen.generation() || !m_parts.state->actionsEnabled)
+        co_return;
+    const bool newWindow = m_parts.host.boolForKey(QStringLiteral("linksInNewWindowByDefault"));
+    showSheet(link.url, link.tooltip, link.isLink ? link.newWindow : newWindow);
 }
 
 void LinkFlow::showSheet(const QString &url, const QString &tooltip, bool newWindow)

@@ -7,7 +7,7 @@ class LinkFlow : public QObject {
     Q_OBJECT
 public:
     explicit LinkFlow(const ComposeParts &parts, QObject *parent = nullptr);
-    void addLinkToCurrentSelection();
+    QCoro::Task<void> addLinkToCurrentSelection();
 
 private:
     void showSheet(const QString &url, const QString &tooltip, bool newWindow);
@@ -15,5 +15,6 @@ private:
     void addLinkDidClickCancel();
 
     ComposeParts m_parts;
+    bool m_isAsking = false; ///< the page for its link
     QString m_shownURL; ///< of the link that the sheet was opened for
 };

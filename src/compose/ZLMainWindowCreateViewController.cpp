@@ -65,7 +65,7 @@ void ZLMainWindowCreateViewController::observePage()
         [this](const QString &, const SelectionStyle &style) { m_view.setSelectionStyle(style); });
     connect(&m_page, &ComposePage::focusTitleRequested, this, &Self::makeTitleBecomeFirstResponder);
     connect(&m_page, &ComposePage::focusTokensRequested, this, [this] { m_view.focusTokens(); });
-    connect(&m_page, &ComposePage::crashed, this, &Self::loadContent);
+    connect(&m_page, &ComposePage::crashed, this, [this] { loadContent(ComposePage::Loading::NewPost); });
     connect(&m_page, &ComposePage::gaveUp, this, [this] {
         m_view.setNotice(QStringLiteral("The editor could not show this post. Choose another one, then this one again, "
                                         "to try once more. Its file is as it was."));
@@ -116,7 +116,7 @@ void ZLMainWindowCreateViewController::newPost()
         rows->selectRowWithoutLoad(-1); // the post of the row is not here any more
     m_screen.setBlankPost(blank);
     m_view.setTitle({});
-    loadBlankPage();
+    loadBlankPage(ComposePage::Loading::NewPost);
     m_view.setTokens({});
     m_view.setNotice({});
     m_view.setSaveState({});

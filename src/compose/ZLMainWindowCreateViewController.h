@@ -69,12 +69,12 @@ private:
 
     QCoro::Task<void> load(LocalPostPtr row, int action);
     QCoro::Task<void> reload(LocalPostPtr row);
-    void loadPostFromDocument();
+    void loadPostFromDocument(ComposePage::Loading loading);
     void takePostFromDocument();
     void loadTokens();
-    void loadContent();
+    void loadContent(ComposePage::Loading loading);
     void showNotice();
-    void loadBlankPage();
+    void loadBlankPage(ComposePage::Loading loading);
 
     bool promoteIfBlank();
     void titleDidChange();

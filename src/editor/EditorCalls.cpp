@@ -1,5 +1,6 @@
 #include "editor/EditorCalls.h"
 
+#include <QMetaEnum>
 #include <QTimer>
 
 EditorCalls::~EditorCalls()
@@ -33,29 +34,32 @@ void EditorCalls::release()
     const auto requests = std::move(m_heldRequests);
     m_heldRequests.clear();
     for (const Request &request : requests)
-        send(request);
+        send(request, answerLimit);
 }
 
-void EditorCalls::send(const Request &request)
+void EditorCalls::send(const Request &request, std::chrono::milliseconds limit)
 {
-    QTimer::singleShot(answerLimitMs, this, [this, id = request.id] { end(id, std::nullopt); });
-    Q_EMIT requested(request.id, request.name, request.arguments, m_keysSent);
+    static const QMetaEnum names = QMetaEnum::fromType<Function>();
+    QTimer::singleShot(limit, this, [this, id = request.id] { end(id, std::nullopt); });
+    const QString name = QString::fromLatin1(names.valueToKey(int(request.function)));
+    Q_EMIT requested(request.id, name, request.arguments, m_keysSent);
 }
 
-QFuture<EditorCalls::Answer> EditorCalls::call(const QString &name, const QVariantList &arguments)
+QFuture<EditorCalls::Answer> EditorCalls::call(Function function, const QVariantList &arguments)
 {
     if (!m_open || !m_held)
-        return callNow(name, arguments);
-    m_heldRequests.push_back({++m_lastId, name, arguments});
+        return callNow(function, arguments);
+    m_heldRequests.push_back({++m_lastId, function, arguments});
     return wait(m_lastId);
 }
 
-QFuture<EditorCalls::Answer> EditorCalls::callNow(const QString &name, const QVariantList &arguments)
+QFuture<EditorCalls::Answer> EditorCalls::callNow(
+    Function function, const QVariantList &arguments, std::chrono::milliseconds limit)
 {
-    const Request request{++m_lastId, name, arguments};
+    const Request request{++m_lastId, function, arguments};
     const QFuture<Answer> answer = wait(request.id);
     if (m_open)
-        send(request);
+        send(request, limit);
     else
         end(request.id, std::nullopt);
     return answer;
@@ -80,19 +84,4 @@ void EditorCalls::end(int id, const Answer &answer)
         return;
     waiting.mapped().addResult(answer);
     waiting.mapped().finish();
-}
-
-void EditorCalls::reportSelectionStyle(const QVariantMap &style)
-{
-    Q_EMIT selectionStyleChanged(style);
-}
-
-void EditorCalls::leaveForTitle()
-{
-    Q_EMIT focusTitleRequested();
-}
-
-void EditorCalls::leaveForTokens()
-{
-    Q_EMIT focusTokensRequested();
 }

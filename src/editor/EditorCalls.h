@@ -4,12 +4,13 @@
 #include <QObject>
 #include <QPromise>
 #include <QVariant>
+#include <chrono>
 #include <map>
 #include <optional>
 #include <vector>
 
-/// Calls of the page's functions. Name and arguments cross the channel as data; the page looks the function up in its
-/// table and answers by number. Known to the page as `Calls`.
+/// The road from the program to the page: calls of the page's functions. Name and arguments cross the channel as data;
+/// the page looks the function up in its table and answers by number. Known to the page as `Calls`.
 ///
 /// While closed, calls are answered by nullopt at once; while held, they wait for the release in their order. Keys
 /// reach the page by another way, so each call tells how many went before it, and the page runs it behind them.
@@ -17,6 +18,23 @@ class EditorCalls : public QObject {
     Q_OBJECT
 public:
     using Answer = std::optional<QVariant>;
+    /// The page's functions, by their names in the script contract. The page has one of each name.
+    enum class Function {
+        loadHTMLContent,
+        getBodyContent,
+        getRawContent,
+        execCommand,
+        addImage,
+        addLinkMarkToCurrentSelection,
+        addLinkToSelection,
+        removeLink,
+        removeLinkMarkForCurrentSelection,
+        removeCurrentSelections,
+        cleanUndoStack,
+        focusContent,
+        setTheme,
+    };
+    Q_ENUM(Function)
 
     using QObject::QObject;
     ~EditorCalls() override;
@@ -28,34 +46,28 @@ public:
     void release();
 
     /// The answer is nullopt when the page goes away or does not answer in time.
-    QFuture<Answer> call(const QString &name, const QVariantList &arguments = {});
+    QFuture<Answer> call(Function function, const QVariantList &arguments = {});
     /// The same past the hold.
-    QFuture<Answer> callNow(const QString &name, const QVariantList &arguments = {});
+    QFuture<Answer> callNow(
+        Function function, const QVariantList &arguments = {}, std::chrono::milliseconds limit = answerLimit);
 
     void keyWasSent() { ++m_keysSent; } ///< a key was pressed or released in the page
 
-    static constexpr int answerLimitMs = 15'000;
+    static constexpr std::chrono::milliseconds answerLimit{15'000};
 
 public Q_SLOTS:
-    // called by the page
-    void answered(int id, const QVariant &value);
-    void reportSelectionStyle(const QVariantMap &style);
-    void leaveForTitle();
-    void leaveForTokens();
+    void answered(int id, const QVariant &value); ///< called by the page
 
 Q_SIGNALS:
     void requested(int id, const QString &name, const QVariantList &arguments, int keysBefore);
-    void selectionStyleChanged(const QVariantMap &style);
-    void focusTitleRequested();
-    void focusTokensRequested();
 
 private:
     struct Request {
         int id;
-        QString name;
+        Function function;
         QVariantList arguments;
     };
-    void send(const Request &request);
+    void send(const Request &request, std::chrono::milliseconds limit);
     void end(int id, const Answer &answer);
     QFuture<Answer> wait(int id);
 

@@ -1,31 +1,11 @@
 #include "editor/EditorSchemeHandler.h"
 
+#include "editor/EditorScheme.h"
 #include "editor/LocalMedia.h"
 
 #include <QFile>
-#include <QHash>
 #include <QMimeDatabase>
 #include <QWebEngineUrlRequestJob>
-
-namespace {
-QByteArray typeOfResource(const QString &path)
-{
-    static const QHash<QString, QByteArray> types{
-        {QStringLiteral("html"), "text/html; charset=utf-8"},
-        {QStringLiteral("css"), "text/css; charset=utf-8"},
-        {QStringLiteral("js"), "text/javascript; charset=utf-8"},
-        {QStringLiteral("svg"), "image/svg+xml"},
-    };
-    return types.value(path.section(u'.', -1));
-}
-
-QString resourceFor(const QString &path)
-{
-    if (path == u"/qwebchannel.js")
-        return QStringLiteral(":/qtwebchannel/qwebchannel.js");
-    return QStringLiteral(":/editor/page") + path;
-}
-} // namespace
 
 EditorSchemeHandler::EditorSchemeHandler(const LocalMedia &media, QObject *parent)
     : QWebEngineUrlSchemeHandler(parent)
@@ -38,8 +18,10 @@ void EditorSchemeHandler::requestStarted(QWebEngineUrlRequestJob *job)
     const QUrl url = job->requestUrl();
     if (job->requestMethod() != "GET")
         return job->fail(QWebEngineUrlRequestJob::RequestDenied);
-    if (url.host() == u"editor")
-        return serve(job, resourceFor(url.path()), typeOfResource(url.path()));
+    if (url == EditorScheme::pageUrl())
+        return serve(job, QStringLiteral(":/editor/index.html"), "text/html; charset=utf-8");
+    if (url == EditorScheme::pageUrl().resolved(QUrl(QStringLiteral("qwebchannel.js"))))
+        return serve(job, QStringLiteral(":/qtwebchannel/qwebchannel.js"), "text/javascript; charset=utf-8");
     if (url.host() == u"media") {
         const QString file = m_media.fileForAddress(url);
         if (!file.isEmpty())
@@ -51,7 +33,7 @@ void EditorSchemeHandler::requestStarted(QWebEngineUrlRequestJob *job)
 void EditorSchemeHandler::serve(QWebEngineUrlRequestJob *job, const QString &path, const QByteArray &type)
 {
     auto *file = new QFile(path, job);
-    if (type.isEmpty() || !file->open(QIODevice::ReadOnly))
+    if (!file->open(QIODevice::ReadOnly))
         return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
     job->reply(type, file);
 }

@@ -2,17 +2,21 @@
 
 #include "editor/ZLEditorWebView.h"
 
+#include <QClipboard>
 #include <QCoroFuture>
+#include <QGuiApplication>
 
 namespace {
 QVariantMap toVariant(const BodyPiece &piece)
 {
-    return {
+    QVariantMap map{
         {QStringLiteral("lead"), piece.lead},
         {QStringLiteral("core"), piece.core},
         {QStringLiteral("tail"), piece.tail},
-        {QStringLiteral("html"), piece.html},
     };
+    if (piece.html != piece.core)
+        map.insert(QStringLiteral("html"), piece.html);
+    return map;
 }
 
 QVariantMap toVariant(const EditorBody &body)
@@ -59,22 +63,21 @@ ZLEditorPage::ZLEditorPage(QObject *parent)
     : ComposePage(parent)
     , m_bridge(*this)
 {
-    connect(&m_calls, &EditorCalls::selectionStyleChanged, this, [this](const QVariantMap &style) {
-        m_style = styleFromVariant(style);
-        Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
-    });
-    connect(&m_calls, &EditorCalls::focusTitleRequested, this, &ComposePage::focusTitleRequested);
-    connect(&m_calls, &EditorCalls::focusTokensRequested, this, &ComposePage::focusTokensRequested);
+    m_watch.setInterval(250);
+    connect(&m_watch, &QTimer::timeout, this, &ZLEditorPage::watchLoading);
 }
 
 void ZLEditorPage::setView(ZLEditorWebView *view)
 {
     m_view = view;
+    if (view)
+        view->setBlogURL(m_blogURL);
 }
 
-void ZLEditorPage::loadHTMLContent(const EditorBody &body, int owner)
+void ZLEditorPage::loadHTMLContent(const EditorBody &body, int owner, Loading loading)
 {
-    m_waitingContent = Content{body, owner};
+    const bool isUpdate = loading == Loading::SamePost && (!m_waitingContent || m_waitingContent->isUpdate);
+    m_waitingContent = Content{body, owner, isUpdate};
     if (m_ready && !m_loading)
         applyContent();
     else if (!m_ready && m_view)
@@ -86,21 +89,37 @@ void ZLEditorPage::applyContent()
     m_contentOnItsWay = *std::exchange(m_waitingContent, std::nullopt);
     m_loading = true;
     m_calls.hold();
-    if (m_view)
-        sendContent();
-}
-
-void ZLEditorPage::sendContent()
-{
     const EditorBody &body = m_contentOnItsWay.body;
-    m_view->allowLocalImages(body.localImages.keys());
-    m_calls.callNow(QStringLiteral("loadHTMLContent"), {toVariant(body)})
+    if (m_view)
+        m_view->allowLocalImages(body.localImages.keys());
+    QVariantMap content = toVariant(body);
+    content.insert(QStringLiteral("isSamePost"), m_contentOnItsWay.isUpdate);
+    content.insert(QStringLiteral("isTooLarge"), body.isTooLarge || m_contentOnItsWay.failures >= mostFailures);
+    m_processorTime = m_view ? m_view->processorTime() : std::chrono::milliseconds();
+    m_watch.start();
+    m_calls.callNow(Function::loadHTMLContent, {content}, longestWait)
         .then(this, [this](const EditorCalls::Answer &answer) {
             if (answer)
                 contentArrived();
             else if (m_loading && m_view)
-                m_view->endHungProcess(); // what the page still shows belongs to nobody; a new one gets the content
+                contentHangs();
         });
+}
+
+void ZLEditorPage::watchLoading()
+{
+    if (!m_loading || !m_view)
+        m_watch.stop();
+    else if (m_view->processorTime() - m_processorTime > loadLimit)
+        contentHangs();
+}
+
+/// What the page still shows belongs to nobody. A new page gets the content as its source.
+void ZLEditorPage::contentHangs()
+{
+    m_watch.stop();
+    m_contentOnItsWay.failures = mostFailures;
+    m_view->endHungProcess();
 }
 
 void ZLEditorPage::contentArrived()
@@ -124,12 +143,12 @@ QCoro::Task<std::optional<QString>> ZLEditorPage::textOf(QFuture<EditorCalls::An
 
 QCoro::Task<std::optional<QString>> ZLEditorPage::getBodyContent()
 {
-    return textOf(m_calls.call(QStringLiteral("getBodyContent")));
+    return textOf(m_calls.call(Function::getBodyContent));
 }
 
 QCoro::Task<std::optional<QString>> ZLEditorPage::getRawContent()
 {
-    return textOf(m_calls.call(QStringLiteral("getRawContent")));
+    return textOf(m_calls.call(Function::getRawContent));
 }
 
 void ZLEditorPage::addImage(const ImageInfo &image)
@@ -138,53 +157,80 @@ void ZLEditorPage::addImage(const ImageInfo &image)
         m_view->allowLocalImages({image.thumbUrl.toString(), image.linkTo.toString()});
     // The script contract has the text "(null)" for a missing link.
     const QString link = image.linkTo.isEmpty() ? QStringLiteral("(null)") : contentAddress(image.linkTo);
-    m_calls.call(QStringLiteral("addImage"),
+    m_calls.call(Function::addImage,
         {contentAddress(image.thumbUrl), link, image.altText, image.caption, image.tooltip,
             image.featuredUrl.isEmpty() ? 0 : 1});
 }
 
 void ZLEditorPage::execCommand(const QString &command)
 {
-    m_calls.call(QStringLiteral("execCommand"), {command});
+    m_calls.call(Function::execCommand, {command});
 }
 
-void ZLEditorPage::addLinkMarkToCurrentSelection()
+QCoro::Task<std::optional<PageLink>> ZLEditorPage::addLinkMarkToCurrentSelection()
 {
-    m_calls.call(QStringLiteral("addLinkMarkToCurrentSelection"));
+    return linkOf(m_calls.call(Function::addLinkMarkToCurrentSelection));
+}
+
+QCoro::Task<std::optional<PageLink>> ZLEditorPage::linkOf(QFuture<EditorCalls::Answer> future)
+{
+    const EditorCalls::Answer answer = co_await future;
+    if (!answer || answer->typeId() != QMetaType::QVariantMap)
+        co_return std::nullopt;
+    const QVariantMap map = answer->toMap();
+    co_return PageLink{
+        map.value(QStringLiteral("url")).toString(),
+        map.value(QStringLiteral("tooltip")).toString(),
+        map.value(QStringLiteral("text")).toString(),
+        map.value(QStringLiteral("newWindow")).toBool(),
+        map.value(QStringLiteral("isLink")).toBool(),
+    };
 }
 
 void ZLEditorPage::addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow)
 {
-    m_calls.call(QStringLiteral("addLinkToSelection"), {url, tooltip, newWindow});
+    m_calls.call(Function::addLinkToSelection, {url, tooltip, newWindow});
+}
+
+void ZLEditorPage::removeLink()
+{
+    m_calls.call(Function::removeLink);
 }
 
 void ZLEditorPage::removeLinkMarkForCurrentSelection()
 {
-    m_calls.call(QStringLiteral("removeLinkMarkForCurrentSelection"));
+    m_calls.call(Function::removeLinkMarkForCurrentSelection);
 }
 
 void ZLEditorPage::hidePopupWindows()
 {
-    m_calls.call(QStringLiteral("removeCurrentSelections"));
+    m_calls.call(Function::removeCurrentSelections);
 }
 
 void ZLEditorPage::focus()
 {
     if (m_view)
         m_view->setFocus();
-    m_calls.call(QStringLiteral("focusContent"));
+    m_calls.call(Function::focusContent);
 }
 
 void ZLEditorPage::cleanUndoStack()
 {
-    m_calls.call(QStringLiteral("cleanUndoStack"));
+    m_calls.call(Function::cleanUndoStack);
+}
+
+void ZLEditorPage::setBlogURL(const QUrl &url)
+{
+    m_blogURL = url;
+    if (m_view)
+        m_view->setBlogURL(url);
 }
 
 void ZLEditorPage::setTheme(const QVariantMap &colors)
 {
     m_theme = colors;
     if (m_ready)
-        m_calls.callNow(QStringLiteral("setTheme"), {m_theme});
+        m_calls.callNow(Function::setTheme, {m_theme});
 }
 
 void ZLEditorPage::pageIsGone()
@@ -192,8 +238,10 @@ void ZLEditorPage::pageIsGone()
     m_ready = false;
     m_owner = nobody;
     // What had not arrived is loaded into the next page, unless there is something newer.
-    if (std::exchange(m_loading, false) && !m_waitingContent)
-        m_waitingContent = std::move(m_contentOnItsWay);
+    if (std::exchange(m_loading, false) && !m_waitingContent) {
+        m_waitingContent = std::exchange(m_contentOnItsWay, {});
+        ++m_waitingContent->failures;
+    }
     m_calls.close();
 }
 
@@ -207,7 +255,7 @@ void ZLEditorPage::jqueryReadyFired()
     m_ready = true;
     m_loading = false;
     m_calls.open();
-    m_calls.callNow(QStringLiteral("setTheme"), {m_theme});
+    m_calls.callNow(Function::setTheme, {m_theme});
     const bool first = !std::exchange(m_wasReady, true);
     if (m_waitingContent)
         applyContent();
@@ -235,14 +283,31 @@ void ZLEditorPage::selectionWasUnselected(const QString &)
     Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
 }
 
+void ZLEditorPage::selectionStyleChanged(const QVariantMap &style)
+{
+    m_style = styleFromVariant(style);
+    Q_EMIT ComposePage::selectionChanged(m_selectedText, m_style);
+}
+
+void ZLEditorPage::leaveForTitle()
+{
+    Q_EMIT focusTitleRequested();
+}
+
+void ZLEditorPage::leaveForTokens()
+{
+    Q_EMIT focusTokensRequested();
+}
+
+void ZLEditorPage::pastePicture()
+{
+    if (m_view)
+        m_view->offerPictures(QGuiApplication::clipboard()->mimeData());
+}
+
 void ZLEditorPage::openAddLinkPopover(const QString &url, const QString &tooltip, bool newWindow)
 {
     Q_EMIT openAddLink(url, tooltip, newWindow);
-}
-
-bool ZLEditorPage::editorIsMainWindow()
-{
-    return m_view && m_view->window()->isActiveWindow();
 }
 
 QString ZLEditorPage::targetForLinkImage()

@@ -7,21 +7,27 @@
 #include "editor/ZLEditorPage.h"
 #include "platform/ZLLog.h"
 
+#include <QAction>
+#include <QBuffer>
 #include <QChildEvent>
 #include <QContextMenuEvent>
-#include <QFile>
+#include <QDragEnterEvent>
+#include <QImage>
 #include <QMenu>
+#include <QMimeData>
+#include <QMimeDatabase>
 #include <QTimer>
 #include <QWebChannel>
+#include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
+#include <algorithm>
+#include <array>
 #include <csignal>
+#include <ctime>
 
 namespace {
-// A body that is a script without an end ("for (;;);") would hang the page for ever.
-constexpr int evaluationLimitMs = 8000;
 // A post that ends the page's process each time it is shown must not do so for ever.
 constexpr int mostCrashes = 4;
 constexpr qint64 crashWindowMs = 60'000;
@@ -41,17 +47,16 @@ void configure(QWebEngineSettings &settings)
     settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
 }
 
-/// Takes the page's elements out of the isolated world before anything is evaluated there.
-QWebEngineScript isolationScript()
+bool isPicture(const QUrl &file)
 {
-    QFile file(QStringLiteral(":/editor/isolation.js"));
-    file.open(QIODevice::ReadOnly);
-    QWebEngineScript script;
-    script.setName(QStringLiteral("isolation"));
-    script.setSourceCode(QString::fromUtf8(file.readAll()));
-    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    script.setWorldId(QWebEngineScript::ApplicationWorld);
-    return script;
+    return file.isLocalFile() && QMimeDatabase().mimeTypeForFile(file.toLocalFile()).name().startsWith(u"image/");
+}
+
+/// The picture files that a drag or the clipboard holds; empty when it also holds others.
+QList<QUrl> pictureFiles(const QMimeData *data)
+{
+    const QList<QUrl> files = data->urls();
+    return std::all_of(files.begin(), files.end(), isPicture) ? files : QList<QUrl>();
 }
 } // namespace
 
@@ -59,14 +64,15 @@ ZLEditorWebView::ZLEditorWebView(ZLEditorPage &page, const QString &cacheFolder,
     : QWebEngineView(parent)
     , m_page(page)
     , m_profile(std::make_unique<QWebEngineProfile>()) // without a name, so off the record
+    , m_filter(new EditorRequestFilter(m_profile.get()))
     , m_channel(std::make_unique<QWebChannel>())
     , m_enginePage(std::make_unique<EditorEnginePage>(m_profile.get(), nullptr))
 {
     m_media.allowFolder(cacheFolder);
     m_profile->installUrlSchemeHandler(EditorScheme::name, new EditorSchemeHandler(m_media, m_profile.get()));
-    m_profile->setUrlRequestInterceptor(new EditorRequestFilter(m_profile.get()));
+    m_profile->setUrlRequestInterceptor(m_filter);
+    m_profile->cookieStore()->setCookieFilter([](const QWebEngineCookieStore::FilterRequest &) { return false; });
     configure(*m_enginePage->settings());
-    m_enginePage->scripts().insert(isolationScript());
     m_channel->registerObject(QStringLiteral("Bridge"), &page.bridge());
     m_channel->registerObject(QStringLiteral("Calls"), &page.calls());
     m_enginePage->setWebChannel(m_channel.get(), QWebEngineScript::MainWorld);
@@ -89,31 +95,22 @@ void ZLEditorWebView::load()
     m_enginePage->load(EditorScheme::pageUrl());
 }
 
-void ZLEditorWebView::evaluateInIsolation(const QString &text, std::function<void()> done)
-{
-    if (m_endlessTexts.contains(text))
-        return done();
-    const int evaluation = ++m_evaluation;
-    const auto finished = [view = QPointer(this), evaluation, done = std::move(done)](const QVariant &) {
-        if (!view || view->m_evaluation != evaluation)
-            return;
-        ++view->m_evaluation;
-        done();
-    };
-    m_enginePage->runJavaScript(text, QWebEngineScript::ApplicationWorld, finished);
-    QTimer::singleShot(evaluationLimitMs, this, [this, evaluation, text] {
-        if (m_evaluation != evaluation)
-            return;
-        m_endlessTexts << text; // it is not evaluated again
-        endHungProcess();
-    });
-}
-
 void ZLEditorWebView::endHungProcess()
 {
     ZLLog(QStringLiteral("the editor page hangs; starting it anew"));
     if (const qint64 pid = m_enginePage->renderProcessPid(); pid > 0)
         ::kill(pid_t(pid), SIGKILL);
+}
+
+std::chrono::milliseconds ZLEditorWebView::processorTime() const
+{
+    clockid_t clock{};
+    timespec time{};
+    const qint64 pid = m_enginePage->renderProcessPid();
+    if (pid <= 0 || ::clock_getcpuclockid(pid_t(pid), &clock) != 0 || ::clock_gettime(clock, &time) != 0)
+        return {};
+    using namespace std::chrono;
+    return seconds(time.tv_sec) + duration_cast<milliseconds>(nanoseconds(time.tv_nsec));
 }
 
 void ZLEditorWebView::allowLocalImages(const QStringList &addresses)
@@ -128,7 +125,6 @@ void ZLEditorWebView::allowLocalImages(const QStringList &addresses)
 void ZLEditorWebView::renderProcessTerminated()
 {
     ZLLog(QStringLiteral("the editor page's process ended; loading the page anew"));
-    ++m_evaluation;
     m_page.pageIsGone();
     if (!m_firstCrash.isValid() || m_firstCrash.hasExpired(crashWindowMs)) {
         m_firstCrash.start();
@@ -146,6 +142,49 @@ void ZLEditorWebView::loadIfGivenUp()
         return;
     m_crashes = 0;
     load();
+}
+
+void ZLEditorWebView::setBlogURL(const QUrl &url)
+{
+    m_filter->setBlogURL(url);
+}
+
+bool ZLEditorWebView::offerPictures(const QMimeData *data)
+{
+    if (const QList<QUrl> files = pictureFiles(data); !files.isEmpty()) {
+        Q_EMIT m_page.picturesOffered(files);
+        return true;
+    }
+    const QImage image = data->hasUrls() ? QImage() : qvariant_cast<QImage>(data->imageData());
+    QByteArray png;
+    QBuffer buffer(&png);
+    if (image.isNull() || !buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG"))
+        return false;
+    Q_EMIT m_page.pictureOffered(png);
+    return true;
+}
+
+void ZLEditorWebView::dragEnterEvent(QDragEnterEvent *event)
+{
+    // The page itself would take the files for something to show in its place.
+    if (event->source() || pictureFiles(event->mimeData()).isEmpty())
+        return QWebEngineView::dragEnterEvent(event);
+    event->acceptProposedAction();
+}
+
+void ZLEditorWebView::dragMoveEvent(QDragMoveEvent *event)
+{
+    if (event->source() || pictureFiles(event->mimeData()).isEmpty())
+        return QWebEngineView::dragMoveEvent(event);
+    event->acceptProposedAction();
+}
+
+void ZLEditorWebView::dropEvent(QDropEvent *event)
+{
+    if (event->source() || pictureFiles(event->mimeData()).isEmpty())
+        return QWebEngineView::dropEvent(event);
+    event->acceptProposedAction();
+    offerPictures(event->mimeData());
 }
 
 void ZLEditorWebView::contextMenuEvent(QContextMenuEvent *event)
@@ -173,9 +212,31 @@ void ZLEditorWebView::childEvent(QChildEvent *event)
 
 bool ZLEditorWebView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == focusProxy() && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
+    if (watched != focusProxy())
+        return QWebEngineView::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
         m_page.calls().keyWasSent();
+    if (event->type() == QEvent::ShortcutOverride && isOfProgram(*static_cast<QKeyEvent *>(event))) {
+        event->ignore();
+        return true;
+    }
     return QWebEngineView::eventFilter(watched, event);
+}
+
+/// Whether a command of the window has these keys. The engine takes some of them for editing keys of its own (Control
+/// and K deletes to the end of the line there); those of the clipboard and of undo mean the same to both.
+bool ZLEditorWebView::isOfProgram(const QKeyEvent &event) const
+{
+    static constexpr std::array sameForBoth{QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Paste,
+        QKeySequence::SelectAll, QKeySequence::Undo, QKeySequence::Redo};
+    if (!(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
+        return false;
+    const QKeySequence keys(event.keyCombination());
+    if (std::any_of(sameForBoth.begin(), sameForBoth.end(), [&event](auto key) { return event.matches(key); }))
+        return false;
+    const QList<QAction *> commands = window()->findChildren<QAction *>();
+    return std::any_of(commands.begin(), commands.end(),
+        [&keys](const QAction *command) { return command->isEnabled() && command->shortcuts().contains(keys); });
 }
 
 void ZLEditorWebView::applyPalette()

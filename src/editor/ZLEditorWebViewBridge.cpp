@@ -18,11 +18,6 @@ void ZLEditorWebViewBridge::setPostContent_(const QString &html)
     m_delegate.setPostContent(html);
 }
 
-void ZLEditorWebViewBridge::selectionChangedWithText_X_Y_(const QString &text, int x, int y)
-{
-    m_delegate.selectionChanged(text, {x, y});
-}
-
 void ZLEditorWebViewBridge::selectionChangedWithText_X_Y_Bold_Italic_Underline_Strikethrough_(
     const QString &text, int x, int y, bool, bool, bool, bool)
 {
@@ -35,9 +30,9 @@ void ZLEditorWebViewBridge::selectionWasUnselected_(const QString &text)
     ZLLog(QStringLiteral("last selection: %1").arg(text));
 }
 
-void ZLEditorWebViewBridge::lastSelection_(const QString &)
+void ZLEditorWebViewBridge::selectionStyleChanged_(const QVariantMap &style)
 {
-    // Part of the script's contract, and nothing follows from it.
+    m_delegate.selectionStyleChanged(style);
 }
 
 void ZLEditorWebViewBridge::openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(
@@ -46,19 +41,19 @@ void ZLEditorWebViewBridge::openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(
     m_delegate.openAddLinkPopover(url, tooltip, target == u"_blank");
 }
 
-void ZLEditorWebViewBridge::resizeTitleView()
+void ZLEditorWebViewBridge::leaveForTitle()
 {
-    m_delegate.resizeTitleView();
+    m_delegate.leaveForTitle();
 }
 
-void ZLEditorWebViewBridge::printText_(const QString &text)
+void ZLEditorWebViewBridge::leaveForTokens()
 {
-    ZLLog(text);
+    m_delegate.leaveForTokens();
 }
 
-bool ZLEditorWebViewBridge::editorIsMainWindow()
+void ZLEditorWebViewBridge::pastePicture()
 {
-    return m_delegate.editorIsMainWindow();
+    m_delegate.pastePicture();
 }
 
 QString ZLEditorWebViewBridge::targetForLinkImage()

@@ -3,23 +3,26 @@
 #include <QObject>
 #include <QPoint>
 #include <QString>
+#include <QVariantMap>
 
 /// Whom the page's script reaches through `Bridge`.
 class ZLEditorWebViewBridgeDelegate {
 public:
     virtual ~ZLEditorWebViewBridgeDelegate() = default;
-    virtual void jqueryReadyFired() { }
-    virtual void setPostContent(const QString &) { }
-    virtual void selectionChanged(const QString &, const QPoint &) { }
-    virtual void selectionWasUnselected(const QString &) { }
-    virtual void openAddLinkPopover(const QString &, const QString &, bool) { }
-    virtual void resizeTitleView() { }
-    virtual bool editorIsMainWindow() { return false; }
-    virtual QString targetForLinkImage() { return {}; }
+    virtual void jqueryReadyFired() = 0; ///< the page can be called
+    virtual void setPostContent(const QString &html) = 0;
+    virtual void selectionChanged(const QString &text, const QPoint &location) = 0;
+    virtual void selectionWasUnselected(const QString &text) = 0;
+    virtual void selectionStyleChanged(const QVariantMap &style) = 0;
+    virtual void openAddLinkPopover(const QString &url, const QString &tooltip, bool newWindow) = 0;
+    virtual void leaveForTitle() = 0;
+    virtual void leaveForTokens() = 0;
+    virtual void pastePicture() = 0; ///< the clipboard has a picture and no text
+    virtual QString targetForLinkImage() = 0;
 };
 
-/// The object that the page knows as `Bridge`. Its operations bear their script names, where each colon of the
-/// operation's name is an underscore.
+/// The road from the page to the program: the object that the page knows as `Bridge`. Its operations bear their script
+/// names, where each colon of the operation's name is an underscore.
 class ZLEditorWebViewBridge : public QObject {
     Q_OBJECT
 public:
@@ -27,16 +30,15 @@ public:
 
     Q_INVOKABLE void jqueryReadyFired();
     Q_INVOKABLE void setPostContent_(const QString &html);
-    Q_INVOKABLE void selectionChangedWithText_X_Y_(const QString &text, int x, int y);
     Q_INVOKABLE void selectionChangedWithText_X_Y_Bold_Italic_Underline_Strikethrough_(
         const QString &text, int x, int y, bool bold, bool italic, bool underline, bool strikethrough);
     Q_INVOKABLE void selectionWasUnselected_(const QString &text);
-    Q_INVOKABLE void lastSelection_(const QString &text);
+    Q_INVOKABLE void selectionStyleChanged_(const QVariantMap &style);
     Q_INVOKABLE void openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(
         const QString &url, const QString &tooltip, const QString &target);
-    Q_INVOKABLE void resizeTitleView();
-    Q_INVOKABLE void printText_(const QString &text);
-    Q_INVOKABLE bool editorIsMainWindow();
+    Q_INVOKABLE void leaveForTitle();
+    Q_INVOKABLE void leaveForTokens();
+    Q_INVOKABLE void pastePicture();
     Q_INVOKABLE QString targetForLinkImage();
 
 private:

@@ -139,14 +139,15 @@ void ZLPostListViewController::load(const LocalPostPtr &post)
 {
     m_fileToLoad.clear();
     const int action = std::exchange(m_awaitingAction, int(AwaitingAction::None));
-    m_selectedLocalFile = post->localFile;
+    const bool isOther = std::exchange(m_selectedLocalFile, post->localFile) != post->localFile;
     if (!delegate)
         return;
     if (action == AwaitingAction::None || action == AwaitingAction::Reload)
         delegate->loadPost(post);
     else
         delegate->loadLocalPost(post, action);
-    delegate->cleanUndoStack();
+    if (isOther && action != AwaitingAction::Reload)
+        delegate->cleanUndoStack();
 }
 
 void ZLPostListViewController::selectPost(const LocalPostPtr &post)

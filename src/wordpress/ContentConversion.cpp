@@ -1,6 +1,7 @@
 #include "wordpress/ContentConversion.h"
 
 #include "text/ContentPasses.h"
+#include "text/KeptForms.h"
 #include "wordpress/LocalPictures.h"
 
 #include <QFileInfo>
@@ -14,11 +15,14 @@ EditorBody ContentConversion::postContentForZalmoEditor(const QString &stored, c
         body.pieces = {{{}, stored, {}, {}}};
         return body;
     }
+    KeptForms kept;
     body.pieces = BodyPieces::split(stored);
     for (BodyPiece &piece : body.pieces) {
-        const QString html = ContentPasses::pieceForPage(piece.core, body.isBlockEditor, nullptr);
+        const QString html = ContentPasses::pieceForPage(piece.core, body.isBlockEditor, &kept);
         piece.html = postContentWithLocalImagesURL(html, files, body.localImages);
     }
+    body.mark = kept.mark();
+    body.kept = kept.texts();
     return body;
 }
 

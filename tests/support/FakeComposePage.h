@@ -11,13 +11,14 @@ class FakeComposePage : public ComposePage {
 public:
     using Answer = std::optional<QString>;
 
-    void loadHTMLContent(const EditorBody &content, int newOwner) override
+    void loadHTMLContent(const EditorBody &content, int newOwner, Loading newLoading) override
     {
         QString text;
         for (const BodyPiece &piece : content.pieces)
             text += piece.stored();
         loaded.append(text);
         owner = newOwner;
+        loading = newLoading;
         body = text;
     }
     QCoro::Task<Answer> getBodyContent() override
@@ -34,15 +35,22 @@ public:
     QCoro::Task<Answer> getRawContent() override { return getBodyContent(); }
     void addImage(const ImageInfo &image) override { images.append(image); }
     void execCommand(const QString &command) override { calls.append(command); }
-    void addLinkMarkToCurrentSelection() override { calls.append(u"addLinkMark"_qs); }
+    QCoro::Task<std::optional<PageLink>> addLinkMarkToCurrentSelection() override
+    {
+        calls.append(u"addLinkMark"_qs);
+        const std::optional<PageLink> now = link;
+        co_return now;
+    }
     void addLinkToSelection(const QString &url, const QString &tooltip, bool newWindow) override
     {
         calls.append(u"addLink %1 %2 %3"_qs.arg(url, tooltip).arg(newWindow));
     }
+    void removeLink() override { calls.append(u"removeLink"_qs); }
     void removeLinkMarkForCurrentSelection() override { calls.append(u"removeLinkMark"_qs); }
     void hidePopupWindows() override { }
     void focus() override { calls.append(u"focus"_qs); }
     void cleanUndoStack() override { }
+    void setBlogURL(const QUrl &url) override { blogURL = url; }
 
     /// The writer changed the content to `html`.
     void type(const QString &html)
@@ -60,6 +68,9 @@ public:
 
     Answer body = QString::fromLatin1("");
     int owner = -1;
+    Loading loading = Loading::NewPost; ///< of the last content
+    PageLink link; ///< under the cursor
+    QUrl blogURL;
     bool holdsAnswers = false;
     QList<std::shared_ptr<QPromise<Answer>>> held;
     QStringList loaded;

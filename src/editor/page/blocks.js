@@ -1,32 +1,25 @@
 // The block editor's comments.
 
-const SINGLE_ROOT = new Set([
-    'paragraph', 'heading', 'list', 'list-item', 'quote', 'image', 'preformatted', 'code', 'verse', 'pullquote', 'separator',
-    'table', 'group', 'column', 'columns', 'buttons', 'button', 'gallery', 'cover', 'media-text', 'spacer',
-]);
+import {BLOCK_OF, MORE, PHRASING, SINGLE_ROOT_BLOCKS} from './constants.js';
+import {isComment, isText} from './nodes.js';
 
-/** @returns {{name: string, isCloser: boolean, isVoid: boolean} | null} null when it is another comment */
+/** @returns {{name: string, attributes: string, isCloser: boolean, isVoid: boolean} | null} null: another comment */
 export function parseComment(data) {
     const match = /^\s*(\/)?wp:([\w/-]*\w)/.exec(data);
     if (!match)
         return null;
-    return {name: match[2], isCloser: Boolean(match[1]), isVoid: !match[1] && /\/\s*$/.test(data)};
+    const attributes = data.slice(match[0].length);
+    return {name: match[2], attributes, isCloser: Boolean(match[1]), isVoid: !match[1] && data.trimEnd().endsWith('/')};
 }
 
 /** Blocks that hold exactly one element. */
 export function isSingleRoot(name) {
-    return SINGLE_ROOT.has(name);
+    return SINGLE_ROOT_BLOCKS.has(name);
 }
 
 export function isInnerBlocks(element) {
-    return [...element.childNodes].some(node => node.nodeType === Node.COMMENT_NODE && parseComment(node.data));
+    return [...element.childNodes].some(node => isComment(node) && parseComment(node.data));
 }
-
-const KINDS = {
-    p: 'paragraph', div: 'paragraph', h1: 'heading', h2: 'heading', h3: 'heading', h4: 'heading', h5: 'heading',
-    h6: 'heading', ul: 'list', ol: 'list', li: 'list-item', blockquote: 'quote', hr: 'separator', img: 'image',
-    table: 'table',
-};
 
 /** Which block an element makes. */
 export function kindOf(node) {
@@ -41,20 +34,24 @@ export function kindOf(node) {
         return 'more';
     if (name === 'a' && node.querySelector('img') && node.textContent.trim() === '')
         return 'image';
-    if (node.nodeType === Node.TEXT_NODE || !(name in KINDS))
-        return isPhrase(node) ? 'paragraph' : 'html';
-    return KINDS[name];
+    if (isText(node) || !(name in BLOCK_OF))
+        return isText(node) || PHRASING.has(name) ? 'paragraph' : 'html';
+    return BLOCK_OF[name];
 }
 
 function isOnlyMore(paragraph) {
-    return paragraph.children.length === 1 && paragraph.firstElementChild.hasAttribute('data-zalmo-more')
+    return paragraph.children.length === 1 && paragraph.firstElementChild.hasAttribute(MORE)
         && paragraph.textContent.trim() === paragraph.firstElementChild.textContent.trim();
 }
 
-function isPhrase(node) {
-    return node.nodeType === Node.TEXT_NODE
-        || /^(a|abbr|b|bdi|bdo|br|cite|code|del|dfn|em|font|i|ins|kbd|mark|q|s|samp|small|span|strike|strong|sub|sup|time|tt|u|var)$/
-            .test(node.localName);
+/** Whether a comment that opens a block speaks of such a node. */
+export function fits(comment, node) {
+    const kind = kindOf(node);
+    if (comment.name !== kind)
+        return false;
+    if (kind === 'heading')
+        return Number(/"level":\s*(\d)/.exec(comment.attributes)?.[1] ?? 2) === Number(node.localName[1]);
+    return kind !== 'list' || /"ordered":\s*true/.test(comment.attributes) === (node.localName === 'ol');
 }
 
 function attributesOf(kind, node) {

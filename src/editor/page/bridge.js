@@ -1,6 +1,6 @@
-// The one place that knows the channel to the native side.
+// The one place that knows the channel to the program.
 
-/** Resolves with the native objects: Bridge and Calls. */
+/** Resolves with the program's objects: `Bridge`, which takes the page's reports, and `Calls`, which asks the page. */
 export function connect() {
     return new Promise(resolve => {
         new QWebChannel(qt.webChannelTransport, channel => resolve(channel.objects));

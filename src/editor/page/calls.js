@@ -1,4 +1,5 @@
-// Calls from the native side: a name, which is looked up in the table, and arguments, which stay data.
+// The road from the program to the page: a name, which is looked up in the table of main.js, and arguments, which stay
+// data.
 
 import {afterKeys} from './keys.js';
 
@@ -7,8 +8,7 @@ export function answerCalls(calls, functions) {
         let value = null;
         await afterKeys(keysBefore);
         try {
-            if (Object.hasOwn(functions, name))
-                value = await functions[name](...args) ?? null;
+            value = await functions[name](...args) ?? null;
         } catch (error) {
             console.error(`${name}: ${error.name}`);
         }

@@ -1,11 +1,17 @@
 // What the page's modules agree on, as data.
 
+import elements from '../../text/elements.json';
+
 /** Attributes of the page's own begin so; they never leave it. */
 export const OWN_PREFIX = 'data-zalmo-';
 /** An attribute of the body that must not work here: kept under its name with this in front. */
 export const HELD_PREFIX = 'data-zalmo-held-';
-/** A box that stands for what is not shown; the value is its number. */
+/** A box that stands for what is not shown; the value is its key. */
 export const INERT = 'data-zalmo-inert';
+/** What the program turned into something else for the editor; the value is the key of the stored text. */
+export const STORED = 'data-zalmo-stored';
+/** A top-level element that was copied; the value is the key of the piece that it was. */
+export const BLOCK = 'data-zalmo-block';
 /** The fold. */
 export const MORE = 'data-zalmo-more';
 /** A video or other embed; its text is the shortcode. */
@@ -22,34 +28,21 @@ export const CURRENT_IMAGE_ID = 'current_editing_image';
 /** What stands for "no link" in addImage. */
 export const NO_LINK = '(null)';
 
-/** Stands beside a box at the edge of a paragraph, since the cursor needs a text to be in. */
-export const CURSOR_PLACE = '\ufeff';
-
-export const EMPTY_BODY = '<p><br></p>';
-
-const words = text => new Set(text.split(' '));
-
-export const VOID_ELEMENTS = words('area base br col embed hr img input link meta param source track wbr');
-
-export const BLOCK_ELEMENTS = words(
-    'address article aside blockquote center details dialog dd dir div dl dt fieldset figcaption figure footer h1 h2 h3 ' +
-    'h4 h5 h6 header hgroup hr legend li main menu nav ol p pre section summary table tbody td tfoot th thead tr ul');
-
+export const VOID_ELEMENTS = new Set(elements.void);
+export const BLOCK_ELEMENTS = new Set(elements.block);
+/** Elements that stand within a line. */
+export const PHRASING = new Set(elements.phrasing);
+/** Elements whose text the tokenizer takes as it is. */
+export const RAW_TEXT = new Set(elements.rawText);
+/** The same, but for character references. */
+export const ESCAPABLE_RAW_TEXT = new Set(elements.escapableRawText);
 /** Elements that are shown as a box, with the name on it. */
-export const BOXED_ELEMENTS = {
-    script: 'Script', noscript: 'No-script text', template: 'Template', style: 'Style sheet', link: 'Link to a resource',
-    meta: 'Page data', base: 'Base address', title: 'Page title', iframe: 'Frame', frame: 'Frame', frameset: 'Frames',
-    noframes: 'Frame text', portal: 'Frame', fencedframe: 'Frame', object: 'Object', embed: 'Plug-in', applet: 'Applet',
-    param: 'Parameter', noembed: 'Plug-in text', form: 'Form', input: 'Form field', button: 'Button', select: 'Form field',
-    textarea: 'Form field', option: 'Form field', optgroup: 'Form field', datalist: 'Form field', output: 'Form field',
-    keygen: 'Form field', isindex: 'Form field', video: 'Video', audio: 'Audio', source: 'Media', track: 'Media',
-    svg: 'Drawing', math: 'Formula', canvas: 'Canvas', xmp: 'Plain text', listing: 'Plain text', plaintext: 'Plain text',
-    slot: 'Slot', dialog: 'Dialog', marquee: 'Marquee', bgsound: 'Audio',
-};
-
+export const BOXED_ELEMENTS = elements.boxed;
 /** Attributes that hold an address. */
-export const ADDRESS_ATTRIBUTES = words(
-    'href src srcset action formaction xlink:href poster background data cite longdesc lowsrc dynsrc ping');
-
-/** Attributes that would change how the page itself behaves. */
-export const HELD_ATTRIBUTES = words('contenteditable autofocus tabindex accesskey popover inert is slot');
+export const ADDRESS_ATTRIBUTES = new Set(elements.addressAttributes);
+/** Attributes that would change how the page itself behaves, or what it tells about itself. */
+export const HELD_ATTRIBUTES = new Set(elements.heldAttributes);
+/** Which block an element makes. */
+export const BLOCK_OF = elements.blockOf;
+/** Blocks that hold exactly one element. */
+export const SINGLE_ROOT_BLOCKS = new Set(elements.singleRootBlocks);

@@ -1,33 +1,29 @@
 // Makes markup from outside safe to show. What the page would run is kept aside and stands in a box that says what it
-// is; attributes that would do something are kept under another name. unhold() and sourceOfBox() give them back.
+// is; attributes that would do something are kept under another name. The serialiser gives them back.
 
 import {
-    ADDRESS_ATTRIBUTES, BOXED_ELEMENTS, EMBED, FEATURED, HELD_ATTRIBUTES, HELD_PREFIX, INERT, MORE, OWN_PREFIX,
+    ADDRESS_ATTRIBUTES, BOXED_ELEMENTS, EMBED, FEATURED, HELD_ATTRIBUTES, HELD_PREFIX, INERT, MORE, OWN_PREFIX, STORED,
 } from './constants.js';
+import {fetchesInCORSMode, isScriptAddress} from './addresses.js';
+import {keep, originalOf} from './originals.js';
 
 const EXTRACT_LENGTH = 90;
-const sources = new Map(); // number of a box, to the markup that it stands for
-let lastBox = 0;
+const BOXED = Object.keys(BOXED_ELEMENTS).join();
 
 export function sourceOfBox(box) {
-    return sources.get(box.getAttribute(INERT)) ?? '';
+    return originalOf(box, INERT) ?? '';
 }
 
-export function isKnownBox(element) {
-    return sources.has(element.getAttribute(INERT));
-}
-
-/** Boxes of an earlier content cannot come back. */
-export function forgetBoxes() {
-    sources.clear();
-}
-
-export function makeBox(label, source, isBlock) {
+export function makeBox(label, source, isBlock, extractLength = EXTRACT_LENGTH) {
     const box = document.createElement(isBlock ? 'div' : 'span');
-    const number = String(++lastBox);
-    sources.set(number, source);
-    box.setAttribute(INERT, number);
-    fillBox(box, label, source);
+    box.setAttribute(INERT, keep(source));
+    box.className = 'zalmo-inert';
+    box.contentEditable = 'false';
+    const name = document.createElement('b');
+    name.textContent = label;
+    const extract = document.createElement('code');
+    extract.textContent = source.length > extractLength ? source.slice(0, extractLength) + '…' : source;
+    box.append(name, extract);
     return box;
 }
 
@@ -40,17 +36,6 @@ export function asBlock(box) {
     return block;
 }
 
-function fillBox(box, label, source) {
-    box.className = 'zalmo-inert';
-    box.contentEditable = 'false';
-    const name = document.createElement('b');
-    name.textContent = label;
-    const extract = document.createElement('code');
-    const line = source.replace(/\s+/g, ' ').trim();
-    extract.textContent = line.length > EXTRACT_LENGTH ? line.slice(0, EXTRACT_LENGTH) + '…' : line;
-    box.append(name, extract);
-}
-
 /** Makes a parsed fragment, which is not in the document yet, safe. */
 export function makeInert(fragment) {
     for (const element of fragment.querySelectorAll('*')) {
@@ -58,23 +43,40 @@ export function makeInert(fragment) {
             continue; // inside a box by now
         const label = BOXED_ELEMENTS[element.localName];
         if (label)
-            element.replaceWith(makeBox(label, element.outerHTML, element.parentNode === fragment));
+            element.replaceWith(makeBox(label, sourceOf(element), element.parentNode === fragment));
         else
             holdAttributes(element);
     }
 }
 
-/** For markup from elsewhere: takes away what the body of a post would have kept. */
-export function strip(fragment) {
-    for (const element of fragment.querySelectorAll('*')) {
-        const box = element.closest(`[${INERT}]`);
-        if (!fragment.contains(element) || (box && isKnownBox(box)))
-            continue;
-        if (BOXED_ELEMENTS[element.localName])
-            element.remove();
-        else
-            removeAttributes(element);
+/** The markup of an element, with the stored text of what the program converted in it. */
+function sourceOf(element) {
+    const stored = new Map();
+    for (const converted of element.querySelectorAll(`[${STORED}]`)) {
+        const original = originalOf(converted, STORED);
+        if (original) {
+            const place = crypto.randomUUID();
+            stored.set(place, original.stored);
+            converted.replaceWith(place);
+        }
     }
+    let source = element.outerHTML;
+    for (const [place, text] of stored)
+        source = source.replace(place, () => text);
+    return source;
+}
+
+/** For markup from elsewhere: takes away what the body of a post would have kept. */
+export function strip(root) {
+    for (const element of root.querySelectorAll(`${BOXED},[${INERT}]`))
+        element.remove();
+    for (const element of root.querySelectorAll('*'))
+        removeAttributes(element);
+}
+
+/** Whether there is an element that strip() or makeInert() would not have left. */
+export function hasActive(root) {
+    return root.querySelector(BOXED) !== null;
 }
 
 function removeAttributes(element) {
@@ -89,14 +91,15 @@ function holdAttributes(element) {
     if (!attributes.some(attribute => mustHold(element, attribute)))
         return;
     // All are put back, so that their order stays.
+    const held = attributes.map(attribute => mustHold(element, attribute));
     for (const attribute of attributes)
         element.removeAttributeNode(attribute);
-    for (const attribute of attributes) {
-        if (mustHold(element, attribute))
+    attributes.forEach((attribute, n) => {
+        if (held[n])
             hold(element, attribute);
         else
             element.setAttributeNode(attribute);
-    }
+    });
 }
 
 function hold(element, attribute) {
@@ -113,11 +116,13 @@ function mustHold(element, {name, value}) {
     if (name.startsWith(OWN_PREFIX))
         return !isOwnMark(element, name);
     if (name === 'id')
-        return value === 'content';
+        return value === 'content' || value === 'level';
     // The names of pictures become properties of the document and would hide its functions.
     if (name === 'name')
         return element.localName === 'img';
-    return ADDRESS_ATTRIBUTES.has(name) && isScriptAddress(element, value);
+    if (name === 'style')
+        return fetchesInCORSMode(element.style);
+    return ADDRESS_ATTRIBUTES.has(name) && isScriptAddress(value, element.localName === 'img');
 }
 
 const marked = new WeakSet();
@@ -125,16 +130,8 @@ const marked = new WeakSet();
 /** Notes that the page itself gave this element an attribute of its own. */
 export function markOwn(element) {
     marked.add(element);
-    return element;
 }
 
 function isOwnMark(element, name) {
-    return name === FEATURED || (marked.has(element) && (name === MORE || name === EMBED));
-}
-
-function isScriptAddress(element, value) {
-    const address = value.replace(/[\u0000-\u0020]/g, '').toLowerCase();
-    if (address.startsWith('data:'))
-        return element.localName !== 'img';
-    return /^(java|vb|live)script:/.test(address);
+    return name === FEATURED || (marked.has(element) && [MORE, EMBED, STORED].includes(name));
 }

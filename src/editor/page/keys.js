@@ -1,5 +1,6 @@
 // Keys that mean something else here than in a page.
 
+import {indent, isInList, outdent} from './lists.js';
 import {ensureSelection, rangeIn} from './selection.js';
 
 const LIMIT_MS = 100; // a key that the page never sees must not stop the calls
@@ -28,7 +29,7 @@ function countKeys() {
         document.addEventListener(type, () => { ++keysSeen; }, {capture: true});
 }
 
-export function watchKeys(editor, calls) {
+export function watchKeys(editor, bridge) {
     countKeys();
     // A key can be faster than the focus: what is typed right behind the Tab that leaves the title is not lost.
     document.addEventListener('keydown', () => {
@@ -39,13 +40,22 @@ export function watchKeys(editor, calls) {
         if (event.key !== 'Tab' || event.ctrlKey || event.altKey || event.metaKey)
             return;
         event.preventDefault();
-        if (event.shiftKey)
-            calls.leaveForTitle();
-        else
-            calls.leaveForTokens();
+        tab(editor, bridge, event.shiftKey);
     });
     document.addEventListener('beforeinput', event => {
         if (event.data?.includes('\u00a0'))
             editor.body.hasHardSpaces = true;
     });
+}
+
+/** In a list it changes the level of the items; elsewhere it leaves the page. */
+function tab(editor, bridge, isBack) {
+    if (isInList(editor.content)) {
+        const change = isBack ? outdent : indent;
+        change(editor);
+    } else if (isBack) {
+        bridge.leaveForTitle();
+    } else {
+        bridge.leaveForTokens();
+    }
 }

@@ -1,74 +1,115 @@
-// Links. While the link sheet has the focus, the page keeps the range that the link is for.
+// Links. While the link sheet has the focus, the page keeps the range that the link is for, and the link that is there.
 
-import {ensureSelection, linkAt, rangeIn, select} from './selection.js';
+import {isScriptAddress} from './addresses.js';
+import {linkAt, rangeIn, select} from './selection.js';
 
 let marked = null;
 
+/** @returns what the sheet shows: the link under the cursor, and the text that is or becomes the link */
 export function addLinkMarkToCurrentSelection(editor) {
     const range = rangeIn(editor.content);
-    marked = range ? widened(range).cloneRange() : null;
+    return range ? mark(editor, range) : null;
 }
 
-/** A cursor within a link stands for the whole link. */
-function widened(range) {
+function mark(editor, range) {
     const link = linkAt(range.commonAncestorContainer);
-    if (link && range.collapsed)
-        range.selectNodeContents(link);
-    return range;
+    const place = range.cloneRange();
+    if (link) // the whole of it
+        place.selectNodeContents(link);
+    marked = {body: editor.body, range: place, link, text: place.toString()};
+    return {...describe(link), isLink: link !== null, text: marked.text};
 }
 
+function describe(link) {
+    return {
+        url: link?.getAttribute('href') ?? '', tooltip: link?.title ?? '', newWindow: link?.getAttribute('target') === '_blank',
+    };
+}
+
+/** Selects what was marked. False when it is no longer there: another text came meanwhile. */
 function restore(editor) {
-    ensureSelection(editor.content);
-    if (marked && editor.content.contains(marked.commonAncestorContainer))
-        select(marked);
+    const {range, text} = marked ?? {};
+    const isThere = marked !== null && editor.content.contains(range.commonAncestorContainer) && range.toString() === text;
     marked = null;
-    return rangeIn(editor.content);
+    if (!isThere)
+        return false;
+    editor.content.focus({preventScroll: true});
+    select(range);
+    return true;
 }
 
 export function addLinkToSelection(editor, url, tooltip, newWindow) {
-    const range = restore(editor);
-    if (!range || isScript(url))
+    const link = marked?.link;
+    if (!restore(editor) || isScriptAddress(url))
         return;
-    const link = linkAt(range.commonAncestorContainer);
-    if (link)
-        return setLink(link, url, tooltip, newWindow);
-    if (range.collapsed)
-        insertLink(url, tooltip, newWindow);
+    const range = rangeIn(editor.content);
+    if (link?.isConnected)
+        setLink(link, {url, tooltip, newWindow});
+    else if (range.collapsed)
+        insertLink({url, tooltip, newWindow});
     else
-        linkRange(editor, range, url, tooltip, newWindow);
+        linkRange(editor, {url, tooltip, newWindow});
 }
 
-function isScript(url) {
-    return /^(java|vb)script:/i.test(url.replace(/[\u0000-\u0020]/g, ''));
-}
-
-function setLink(link, url, tooltip, newWindow) {
-    link.setAttribute('href', url);
-    if (tooltip)
-        link.setAttribute('title', tooltip);
-    else
+/** Changes what is different only: an untouched link keeps the words of its tag. */
+function setLink(link, wanted) {
+    const {url, tooltip, newWindow} = describe(link);
+    if (wanted.url !== url)
+        link.setAttribute('href', wanted.url);
+    if (wanted.tooltip === '')
         link.removeAttribute('title');
+    else if (wanted.tooltip !== tooltip)
+        link.setAttribute('title', wanted.tooltip);
+    if (wanted.newWindow !== newWindow)
+        link.setAttribute('target', wanted.newWindow ? '_blank' : '_self');
+}
+
+function setNewLink(link, {url, tooltip, newWindow}) {
+    link.setAttribute('href', url);
+    if (tooltip !== '')
+        link.setAttribute('title', tooltip);
     link.setAttribute('target', newWindow ? '_blank' : '_self');
 }
 
-function insertLink(url, tooltip, newWindow) {
+function insertLink(wanted) {
     const link = document.createElement('a');
-    link.textContent = url;
-    setLink(link, url, tooltip, newWindow);
+    link.textContent = wanted.url;
+    setNewLink(link, wanted);
     document.execCommand('insertHTML', false, link.outerHTML);
 }
 
-function linkRange(editor, range, url, tooltip, newWindow) {
+function linkRange(editor, wanted) {
     const before = new Set(editor.content.querySelectorAll('a'));
-    document.execCommand('createLink', false, url);
+    document.execCommand('createLink', false, wanted.url);
     for (const link of editor.content.querySelectorAll('a')) {
         if (!before.has(link) || getSelection().containsNode(link, true))
-            setLink(link, url, tooltip, newWindow);
+            setNewLink(link, wanted);
     }
 }
 
 export function removeLinkMarkForCurrentSelection(editor) {
     restore(editor);
+}
+
+/** The text of the marked link, or of the one under the cursor, without the link. */
+export function removeLink(editor) {
+    if (marked !== null ? restore(editor) : selectLinkAtCursor(editor))
+        document.execCommand('unlink');
+}
+
+function selectLinkAtCursor(editor) {
+    const range = rangeIn(editor.content);
+    const link = range && linkAt(range.commonAncestorContainer);
+    if (link && range.collapsed)
+        selectContents(link);
+    return range !== null;
+}
+
+function selectContents(link) {
+    const range = document.createRange();
+    range.selectNodeContents(link);
+    select(range);
+    return range;
 }
 
 /** A click on a link does nothing (nor does one on anything else that answers to clicks); a double click opens the sheet. */
@@ -82,11 +123,7 @@ export function watchLinks(editor, bridge) {
         const link = linkAt(event.target);
         if (!link)
             return;
-        const range = document.createRange();
-        range.selectNodeContents(link);
-        select(range);
-        marked = range;
-        bridge.openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(
-            link.getAttribute('href'), link.title, link.getAttribute('target') ?? '');
+        const {url, tooltip} = mark(editor, selectContents(link));
+        bridge.openAddLinkPopoverWithURL_Tooltip_OpenInNewTab_(url, tooltip, link.getAttribute('target') ?? '');
     });
 }

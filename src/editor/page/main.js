@@ -1,21 +1,22 @@
-// Wires the page together. Everything the native side can call is in one table.
+// Wires the page together. Everything that the program can call is in one table.
 
 import {connect} from './bridge.js';
 import {answerCalls, publish} from './calls.js';
+import {watchClipboard} from './clipboard.js';
 import {execCommand, prepareCommands} from './commands.js';
 import {Editor} from './editor.js';
+import {watchHeadings} from './headings.js';
 import {addImage} from './images.js';
-import {
-    addLinkMarkToCurrentSelection, addLinkToSelection, removeLinkMarkForCurrentSelection, watchLinks,
-} from './links.js';
 import {watchKeys} from './keys.js';
-import {watchPaste} from './paste.js';
+import {
+    addLinkMarkToCurrentSelection, addLinkToSelection, removeLink, removeLinkMarkForCurrentSelection, watchLinks,
+} from './links.js';
 import {ensureSelection, SelectionWatch} from './selection.js';
 import {setTheme} from './theme.js';
 
 function functionsOf(editor, bridge, watch) {
     return {
-        loadHTMLContent: data => editor.load(typeof data === 'string' ? {html: data} : data),
+        loadHTMLContent: data => editor.load(data),
         getBodyContent: () => editor.text(),
         getRawContent: () => editor.text(),
         execCommand: name => {
@@ -30,6 +31,7 @@ function functionsOf(editor, bridge, watch) {
         },
         addLinkMarkToCurrentSelection: () => addLinkMarkToCurrentSelection(editor),
         addLinkToSelection: (...args) => addLinkToSelection(editor, ...args),
+        removeLink: () => removeLink(editor),
         removeLinkMarkForCurrentSelection: () => removeLinkMarkForCurrentSelection(editor),
         removeCurrentSelections: () => getSelection().removeAllRanges(),
         cleanUndoStack: () => editor.cleanUndoStack(),
@@ -38,15 +40,19 @@ function functionsOf(editor, bridge, watch) {
     };
 }
 
-const {Bridge: bridge, Calls: calls} = await connect();
-window.Bridge = bridge;
-prepareCommands();
-const editor = new Editor(document.getElementById('content'), html => bridge.setPostContent_(html));
-editor.load({});
-const functions = functionsOf(editor, bridge, new SelectionWatch(editor, bridge, calls));
-publish(functions);
-answerCalls(calls, functions);
-watchLinks(editor, bridge);
-watchPaste(editor);
-watchKeys(editor, calls);
-bridge.jqueryReadyFired();
+async function start() {
+    const {Bridge: bridge, Calls: calls} = await connect();
+    prepareCommands();
+    const editor = new Editor(document.getElementById('content'), html => bridge.setPostContent_(html));
+    editor.load({pieces: []});
+    const functions = functionsOf(editor, bridge, new SelectionWatch(editor, bridge));
+    publish(functions);
+    answerCalls(calls, functions);
+    watchLinks(editor, bridge);
+    watchClipboard(editor, bridge);
+    watchKeys(editor, bridge);
+    watchHeadings(editor);
+    bridge.jqueryReadyFired();
+}
+
+start();

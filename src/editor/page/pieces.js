@@ -1,17 +1,15 @@
 // The body as pieces. Each piece knows its stored text and the nodes that show it; a piece whose nodes are all there,
 // in order and unchanged, goes back as it was stored.
 
+import {BLOCK} from './constants.js';
+import {newBlock} from './newblocks.js';
+import {elementsIn, isBlank, isComment, isElement, isInline, isList, isListWrapper, isVoidOfContent, withoutWrappers} from './nodes.js';
+import {originalOf} from './originals.js';
 import {Original} from './preserve.js';
-import {isBlank, isElement, isInline, isVoidOfContent, Serialiser} from './serialise.js';
+import {Serialiser} from './serialise.js';
+import {endOfText, leadingSpace, trailingSpace, withoutLineEnds} from './spaces.js';
 
 const BREAK = '\n\n';
-const trailingSpace = text => /[ \n\t\r\f]*$/.exec(text)[0];
-const leadingSpace = text => /^[ \n\t\r\f]*/.exec(text)[0];
-
-/** Chromium leaves the paragraph around a list that it makes of it, and undoes the list only while that is there. */
-function isListWrapper(node) {
-    return node.localName === 'p' && /^[uo]l$/.test(node.firstElementChild?.localName);
-}
 
 export class Body {
     constructor({pieces = [], isBlockEditor = false, localImages = {}} = {}) {
@@ -23,11 +21,13 @@ export class Body {
         });
         this.owners = new WeakMap(); // top-level node, to its piece
         this.forms = new WeakMap(); // top-level node, to its blog form; absent while it is dirty
-        this.pieces = pieces.map((piece, index) => ({...piece, stored: piece.lead + piece.core + piece.tail, index, nodes: [], isChunk: false, original: null}));
-        const stored = this.pieces.map(piece => piece.stored).join('');
-        this.trailing = trailingSpace(stored);
-        this.hasHardSpaces = /\u00a0|&nbsp;|&#160;|&#xa0;/i.test(stored);
+        this.pieces = pieces.map(({lead, core, tail, html = core}, index) => ({
+            stored: lead + core + tail, lead, core, tail, html, index, nodes: [], isChunk: false, original: null,
+        }));
+        this.trailing = this.pieces.length > 0 ? trailingSpace(this.pieces.at(-1).stored) : '';
+        this.hasHardSpaces = this.pieces.some(piece => /\u00a0|&nbsp;|&#160;|&#xa0;/i.test(piece.stored));
         this.separator = this.commonSeparator();
+        this.hasParagraphElements = false;
     }
 
     /** Notes the nodes that show a piece. `isChunk`: the piece is plain text, and its paragraph the editor's. */
@@ -36,14 +36,31 @@ export class Body {
         piece.isChunk = isChunk;
         for (const node of nodes)
             this.owners.set(node, piece);
-        for (const element of nodes.filter(isElement).flatMap(node => [node, ...node.querySelectorAll('*')]))
-            this.loaded.add(element);
+        for (const element of elementsIn(nodes)) {
+            if (!isList(element) || !element.parentNode || !isList(element.parentNode) || !piece.isShownAlready)
+                this.loaded.add(element);
+        }
+    }
+
+    /** The same for a piece whose nodes are in the page already; `before` is the body that they were of. */
+    adoptShown(piece, nodes, before) {
+        piece.isShownAlready = true; // its lists may stand as Chromium puts them
+        for (const style of before.knownStyles)
+            this.knownStyles.add(style);
+        this.adopt(piece, nodes, !this.isBlockEditor && /^\s*<p>/.test(piece.html) && !/^\s*<p[\s>]/i.test(piece.core));
+    }
+
+    /** Elements that stand elsewhere now get comments of their own there. */
+    forgetPlaces(elements) {
+        elements.forEach(element => this.loaded.delete(element));
     }
 
     /** Call when all nodes are in the page: from here on, what differs is a change. */
     seal() {
         for (const piece of this.pieces)
             piece.original = this.originalOf(piece);
+        const elements = this.pieces.filter(piece => /^<p[\s>]/i.test(piece.core)).length;
+        this.hasParagraphElements = elements > this.pieces.filter(piece => piece.isChunk).length;
     }
 
     originalOf(piece) {
@@ -53,18 +70,24 @@ export class Body {
 
     markDirty(node) {
         this.forms.delete(node);
+        if (isListWrapper(node))
+            node.childNodes.forEach(child => this.forms.delete(child));
     }
 
     compose(content) {
-        const parts = this.group(content.childNodes).map(group => this.part(group)).filter(part => part.text !== '');
-        return this.join(parts);
+        return this.join(this.parts(content).filter(part => part.text !== ''));
+    }
+
+    /** The body as it is now: runs of nodes, their text, and the piece that they are of. */
+    parts(content) {
+        return this.group(content.childNodes).map(group => this.part(group));
     }
 
     /** Runs of top-level nodes that make one part of the body: those of one piece, or one new block. */
     group(nodes) {
         const groups = [];
         const seen = new Set();
-        for (const node of [...nodes].flatMap(each => isListWrapper(each) ? [...each.childNodes] : each)) {
+        for (const node of withoutWrappers(nodes)) {
             const piece = this.owners.get(node) ?? null;
             const last = groups.at(-1);
             if (last && (piece ? last.piece === piece : isBlank(node) || this.sharesLine(node, last))) {
@@ -72,7 +95,7 @@ export class Body {
             } else if (last && piece && !last.piece && !seen.has(piece) && this.sharesLine(node, last)) {
                 last.piece = piece;
                 last.nodes.push(node);
-            } else if (piece || !(isBlank(node) || node.nodeType === Node.COMMENT_NODE)) {
+            } else if (piece || !(isBlank(node) || isComment(node))) {
                 groups.push({piece: seen.has(piece) ? null : piece, nodes: [node]});
             }
             seen.add(piece);
@@ -86,8 +109,8 @@ export class Body {
 
     part({piece, nodes}) {
         if (!piece)
-            return {piece, isNew: true, isChunk: this.isNewChunk(nodes), text: this.newText(nodes)};
-        return {piece, isNew: false, isChunk: piece.isChunk, text: this.pieceText(piece, nodes)};
+            return {piece, nodes, isNew: true, isChunk: this.isNewChunk(nodes), text: this.newText(nodes)};
+        return {piece, nodes, isNew: false, isChunk: piece.isChunk, text: this.pieceText(piece, nodes)};
     }
 
     pieceText(piece, nodes) {
@@ -105,7 +128,7 @@ export class Body {
 
     formOfNodes(piece, nodes) {
         const text = nodes.map(node => this.formOfNode(node, piece.isChunk)).join('');
-        return piece.isChunk ? text.replace(/\n+$/, '') : text;
+        return piece.isChunk ? withoutLineEnds(text) : text;
     }
 
     formOfNode(node, isChunk) {
@@ -124,7 +147,24 @@ export class Body {
     }
 
     newText(nodes) {
-        return isVoidOfContent(nodes) ? '' : this.withoutBrowsersSpaces(this.newMarkup(nodes));
+        return isVoidOfContent(nodes) ? '' : this.copiedText(nodes) ?? this.withoutBrowsersSpaces(this.newMarkup(nodes));
+    }
+
+    /** A copy of a piece, in the words of that piece. */
+    copiedText([node]) {
+        const copied = isElement(node) ? originalOf(node, BLOCK) : undefined;
+        if (!copied || copied.isBlockEditor !== this.isBlockEditor)
+            return null;
+        return copied.lead + copied.original.applyTo(this.serialiser.form(node)) + copied.tail.trimEnd();
+    }
+
+    /** What a copy of this top-level node has to know to come back as this piece; null when it is plain text. */
+    pieceForCopy(node) {
+        const piece = this.owners.get(node);
+        const isWhole = piece && isElement(node) && !piece.isChunk && piece.nodes.filter(each => !isBlank(each)).length === 1;
+        if (!isWhole)
+            return null;
+        return {lead: piece.lead, tail: piece.tail, original: piece.original, isBlockEditor: this.isBlockEditor};
     }
 
     /** The browser keeps a space visible by making it a hard one. Where no one wrote hard spaces, all are of that kind. */
@@ -137,7 +177,7 @@ export class Body {
 
     newMarkup(nodes) {
         if (this.isBlockEditor)
-            return this.serialiser.newBlock(nodes);
+            return newBlock(this.serialiser, nodes);
         const [node] = nodes;
         if (!this.isNewChunk(nodes))
             return nodes.map(each => this.serialiser.form(each)).join('');
@@ -155,35 +195,41 @@ export class Body {
         return !this.hasParagraphElements && !node.getAttribute('class') && !node.querySelector?.('p,div,ul,ol,table,h1,h2,h3');
     }
 
-    get hasParagraphElements() {
-        const elements = this.pieces.filter(piece => /^<p[\s>]/i.test(piece.core)).length;
-        return elements > this.pieces.filter(piece => piece.isChunk).length;
-    }
-
     join(parts) {
-        let text = '';
+        const texts = []; // one by one, so that a cut at the end does not copy the whole
+        const cutEnd = () => {
+            const text = texts.pop();
+            texts.push(text.slice(0, endOfText(text)));
+        };
         parts.forEach((part, n) => {
             const before = parts[n - 1];
-            if (before && !this.areNeighbours(before, part))
-                text = this.withBreak(text, part.text, before.isChunk || part.isChunk);
-            text += part.text;
+            const gap = before && !this.areNeighbours(before, part) ? this.breakBetween(before, part) : null;
+            if (gap !== null) {
+                cutEnd();
+                texts.push(gap);
+            }
+            texts.push(part.text);
         });
         const last = parts.at(-1);
-        if (last && last.piece !== this.pieces.at(-1))
-            text = text.slice(0, text.length - trailingSpace(text).length) + this.trailing;
-        return text;
+        if (last && last.piece !== this.pieces.at(-1)) {
+            cutEnd();
+            texts.push(this.trailing);
+        }
+        return texts.join('');
     }
 
     areNeighbours(a, b) {
         return !a.isNew && !b.isNew && b.piece.index === a.piece.index + 1;
     }
 
-    withBreak(text, next, needsBlankLine) {
-        const gap = trailingSpace(text) + leadingSpace(next);
+    /** What has to stand between two parts in place of the space at the end of the first; null when that will do. */
+    breakBetween(before, part) {
+        const needsBlankLine = before.isChunk || part.isChunk;
+        const gap = trailingSpace(before.text) + leadingSpace(part.text);
         const isBlankLine = /\n[ \t\r]*\n/.test(gap);
         if (isBlankLine || (!needsBlankLine && gap.includes('\n')))
-            return text;
-        return text.slice(0, text.length - trailingSpace(text).length) + (needsBlankLine ? BREAK : this.separator);
+            return null;
+        return needsBlankLine ? BREAK : this.separator;
     }
 
     /** What this body has between its pieces. */

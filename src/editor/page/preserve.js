@@ -6,7 +6,7 @@
 // from there.
 
 import {match} from './diff.js';
-import {decode, tokenise} from './tokens.js';
+import {decode, tokenise, withStrayEnds} from './tokens.js';
 
 export class Original {
     /** @param lineEndsMatter whether a line end says more than a space: in plain text and in preformatted text */
@@ -21,7 +21,7 @@ export class Original {
     applyTo(after) {
         if (after === this.before)
             return this.core;
-        this.tokens ??= pairTokens(tokenise(this.core), tokenise(this.before));
+        this.tokens ??= pairTokens(withStrayEnds(tokenise(this.core)), tokenise(this.before));
         const text = reword(this.tokens, tokenise(after), this.alikeSpace);
         // Where an end tag was only implied, a change can move what follows into another element. Then the page's own
         // words are the right ones.
@@ -33,11 +33,12 @@ export class Original {
 function pairTokens(coreTokens, beforeTokens) {
     const partners = match(coreTokens.map(token => token.key), beforeTokens.map(token => token.key));
     const pairs = fillGaps(partners, coreTokens, beforeTokens, token => `${token.kind} ${token.name}`);
-    const tokens = beforeTokens.map(token => ({...token, own: null, source: ''}));
+    const tokens = beforeTokens.map(token => ({...token, own: null, says: null, source: ''}));
     pairs.forEach(([i, j], n) => {
         const start = n === 0 ? 0 : i;
         const end = n + 1 < pairs.length ? pairs[n + 1][0] : coreTokens.length;
         tokens[j].own = coreTokens[i].raw;
+        tokens[j].says = coreTokens[i].key;
         tokens[j].source = coreTokens.slice(start, end).map(token => token.raw).join('');
     });
     return tokens;
@@ -90,17 +91,21 @@ function reword(before, after, alikeSpace) {
     return words.join('');
 }
 
-const UNITS = /&(?:#\d+|#x[\da-f]+|[a-z]\w*);?|\r\n|[\s\S]/gi;
+// A character, as it may be written, and the end tags behind it that end nothing.
+const UNITS = /(?:&(?:#\d+|#x[\da-f]+|[a-z]\w*);?|\r\n|[^<]|<(?!\/))(?:<\/[^>]*>)*|(?:<\/[^>]*>)+/gi;
+const LONGEST_REFERENCE = 32;
+const STRAY_TAGS = /<\/[^>]*>/g;
 // Beside a change the browser makes spaces hard ones, to keep them visible, and line ends plain spaces.
 const HARD_SPACE = /\u00a0/;
 const ANY_SPACE = /[\u00a0\n\t\r]/;
 
 /** A changed run of text: its beginning and end as they stand in the original. */
 function rewordText(before, text, alikeSpace) {
-    if (before.own === null || decode(before.own) !== decode(before.raw))
+    if (before.own === null || before.says !== before.key)
         return text;
-    const [old, now] = [before.own.match(UNITS) ?? [], text.match(UNITS) ?? []];
-    const saying = unit => decode(unit).replace(alikeSpace, ' ');
+    const [start, ownEnd, textEnd] = commonEnds(before.own, text);
+    const [old, now] = [before.own.slice(start, ownEnd).match(UNITS) ?? [], text.slice(start, textEnd).match(UNITS) ?? []];
+    const saying = unit => decode(unit.replace(STRAY_TAGS, '')).replace(alikeSpace, ' ');
     const same = (i, j) => old[i] === now[j] || saying(old[i]) === saying(now[j]);
     const limit = Math.min(old.length, now.length);
     let head = 0;
@@ -109,7 +114,26 @@ function rewordText(before, text, alikeSpace) {
     let tail = 0;
     while (tail < limit - head && same(old.length - 1 - tail, now.length - 1 - tail))
         tail += 1;
-    return [...old.slice(0, head), ...now.slice(head, now.length - tail), ...old.slice(old.length - tail)].join('');
+    const stray = old.slice(head, old.length - tail).join('').match(STRAY_TAGS) ?? [];
+    return [before.own.slice(0, start), ...old.slice(0, head), ...stray, ...now.slice(head, now.length - tail),
+        ...old.slice(old.length - tail), before.own.slice(ownEnd)].join('');
+}
+
+/** How far two texts are the same from the beginning, and from where in each of them to the end. */
+function commonEnds(a, b) {
+    const limit = Math.min(a.length, b.length);
+    let start = 0;
+    while (start < limit && a[start] === b[start])
+        start += 1;
+    const reference = a.lastIndexOf('&', start - 1);
+    if (reference >= start - LONGEST_REFERENCE && reference >= 0 && start > 0)
+        start = reference; // it may go on in another way
+    let end = 0;
+    while (end < limit - start && a[a.length - 1 - end] === b[b.length - 1 - end])
+        end += 1;
+    if (a[a.length - end] === '\n' && a[a.length - end - 1] === '\r')
+        end -= 1; // not between the two of a line end
+    return [start, a.length - end, b.length - end];
 }
 
 /** Which elements and texts there are and how they are nested, with nothing of what they say. */

@@ -1,5 +1,7 @@
 // Tells the native side what is selected and how the text there is styled.
 
+import {MORE} from './constants.js';
+
 const QUIET_MS = 60;
 const STATES = {
     bold: 'bold', italic: 'italic', underline: 'underline', strikethrough: 'strikeThrough',
@@ -7,10 +9,9 @@ const STATES = {
 };
 
 export class SelectionWatch {
-    constructor(editor, bridge, calls) {
+    constructor(editor, bridge) {
         this.editor = editor;
         this.bridge = bridge;
-        this.calls = calls;
         this.hadText = false;
         this.lastStyle = '';
         this.timer = 0;
@@ -55,7 +56,7 @@ export class SelectionWatch {
         if (key === this.lastStyle)
             return;
         this.lastStyle = key;
-        this.calls.reportSelectionStyle(style);
+        this.bridge.selectionStyleChanged_(style);
     }
 }
 
@@ -77,13 +78,36 @@ export function rangeIn(content) {
 
 export function linkAt(node) {
     const element = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
-    return element?.closest('#content a[href]:not([data-zalmo-more])') ?? null;
+    return element?.closest(`#content a[href]:not([${MORE}])`) ?? null;
 }
 
 export function select(range) {
     const selection = getSelection();
     selection.removeAllRanges();
     selection.addRange(range);
+}
+
+/** Makes a change that takes the nodes of the content from the document and puts them back. */
+export function keepSelection(content, change) {
+    const range = rangeIn(content);
+    const {startContainer, startOffset, endContainer, endOffset} = range ?? {};
+    change();
+    if (range && startContainer.isConnected && endContainer.isConnected)
+        getSelection().setBaseAndExtent(startContainer, startOffset, endContainer, endOffset);
+}
+
+export function showSelection() {
+    const selection = getSelection();
+    const node = selection.focusNode;
+    if (!node)
+        return;
+    const range = document.createRange();
+    range.setStart(node, selection.focusOffset);
+    const [line] = range.getClientRects();
+    const element = node.nodeType === Node.ELEMENT_NODE ? node.childNodes[selection.focusOffset] ?? node : node.parentElement;
+    const {top, bottom} = line ?? (element.getBoundingClientRect ? element : element.parentElement).getBoundingClientRect();
+    if (top < 0 || bottom > window.innerHeight)
+        window.scrollBy(0, (top + bottom - window.innerHeight) / 2);
 }
 
 let lastRange = null; // survives that the selection is taken away, so that the next command knows its place

@@ -1,7 +1,13 @@
 // Cuts HTML text into tags, comments and runs of text, by the rules of a browser's tokenizer.
 
-const RAW_TEXT = new Set(['script', 'style', 'textarea', 'title', 'xmp', 'iframe', 'noembed', 'noframes']);
+import {ESCAPABLE_RAW_TEXT, RAW_TEXT, VOID_ELEMENTS} from './constants.js';
+
 const SPACE = /\s/;
+const NAME = /<(\/?)([a-zA-Z][^\s/>]*)/y;
+/** These end tags say something even where there is nothing to end. */
+const NEVER_STRAY = /^(?:p|br|h[1-6])$/;
+/** The parser takes the first line end in these away. */
+const DROPS_LINE_END = new Set(['pre', 'listing', 'textarea']);
 
 /** @returns {{kind: string, name: string, raw: string, key: string}[]} whose `raw` joined are the text */
 export function tokenise(html) {
@@ -22,11 +28,41 @@ export function tokenise(html) {
         tokens.push(token);
         at += token.raw.length;
         textStart = at;
-        if (token.kind === 'start' && RAW_TEXT.has(token.name))
+        if (token.kind === 'start' && (RAW_TEXT.has(token.name) || ESCAPABLE_RAW_TEXT.has(token.name)))
             at = rawTextEnd(html, at, token.name);
     }
     flush(html.length);
     return tokens;
+}
+
+/** Puts end tags that end nothing, of which a parser makes nothing, to the text or the tag before them. */
+export function withStrayEnds(tokens) {
+    const open = new Map();
+    const count = (name, change) => open.set(name, (open.get(name) ?? 0) + change);
+    const result = [];
+    let pending = ''; // stray tags at the very beginning
+    for (const token of tokens) {
+        const last = result.at(-1);
+        if (token.kind === 'end' && !open.get(token.name) && !NEVER_STRAY.test(token.name)) {
+            if (last)
+                last.raw += token.raw;
+            else
+                pending += token.raw;
+            continue;
+        }
+        if (token.kind === 'start' && !VOID_ELEMENTS.has(token.name))
+            count(token.name, 1);
+        else if (token.kind === 'end' && open.get(token.name))
+            count(token.name, -1);
+        if (token.kind === 'text' && last?.kind === 'text') {
+            last.raw += token.raw;
+            last.key += token.key.slice(1);
+        } else {
+            result.push({...token, raw: pending + token.raw});
+            pending = '';
+        }
+    }
+    return result;
 }
 
 /** What a run of text says; a parser knows no other line end than "\n". */
@@ -44,13 +80,14 @@ function textToken(raw) {
 }
 
 function tokenAt(html, at) {
-    const match = /^<(\/?)([a-zA-Z][^\s/>]*)/.exec(html.slice(at, at + 80));
+    NAME.lastIndex = at;
+    const match = NAME.exec(html);
     if (match) {
         const kind = match[1] ? 'end' : 'start';
         const name = match[2].toLowerCase();
-        return {kind, name, raw: html.slice(at, tagEnd(html, at + match[0].length)), key: kind + name};
+        return {kind, name, raw: html.slice(at, tagEnd(html, at + match[0].length, kind, name)), key: kind + name};
     }
-    if (!/^<[!?]/.test(html.slice(at, at + 2)))
+    if (html[at + 1] !== '!' && html[at + 1] !== '?')
         return null;
     const closing = html.startsWith('<!--', at) ? '-->' : '>';
     const found = html.indexOf(closing, at + 2);
@@ -58,7 +95,14 @@ function tokenAt(html, at) {
     return {kind: 'comment', name: '', raw, key: raw};
 }
 
-function tagEnd(html, at) {
+function tagEnd(html, at, kind, name) {
+    const end = closingBracket(html, at);
+    if (kind !== 'start' || !DROPS_LINE_END.has(name))
+        return end;
+    return html.startsWith('\r\n', end) ? end + 2 : html[end] === '\n' || html[end] === '\r' ? end + 1 : end;
+}
+
+function closingBracket(html, at) {
     let afterEquals = false; // a quote opens a value only behind "="
     for (; at < html.length; at += 1) {
         const c = html[at];

@@ -50,9 +50,15 @@ void PageFixture::load(const QString &stored)
     reports.clear();
 }
 
-void PageFixture::beginToLoad(const QString &stored, int owner)
+void PageFixture::beginToLoad(const QString &stored, int owner, ComposePage::Loading loading)
 {
-    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files), owner);
+    page.loadHTMLContent(ContentConversion::postContentForZalmoEditor(stored, files), owner, loading);
+}
+
+void PageFixture::loadAgain(const QString &stored)
+{
+    beginToLoad(stored, 1, ComposePage::Loading::SamePost);
+    body();
 }
 
 QString PageFixture::body()

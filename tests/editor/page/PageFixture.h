@@ -17,7 +17,10 @@ public:
 
     /// Loads a body as the compose screen does, and waits until it is there.
     void load(const QString &stored);
-    void beginToLoad(const QString &stored, int owner = 1); ///< the same without a wait
+    void loadAgain(const QString &stored); ///< as another text of the same post
+    /// The same without a wait.
+    void beginToLoad(
+        const QString &stored, int owner = 1, ComposePage::Loading loading = ComposePage::Loading::NewPost);
     QString body(); ///< the answer of getBodyContent; null when there is none
     QVariant evaluate(const QString &script); ///< in the page's own world
     void select(const QString &text); ///< its first occurrence in the text of the page

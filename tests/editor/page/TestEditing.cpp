@@ -1,6 +1,7 @@
 #include "PageFixture.h"
 #include "editor/PageColumn.h"
 
+#include <QCoroTask>
 #include <QSignalSpy>
 
 namespace {
@@ -66,6 +67,16 @@ private Q_SLOTS:
             "a", "\nb",
             "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item -->\n\n<!-- wp:list-item -->\n"
             "<li>b</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->");
+        row("in preformatted text", "<pre>\n\n\ta\n\n\tb</pre>\n\nend", "a", "1", "<pre>\n\n\ta1\n\n\tb</pre>\n\nend");
+        row("beside stray end tags", "<p></i>one </b> two</p></div>", "one", "1", "<p></i>one1 </b> two</p></div>");
+        row("over a stray end tag", "one</em></b> two", "one", "\x7f\x7f", "one</em></b>wo");
+        row("beside marks that nobody sees", u"a\ufeff\u200bb &amp; c"_qs, "c", "1", u"a\ufeff\u200bb &amp; c1"_qs);
+        row("paragraph before one in a group",
+            "<!-- wp:group -->\n<div><!-- wp:paragraph {\"dropCap\":true} -->\n<p>ab</p>\n"
+            "<!-- /wp:paragraph --></div>\n<!-- /wp:group -->",
+            "a", "\n",
+            "<!-- wp:group -->\n<div><!-- wp:paragraph {\"dropCap\":true} -->\n<p>a</p>\n<!-- /wp:paragraph -->\n\n"
+            "<!-- wp:paragraph -->\n<p>b</p>\n<!-- /wp:paragraph --></div>\n<!-- /wp:group -->");
         row("paragraph in a group",
             "<!-- wp:group -->\n<div class=\"wp-block-group\"><!-- wp:paragraph -->\n<p>a</p>\n"
             "<!-- /wp:paragraph --></div>\n<!-- /wp:group -->",
@@ -149,6 +160,16 @@ private Q_SLOTS:
         row("InsertOrderedList of a block", block(u"word"_qs),
             u"<!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item -->\n<li>word</li>\n"
             "<!-- /wp:list-item --></ol>\n<!-- /wp:list -->"_qs);
+        row("InsertUnorderedList in a group",
+            u"<!-- wp:group -->\n<div class=\"g\">%1</div>\n<!-- /wp:group -->"_qs.arg(block(u"word"_qs)),
+            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>word</li>\n"
+            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs);
+        row("InsertOrderedList of a list in a group",
+            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>word</li>\n"
+            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs,
+            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item "
+            u"-->\n<li>word</li>\n"
+            "<!-- /wp:list-item --></ol>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs);
         row("InsertUnorderedList undone", u"<ul><li>word</li></ul>"_qs, u"word"_qs);
     }
 
@@ -163,11 +184,59 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), expected);
     }
 
+    void keepsTheCursorInAList()
+    {
+        for (const char *command : {"InsertUnorderedList", "InsertOrderedList"}) {
+            m_page.load(u"one word\n\nrest"_qs);
+            m_page.putCursorBehind(u"word"_qs);
+            m_page.page.execCommand(QLatin1String(command));
+            m_page.body();
+            m_page.type(u"X"_qs);
+            QVERIFY2(m_page.body().contains(u"<li>one wordX</li>"), qPrintable(m_page.body()));
+        }
+    }
+
+    void tabChangesTheLevelInAList_data()
+    {
+        const TestTable<QString, QString> row({"stored", "in"});
+        row("loose", "<ul><li>a</li><li>b</li><li>c</li></ul>", "<ul><li>a<ul><li>b</li></ul></li><li>c</li></ul>");
+        row("block",
+            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item -->\n\n"
+            "<!-- wp:list-item -->\n<li>b</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->",
+            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a<!-- wp:list -->\n<ul><!-- wp:list-item "
+            "-->\n<li>b</li>\n"
+            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->");
+    }
+
+    void tabChangesTheLevelInAList()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, in);
+        m_page.load(stored);
+        m_page.putCursorBehind(u"b"_qs);
+        m_page.press(Qt::Key_Tab);
+        QCOMPARE(m_page.body(), in);
+        m_page.press(Qt::Key_Tab, Qt::ShiftModifier);
+        QCOMPARE(m_page.body(), stored);
+
+        m_page.load(in); // stored so, and then changed
+        m_page.putCursorBehind(u"b"_qs);
+        m_page.press(Qt::Key_Tab, Qt::ShiftModifier);
+        QCOMPARE(m_page.body(), stored);
+
+        m_page.putCursorBehind(u"a"_qs);
+        m_page.press(Qt::Key_Tab); // the first item has none to go under
+        QCOMPARE(m_page.body(), stored);
+    }
+
     void links()
     {
         m_page.load(u"a word here"_qs);
         m_page.select(u"word"_qs);
-        m_page.page.addLinkMarkToCurrentSelection();
+        const auto mark = [this] {
+            return QCoro::waitFor(m_page.page.addLinkMarkToCurrentSelection()).value_or(PageLink());
+        };
+        QCOMPARE(mark().text, u"word"_qs);
         QCOMPARE(m_page.body(), u"a word here"_qs);
         m_page.evaluate(u"getSelection().removeAllRanges()"_qs); // the sheet has the focus now
         m_page.page.addLinkToSelection(u"http://x.example/?a='1'&b=\"<2>\""_qs, u"It's \"so\""_qs, true);
@@ -177,16 +246,50 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), link);
 
         m_page.putCursorBehind(u"wor"_qs);
-        m_page.page.addLinkMarkToCurrentSelection();
+        const PageLink shown = mark();
+        QVERIFY(shown.isLink && shown.newWindow);
+        QCOMPARE(shown.url, u"http://x.example/?a='1'&b=\"<2>\""_qs);
+        QCOMPARE(shown.tooltip, u"It's \"so\""_qs);
+        QCOMPARE(shown.text, u"word"_qs);
         m_page.page.removeLinkMarkForCurrentSelection();
         QCOMPARE(m_page.body(), link);
-        m_page.page.addLinkMarkToCurrentSelection();
+        mark();
         m_page.page.addLinkToSelection(u"http://y.example/"_qs, QString(), false);
         QCOMPARE(m_page.body(), u"a <a href=\"http://y.example/\" target=\"_self\">word</a> here"_qs);
 
         const QString before = m_page.body();
-        m_page.page.addLinkToSelection(u"javascript:alert(1)"_qs, QString(), false);
+        mark();
+        m_page.page.addLinkToSelection(u"java\nscript:alert(1)"_qs, QString(), false);
         QCOMPARE(m_page.body(), before);
+        mark();
+        m_page.page.removeLink();
+        QCOMPARE(m_page.body(), u"a word here"_qs);
+    }
+
+    void doneOnAnUnchangedLinkChangesNothing()
+    {
+        const QString stored = u"a <a href='/about'>word</a> here <a href='#' class=readmore>More &amp; more</a>"_qs;
+        m_page.load(stored);
+        for (const QString &text : {u"word"_qs, u"More & more"_qs}) {
+            m_page.putCursorBehind(text);
+            const PageLink link = QCoro::waitFor(m_page.page.addLinkMarkToCurrentSelection()).value_or(PageLink());
+            QVERIFY(link.isLink);
+            m_page.page.addLinkToSelection(link.url, link.tooltip, link.newWindow);
+            QCOMPARE(m_page.body(), stored);
+        }
+    }
+
+    void linksDoNotHitAnotherText()
+    {
+        for (const bool isSamePost : {false, true}) {
+            m_page.load(u"a word here\n\nrest"_qs);
+            m_page.select(u"word"_qs);
+            m_page.page.addLinkMarkToCurrentSelection();
+            const QString other = u"another text\n\nrest"_qs;
+            isSamePost ? m_page.loadAgain(other) : m_page.load(other);
+            m_page.page.addLinkToSelection(u"http://x.example/"_qs, QString(), false);
+            QCOMPARE(m_page.body(), other);
+        }
     }
 
     void linkAtCursorShowsItsAddress()
@@ -271,6 +374,30 @@ private Q_SLOTS:
         QTRY_VERIFY(bold);
         m_page.type(u"x"_qs);
         QCOMPARE(m_page.body(), u"word<b>x</b>"_qs);
+    }
+
+    void showsTheLevelOfTheHeadingAtTheCursor()
+    {
+        const QString stored = u"<h2>Top h1 story</h2>\n\ntext"_qs;
+        const QString badge =
+            u"document.getElementById('level').hidden ? '' : document.getElementById('level').textContent"_qs;
+        m_page.load(stored);
+        m_page.putCursorBehind(u"Top"_qs);
+        QTRY_COMPARE(m_page.evaluate(badge).toString(), u"H2"_qs);
+        m_page.type(u"X"_qs);
+        QCOMPARE(m_page.body(), u"<h2>TopX h1 story</h2>\n\ntext"_qs);
+        m_page.putCursorBehind(u"text"_qs);
+        QTRY_COMPARE(m_page.evaluate(badge).toString(), QString());
+    }
+
+    void undoShowsWhatItChanges()
+    {
+        m_page.load(u"<p>first</p>\n"_qs + u"<p>more</p>\n"_qs.repeated(200));
+        m_page.putCursorBehind(u"first"_qs);
+        m_page.type(u" word"_qs);
+        m_page.evaluate(u"window.scrollTo(0, 4000)"_qs);
+        m_page.view->page()->triggerAction(QWebEnginePage::Undo);
+        QTRY_VERIFY(m_page.evaluate(u"window.scrollY"_qs).toInt() < 300);
     }
 
     void typesBehindABox_data()
