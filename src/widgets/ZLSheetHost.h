@@ -7,8 +7,8 @@
 #include <QWidget>
 #include <functional>
 
-/// The dimmed layer over a window on which its sheets stand, one at a time. While one is up, pointer and focus stay with
-/// it. Alerts come first, in the order in which they came; then the sheet that was shown last.
+/// The dimmed layer over a window on which its sheets stand, one at a time. While one is up, pointer and focus stay
+/// with it. Alerts come first, in the order in which they came; then the sheet that was shown last.
 class ZLSheetHost : public QWidget {
     Q_OBJECT
 public:
