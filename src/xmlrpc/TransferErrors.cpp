@@ -69,8 +69,8 @@ QString wordsFor(Code code)
     case NotConnected:
         return QStringLiteral("%1 cannot be reached. Please check your connection to the Internet.");
     case NoSecureConnection:
-        return QStringLiteral("There is no secure connection to %1: its certificate does not hold. Please check the "
-                              "date of this computer, or ask those who run %1.");
+        return QStringLiteral("There is no secure connection to %1. Its certificate may have run out or be another's: "
+                              "please check the date of this computer, or ask those who run %1.");
     case CannotBeSentAgain:
         return QStringLiteral("%1 closed the connection without an answer. What was sent may have arrived, so it was "
                               "not sent a second time. Please look there before you try again.");
