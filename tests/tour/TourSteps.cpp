@@ -200,7 +200,7 @@ void Tour::publishPicture()
     m_screen.type("titleField", m_toDelete);
     m_screen.press(Qt::Key_Tab);
     m_screen.typeInPage("A picture:\n");
-    m_screen.click("insertMediaButton");
+    m_screen.click("importButton");
     chooseFile(QFileInfo(picture).absoluteFilePath());
     m_screen.waitForPage("<img");
     const QString body = publishAndFind(m_toDelete)[u"post_content"].string();
