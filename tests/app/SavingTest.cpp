@@ -11,7 +11,7 @@ struct UnwritablePost : AppFixture {
     {
         launchWithBlog();
         (void)writePost(u"Mine"_qs, u"<p>x</p>"_qs);
-        const QUrl file = app().posts().first()->localFile;
+        const QUrl file = rows().first()->localFile;
         compose.document = QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(file)).value();
         path = file.toLocalFile();
     }
@@ -85,12 +85,21 @@ private Q_SLOTS:
             fixture.setBroken(false);
     }
 
-    void quitsWhateverTheAnswerWhenTheStoreFails()
+    void asksBeforeQuittingWithoutTheStore_data()
     {
+        const TestTable<QList<int>, bool> row({"answers", "quits"}); // no answer: the default button
+        row("quit anyway", {0}, true);
+        row("cancel", {1}, false);
+        row("return", {}, false);
+    }
+
+    void asksBeforeQuittingWithoutTheStore()
+    {
+        QFETCH(QList<int>, answers);
         AppFixture fixture;
         fixture.launchWithBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
-        fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
+        fixture.app().currentBlog().selectedAccount()->blog_name = u"Renamed"_qs;
         // Something has damaged the store.
         const QString connection = u"holder"_qs;
         {
@@ -99,8 +108,8 @@ private Q_SLOTS:
             QVERIFY(holder.open());
             QSqlQuery query(holder);
             QVERIFY(query.exec(u"DROP TABLE AccountPreferences"_qs));
-            fixture.prompts.answers = {1};
-            QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
+            fixture.prompts.answers = answers;
+            QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
             QVERIFY(fixture.prompts.journal.last().startsWith(
                 u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
             holder.close();
