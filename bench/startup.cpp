@@ -96,7 +96,7 @@ int main(int argc, char **argv)
     const QString what = arguments.value(1);
     if (what == "prepare")
         return prepare(arguments.value(2));
-    ZLProgram program(ZLProgram::Options{QString()});
+    ZLProgram program;
     QWidget &window = program.window();
     if (what == "paint") {
         new PaintWatch(&window, [] { return true; });

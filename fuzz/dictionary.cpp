@@ -26,12 +26,11 @@ void readDictionary(const QByteArray &bytes, uchar settings)
 /// What the file stored is written as it was, and reads as the same again.
 void requireRoundTrip(const PostFile &file)
 {
-    const QVariantMap post{
-        {QStringLiteral("title"), file.storedTitle},
-        {QStringLiteral("content"), file.storedContent},
-    };
-    const PostFile again = PostFile::fromData(ZLFileExtension::generateXMLDataForPost(&post, nullptr, nullptr));
-    if (again.storedTitle != file.storedTitle || again.storedContent != file.storedContent)
+    const PostFields stored = file.stored();
+    const PostFile again = PostFile::fromData(ZLFileExtension::generateXMLDataForPost(stored, &file.fileInfo));
+    const bool isSame = again.storedTitle == file.storedTitle && again.storedContent == file.storedContent
+        && again.status == file.status && again.type == file.type && again.id == file.id;
+    if (!isSame)
         std::abort();
 }
 

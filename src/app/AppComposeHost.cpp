@@ -6,8 +6,6 @@
 #include "platform/ZLDefaults.h"
 #include "platform/ZLFileManager.h"
 
-#include <algorithm>
-
 AppComposeHost::AppComposeHost(ZLAppDelegate &app)
     : m_app(app)
 {
@@ -40,29 +38,32 @@ QString AppComposeHost::cacheFolder() const
 
 AccountPtr AppComposeHost::selectedAccount() const
 {
-    return m_app.selectedAccount();
+    return m_app.currentBlog().selectedAccount();
 }
 
 QString AppComposeHost::getBlogName() const
 {
-    return m_app.getBlogName();
+    return m_app.currentBlog().blogName();
 }
 
 bool AppComposeHost::isReachable() const
 {
-    return m_app.isReachable();
+    return m_app.currentBlog().isReachable();
 }
 
-QString AppComposeHost::postPathForPostId(const QString &id) const
+QString AppComposeHost::postPath(const QString &blogName, const QString &id) const
 {
-    const ZLFileManager &files = m_app.platform().files;
-    files.postPathForBlogURL(m_app.getBlogName(), id);
-    return files.postPath(m_app.getBlogName(), id);
+    return m_app.platform().files.postPath(blogName, id);
+}
+
+void AppComposeHost::loadLocalPosts()
+{
+    m_app.posts().loadLocalPosts();
 }
 
 LocalPostPtr AppComposeHost::rowForFile(const QUrl &localFile) const
 {
-    const QList<LocalPostPtr> &rows = m_app.posts();
+    const QList<LocalPostPtr> &rows = m_app.posts().posts();
     const QString path = pathOfFileURL(localFile);
     const auto row = std::find_if(rows.begin(), rows.end(), [&](const LocalPostPtr &candidate) {
         return candidate->localFile == localFile || candidate->localFile.path(QUrl::FullyDecoded) == path;
@@ -72,44 +73,48 @@ LocalPostPtr AppComposeHost::rowForFile(const QUrl &localFile) const
 
 QStringList AppComposeHost::getTaxonomiesForSearch(const QString &text) const
 {
-    return m_app.getTaxonomiesForSearch(text);
+    return m_app.posts().getTaxonomiesForSearch(text);
 }
 
 void AppComposeHost::insertPost(int index, const LocalPostPtr &row)
 {
-    m_app.insertPost(index, row);
+    m_app.posts().insert(index, row);
 }
 
 void AppComposeHost::removeLocalPostFromList(const LocalPostPtr &row)
 {
-    m_app.removeLocalPostFromList(row);
+    m_app.posts().removeLocalPostFromList(row);
 }
 
 void AppComposeHost::deletePostAtLocalURL(const QUrl &url)
 {
-    m_app.deletePostAtLocalURL(url);
+    m_app.posts().deletePostAtLocalURL(url);
 }
 
 EditorBody AppComposeHost::postContentForZalmoEditor(const QString &stored)
 {
-    if (ZLWordpressService *service = m_app.wordpressService())
+    if (ZLWordpressService *service = m_app.currentBlog().wordpressService())
         return service->postContentForZalmoEditor(stored);
     return ContentConversion::postContentForZalmoEditor(stored, m_app.platform().files);
 }
 
-void AppComposeHost::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
+Upload *AppComposeHost::uploadOfPost(const QUrl &localFile) const
 {
-    if (ZLWordpressService *service = m_app.wordpressService())
-        service->syncCategoriesAndPublishPost(post, kind);
+    for (const ServicePtr &service : m_app.services().services()) {
+        if (PostUpload *upload = service->uploadOfPost(localFile))
+            return upload;
+    }
+    return nullptr;
 }
 
-void AppComposeHost::cancelUploadOfPost(const PostPtr &post)
+Upload *AppComposeHost::upload(const PostPtr &post, ZLWordpressService::PublishKind kind)
 {
-    m_app.cancelUploadOfPost(post);
+    ZLWordpressService *service = m_app.currentBlog().wordpressService();
+    return service ? service->syncCategoriesAndPublishPost(post, kind) : nullptr;
 }
 
 void AppComposeHost::deletePost(const PostPtr &post)
 {
-    if (ZLWordpressService *service = m_app.wordpressService())
+    if (ZLWordpressService *service = m_app.currentBlog().wordpressService())
         service->deletePost(post);
 }

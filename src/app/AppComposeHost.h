@@ -17,15 +17,16 @@ public:
     AccountPtr selectedAccount() const override;
     QString getBlogName() const override;
     bool isReachable() const override;
-    QString postPathForPostId(const QString &id) const override;
+    QString postPath(const QString &blogName, const QString &id) const override;
+    void loadLocalPosts() override;
     LocalPostPtr rowForFile(const QUrl &localFile) const override;
     QStringList getTaxonomiesForSearch(const QString &text) const override;
     void insertPost(int index, const LocalPostPtr &row) override;
     void removeLocalPostFromList(const LocalPostPtr &row) override;
     void deletePostAtLocalURL(const QUrl &url) override;
     EditorBody postContentForZalmoEditor(const QString &stored) override;
-    void syncCategoriesAndPublishPost(const PostPtr &post, int kind) override;
-    void cancelUploadOfPost(const PostPtr &post) override;
+    Upload *uploadOfPost(const QUrl &localFile) const override;
+    Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) override;
     void deletePost(const PostPtr &post) override;
 
 private:

@@ -35,16 +35,12 @@ struct AppEnvironment {
 };
 
 /// The current blog, as its collaborators know it. `selectedAccount` and `blogName` name an account from the first
-/// connected blog on; `wordpressService` exists from then on as well.
+/// connected blog on.
 struct CurrentBlogState {
     QList<AccountPtr> accounts; ///< in the order of the store
     AccountPtr selectedAccount;
-    QString blogURL; ///< of the current blog, or of the one being connected
     QString blogName; ///< the alias, which names the blog's folder
-    ServicePtr wordpressService;
-    QList<ZLTaxonomy> taxonomies;
 
-    bool isCurrent(const ZLWordpressService *service) const { return service && service == wordpressService.get(); }
     /// The current account's preferences, or null.
     const AccountPreferences *preferences() const
     {

@@ -1,179 +1,23 @@
 #include "app/BlogConnection.h"
 
+#include "app/BlogNames.h"
 #include "text/HTMLEntities.h"
 
+#include <QCoroFuture>
+#include <QPointer>
 #include <ZalmoServices.h>
 
 namespace {
 
-bool isAddress(const QString &text)
+bool isNoWordpress(const ZLError &error)
 {
-    const QUrl url(text, QUrl::StrictMode);
-    const bool isWeb = text.startsWith(u"http://") || text.startsWith(u"https://");
-    return isWeb && url.isValid() && !url.host().isEmpty();
+    return error.domain == u"ZLNoWordpress" || error.code == 404;
 }
 
-} // namespace
-
-BlogConnection::BlogConnection(const BlogParts &parts, CurrentBlog &currentBlog, FaviconLookup &favicons)
-    : m_parts(parts)
-    , m_currentBlog(currentBlog)
-    , m_favicons(favicons)
-    , m_firstRun(parts.environment)
+std::shared_ptr<AccountPreferences> preferencesFrom(const XMLRPCValue &options)
 {
-}
-
-void BlogConnection::newAccount()
-{
-    Prompts &prompts = *m_parts.environment.windows.prompts;
-    if (prompts.isShowingIntroWindow())
-        return;
-    prompts.clearLoginFields();
-    prompts.showIntro();
-}
-
-void BlogConnection::connectToBlogURL(const QString &typed)
-{
-    if (typed.isEmpty()) {
-        newAccount();
-        return;
-    }
-    QString address = typed.trimmed();
-    if (!address.startsWith(u"http://") && !address.startsWith(u"https://"))
-        address.prepend(u"http://");
-    if (!isAddress(address)) {
-        // On purpose without a word: the user simply sees the first sheet again.
-        newAccount();
-        return;
-    }
-    m_parts.state.blogURL = address;
-    m_parts.login.openForNewBlog(address);
-}
-
-void BlogConnection::didEntryUsernameAndPassword(const QString &username, const QString &password)
-{
-    // Closing makes the sheet forget its service. So a sheet that was opened for a known blog, but left with Return in
-    // its password field, starts a new connection as well; meant was its reconnect.
-    m_parts.login.close();
-    tryLogin(username, password);
-}
-
-void BlogConnection::didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password)
-{
-    m_parts.environment.windows.prompts->closeLoginErrorSheet();
-    tryLogin(username, password);
-}
-
-void BlogConnection::tryLogin(const QString &username, const QString &password)
-{
-    m_username = username;
-    m_password = password;
-    if (username.isEmpty() || password.isEmpty())
-        showLoginErrorSheet();
-    else
-        connectWithLogin();
-}
-
-void BlogConnection::didPressedCancelButtonFromWrongSheet()
-{
-    m_parts.environment.windows.prompts->closeLoginErrorSheet();
-    giveUp();
-}
-
-void BlogConnection::giveUp()
-{
-    if (m_parts.state.accounts.isEmpty())
-        m_parts.environment.windows.prompts->showIntro();
-    else if (!m_connecting)
-        returnToSelectedAccount();
-}
-
-void BlogConnection::showLoginErrorSheet()
-{
-    m_parts.environment.windows.prompts->showLoginErrorSheet(m_username, m_password, m_parts.state.blogURL);
-}
-
-void BlogConnection::connectWithLogin()
-{
-    if (m_connecting)
-        m_connecting->delegate = nullptr; // a newer try takes its place
-    if (m_parts.state.wordpressService && m_parts.state.wordpressService->account)
-        m_connected = m_parts.state.wordpressService;
-    // When this fails the new service stays the current one until the user tries again or gives up.
-    m_connecting = m_parts.services.serviceForURL(ZLWordpressService::apiURLOfBlog(m_parts.state.blogURL));
-    m_connecting->username = m_username;
-    m_connecting->password = m_password;
-    m_currentBlog.replaceService(m_connecting);
-    m_parts.environment.windows.prompts->showConnecting(m_parts.state.blogURL);
-    m_connecting->getOptions();
-}
-
-bool BlogConnection::isConnectingWith(const ZLWordpressService *service) const
-{
-    return m_connecting && m_connecting.get() == service;
-}
-
-void BlogConnection::didStopWaiting()
-{
-    m_connecting.reset();
-    m_parts.environment.windows.prompts->hideConnecting();
-}
-
-void BlogConnection::cancelConnecting()
-{
-    if (!m_connecting)
-        return;
-    m_connecting->delegate = nullptr;
-    returnToSelectedAccount();
-    didStopWaiting();
-    newAccount();
-}
-
-void BlogConnection::returnToSelectedAccount()
-{
-    const AccountPtr account = m_parts.state.selectedAccount;
-    if (account)
-        m_parts.state.blogURL = account->url;
-    const ServicePtr current = m_parts.state.wordpressService;
-    if (current && current->account)
-        return; // no connection has taken its place
-    if (account && (!m_connected || m_connected->account != account))
-        m_connected = m_parts.services.serviceForAccount(account);
-    m_currentBlog.replaceService(account ? m_connected : nullptr);
-}
-
-void BlogConnection::didGetBlogOptions(ZLWordpressService *service, const XMLRPCValue &options)
-{
-    if (!isConnectingWith(service))
-        return;
-    const ServicePtr answering = m_connecting;
-    didStopWaiting();
-    if (!options.isStruct()) {
-        showApiError();
-        newAccount();
-        return;
-    }
-    if (m_parts.environment.telemetry.isEnabled()) {
-        // The misspelling is what the collector knows.
-        m_parts.environment.telemetry.trackEvent(u"AddBlog"_qs, {{u"engine"_qs, u"wordrpress"_qs}});
-        m_parts.environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs);
-    }
-    ZLManagedObjectContext *context = m_parts.store.managedObjectContext();
-    if (!context)
-        return;
-    const AccountPtr account = insertAccount(*context, options);
-    storePassword(account);
-    m_favicons.getFavIconForAccount(account);
-    m_currentBlog.take(account);
-    if (m_parts.store.saveOrLog())
-        welcome(account, answering);
-}
-
-AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options)
-{
-    const auto value = [&options](QStringView key) -> const XMLRPCValue & { return options[key][u"value"]; };
     const auto has = [&options](QStringView key) { return !options[key].isAbsent(); };
-
+    const auto value = [&options](QStringView key) -> const XMLRPCValue & { return options[key][u"value"]; };
     auto preferences = std::make_shared<AccountPreferences>();
     if (has(u"default_comment_status"))
         preferences->allow_comments = value(u"default_comment_status").string() == u"open";
@@ -186,86 +30,244 @@ AccountPtr BlogConnection::insertAccount(ZLManagedObjectContext &context, const 
         preferences->feature_image_height = int(value(u"thumbnail_size_h").integer());
     if (has(u"thumbnail_size_w"))
         preferences->feature_image_width = int(value(u"thumbnail_size_w").integer());
+    return preferences;
+}
 
+} // namespace
+
+BlogConnection::BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store,
+    BlogServices &services, BlogLogins &logins, CurrentBlog &currentBlog, FaviconLookup &favicons)
+    : m_environment(environment)
+    , m_state(state)
+    , m_store(store)
+    , m_services(services)
+    , m_logins(logins)
+    , m_currentBlog(currentBlog)
+    , m_favicons(favicons)
+    , m_firstRun(environment)
+{
+}
+
+void BlogConnection::newAccount()
+{
+    connectBlog(std::nullopt);
+}
+
+void BlogConnection::connectToBlogURL(const QString &typed)
+{
+    connectBlog(typed);
+}
+
+QCoro::Task<void> BlogConnection::connectBlog(std::optional<QString> typed)
+{
+    if (std::exchange(m_isUnderWay, true))
+        co_return; // its sheet is on the screen
+    const QPointer<BlogConnection> self(this);
+    Outcome outcome = Outcome::Failed;
+    QString lastTyped;
+    while (outcome != Outcome::Connected) {
+        if (!typed) {
+            auto asking = m_environment.windows.prompts->askForBlogURL(lastTyped, !m_state.accounts.isEmpty());
+            typed = co_await asking;
+            if (!self)
+                co_return;
+            if (!typed)
+                break;
+        }
+        lastTyped = *std::exchange(typed, std::nullopt);
+        const std::optional<BlogAddress> address = BlogAddress::typed(lastTyped);
+        if (!address)
+            continue; // on purpose without a word: the user simply sees the first sheet again
+        auto finding = findBlog(*address);
+        const std::optional<BlogAddress> found = co_await finding;
+        if (!self)
+            co_return;
+        if (!found)
+            continue;
+        auto logging = logIn(*found);
+        outcome = co_await logging;
+        if (!self)
+            co_return;
+        if (outcome == Outcome::Cancelled && !m_state.accounts.isEmpty())
+            break;
+    }
+    m_isUnderWay = false;
+}
+
+/// The address under which there is a WordPress. None: there is none, which has been told, or the user gave up.
+QCoro::Task<std::optional<BlogAddress>> BlogConnection::findBlog(BlogAddress address)
+{
+    if (BlogAddress::accountAt(address.url, m_state.accounts))
+        co_return address;
+    const QPointer<BlogConnection> self(this);
+    auto looking = lookAt(address.url);
+    Result<void> answer = co_await looking;
+    if (!self)
+        co_return std::nullopt;
+    if (!answer && !address.hasScheme && !LoginTry::isCancelled(answer.error())) {
+        constexpr int useHttp = 0;
+        constexpr int cancel = 1;
+        const QString host = BlogAddress::host(address.url);
+        auto asking = m_environment.windows.prompts->ask(u"“%1” does not answer over https. Try http?"_qs.arg(host),
+            u"%1\n\nOver http, everyone on the way can read your password and your posts."_qs.arg(
+                answer.error().description),
+            {u"Try http"_qs, u"Cancel"_qs}, cancel);
+        const int choice = co_await asking;
+        if (!self || choice != useHttp)
+            co_return std::nullopt;
+        address.url = BlogAddress::overHttp(address.url);
+        auto lookingAgain = lookAt(address.url);
+        answer = co_await lookingAgain;
+        if (!self)
+            co_return std::nullopt;
+    }
+    if (answer)
+        co_return address;
+    tell(address.url, answer.error());
+    co_return std::nullopt;
+}
+
+QCoro::Task<Result<void>> BlogConnection::lookAt(QString url)
+{
+    const QPointer<BlogConnection> self(this);
+    const auto lookup = AddressLookup::start(m_services.connections(), url);
+    m_environment.windows.prompts->showConnecting(BlogAddress::host(url), [lookup] { lookup->cancel(); });
+    const QFuture<Result<void>> answering = lookup->result();
+    const Result<void> answer = co_await answering;
+    if (self)
+        m_environment.windows.prompts->hideConnecting();
+    co_return answer;
+}
+
+QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
+{
+    const QPointer<BlogConnection> self(this);
+    const AccountPtr known = BlogAddress::accountAt(address.url, m_state.accounts);
+    const QString url = known ? known->url : address.url;
+    LoginQuestion question{known ? known->alias() : QString(), BlogAddress::host(url),
+        known && address.username.isEmpty() ? known->name : address.username, {}, false};
+    for (;;) {
+        auto asking = m_environment.windows.prompts->askForLogin(question);
+        const std::optional<Login> login = co_await asking;
+        if (!self || !login)
+            co_return Outcome::Cancelled;
+        question.username = login->username;
+        question.password = login->password;
+        question.wasRefused = !login->isComplete();
+        if (question.wasRefused)
+            continue;
+        auto trying = tryLogin(url, *login);
+        const Result<XMLRPCValue> options = co_await trying;
+        if (!self)
+            co_return Outcome::Cancelled;
+        if (!options && LoginTry::isRefusal(options.error())) {
+            question.wasRefused = true;
+            continue;
+        }
+        if (!options) {
+            tell(url, options.error());
+            co_return Outcome::Failed;
+        }
+        if (m_state.accounts.contains(known))
+            didLogInAgain(known, *login);
+        else
+            didConnect(url, *login, *options);
+        co_return Outcome::Connected;
+    }
+}
+
+/// Fails as well when the answer tells no options.
+QCoro::Task<Result<XMLRPCValue>> BlogConnection::tryLogin(QString url, Login login)
+{
+    const QPointer<BlogConnection> self(this);
+    const auto attempt = std::make_shared<LoginTry>(m_services, url, login);
+    m_environment.windows.prompts->showConnecting(BlogAddress::host(url), [attempt] { attempt->cancel(); });
+    const QFuture<Result<XMLRPCValue>> answering = attempt->options();
+    const Result<XMLRPCValue> options = co_await answering;
+    if (self)
+        m_environment.windows.prompts->hideConnecting();
+    if (options && !options->isStruct())
+        co_return failure(u"ZLNoOptions"_qs, 0, {});
+    co_return options;
+}
+
+void BlogConnection::didLogInAgain(const AccountPtr &account, const Login &login)
+{
+    m_logins.take(account, login);
+    m_currentBlog.selectAccount(account);
+    Q_EMIT m_logins.didLogIn(account);
+}
+
+void BlogConnection::didConnect(const QString &url, const Login &login, const XMLRPCValue &options)
+{
+    ZLTelemetry &telemetry = m_environment.telemetry;
+    // The misspelling is what the collector knows.
+    telemetry.trackEvent(u"AddBlog"_qs, {{u"engine"_qs, u"wordrpress"_qs}});
+    telemetry.incrementUserProperty(u"BlogsConnected"_qs);
+    ZLManagedObjectContext *context = m_store.managedObjectContext();
+    if (!context)
+        return; // which has been told
+    const AccountPtr account = insertAccount(*context, url, login.username, options);
+    if (!m_store.saveOrLog()) {
+        context->deleteAccount(account);
+        m_environment.windows.prompts->alert(u"The blog could not be saved."_qs,
+            u"Make room on the disk, or see that you may write to “%1”, and connect the blog again."_qs.arg(
+                m_environment.platform.files.applicationFilesDirectory()));
+        return;
+    }
+    m_state.accounts = m_store.accounts();
+    m_logins.take(account, login);
+    m_favicons.getFavIconForAccount(account);
+    m_currentBlog.showNewBlog(account);
+    m_firstRun.didConnectToBlogWithName(account->alias());
+}
+
+AccountPtr BlogConnection::insertAccount(
+    ZLManagedObjectContext &context, const QString &url, const QString &username, const XMLRPCValue &options)
+{
+    const auto value = [&options](QStringView key) { return options[key][u"value"].string(); };
     const AccountPtr account = context.insertAccount();
-    account->preferences = preferences;
-    account->name = m_username;
-    // What the blog says of itself counts, not what the user typed.
-    const QString address = value(u"blog_url").string();
-    account->url = isAddress(address) ? address : m_parts.state.blogURL;
+    account->preferences = preferencesFrom(options);
+    account->name = username;
+    account->url = BlogAddress::toldOrTyped(value(u"blog_url"), url, m_state.accounts);
     // A title that cannot name the blog's folder leaves the alias to the user name.
-    const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title").string());
+    const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title"));
     if (ZLFileManager::isSafeAlias(title))
         account->blog_name = title;
     else
         ZLLog(u"refused a blog title that cannot name a folder: %1"_qs.arg(title));
+    const QString name = BlogNames::freeName(account->alias(), account, m_state.accounts);
+    if (name != account->alias())
+        account->blog_name = name;
     return account;
 }
 
-void BlogConnection::storePassword(const AccountPtr &account)
+void BlogConnection::tell(const QString &url, const ZLError &error)
 {
-    const QString item = ZLWordpressService::keychainAccount(account->name, account->url);
-    const auto stored =
-        m_parts.environment.platform.keychain.setPassword(m_password, ZLWordpressService::keychainService(), item);
-    if (!stored)
-        ZLLog(u"error storing password - %1"_qs.arg(stored.error().description));
+    const QString host = BlogAddress::host(url);
+    if (LoginTry::isCancelled(error))
+        return;
+    if (isNoWordpress(error))
+        offerHelp(u"Ops! Sorry, we couldn't find a WordPress Blog using this URL. Zalmo is only supporting WordPress "
+                  "for now but soon we'll give you more options."_qs,
+            host, QString::fromUtf16(ZalmoServices::noWordpressArticle));
+    else if (error.domain == u"ZLNoOptions")
+        offerHelp(u"Whoops! Sorry but something went wrong with the XML-RPC connection. Custom plugins or changes in "
+                  "the PHP may affect your WordPress API. Contact our support and we will help you with that."_qs,
+            host, QString::fromUtf16(ZalmoServices::apiErrorArticle));
+    else
+        m_environment.windows.prompts->alert(u"“%1” could not be connected."_qs.arg(host),
+            u"%1\n\nLook whether the address is right, and try again."_qs.arg(error.description));
 }
 
-void BlogConnection::welcome(const AccountPtr &account, const ServicePtr &service)
-{
-    const bool isFirst = m_parts.state.accounts.isEmpty();
-    m_parts.state.accounts = m_parts.store.accounts();
-    if (isFirst)
-        m_parts.selector.showBlogSelector();
-    m_parts.selector.refreshSelectorItemsWithAccounts();
-    m_parts.selector.selectItemOfAccount(account);
-    m_parts.selector.showCurrentBlog();
-
-    service->blogName = m_parts.state.blogName;
-    service->account = account;
-    // The user may have gone to another blog while this one was asked.
-    if (!m_parts.state.isCurrent(service.get()))
-        m_currentBlog.replaceService(service);
-    m_parts.posts.loadLocalPosts(); // only the current blog has rows
-    getBlogData();
-    m_firstRun.didConnectToBlogWithName(m_parts.state.blogName);
-    m_currentBlog.setSelectedAccount(account);
-}
-
-void BlogConnection::getBlogData()
-{
-    ZLNotifications &notifications = m_parts.environment.notifications;
-    Q_EMIT notifications.changingBlog();
-    if (const ServicePtr service = m_parts.state.wordpressService) {
-        service->syncBlogPosts();
-        service->syncBlogTaxonomies();
-    }
-    m_currentBlog.leavePostOfEarlierBlog();
-    Q_EMIT notifications.didChangeBlog();
-    if (m_parts.posts.posts().isEmpty() && m_parts.state.wordpressService)
-        m_parts.environment.windows.postList->showLoadingView();
-}
-
-void BlogConnection::showApiError()
-{
-    offerHelp(u"Whoops! Sorry but something went wrong with the XML-RPC connection. Custom plugins or changes in the "
-              u"PHP may affect your WordPress API. Contact our support and we will help you with that."_qs,
-        QUrl(QString::fromUtf16(ZalmoServices::apiErrorArticle)));
-}
-
-void BlogConnection::showNoWordpressError()
-{
-    offerHelp(u"Ops! Sorry, we couldn't find a WordPress Blog using this URL. Zalmo is only supporting WordPress for "
-              u"now but soon we'll give you more options."_qs,
-        QUrl(QString::fromUtf16(ZalmoServices::noWordpressArticle)));
-}
-
-QCoro::Task<void> BlogConnection::offerHelp(QString message, QUrl article)
+QCoro::Task<void> BlogConnection::offerHelp(QString message, QString host, QString article)
 {
     constexpr int needHelp = 1;
-    ZLWorkspace &workspace = m_parts.environment.platform.workspace; // outlives the controller
-    const QStringList buttons{u"Ok"_qs, u"Need Help?"_qs};
-    const int answer = co_await m_parts.environment.windows.prompts->ask(message, {}, buttons);
+    ZLWorkspace &workspace = m_environment.platform.workspace; // outlives the controller
+    QStringList buttons{u"Ok"_qs};
+    if (!article.isEmpty())
+        buttons.append(u"Need Help?"_qs);
+    const int answer = co_await m_environment.windows.prompts->ask(message, host, buttons);
     if (answer == needHelp)
-        workspace.openURL(article);
+        workspace.openURL(QUrl(article));
 }

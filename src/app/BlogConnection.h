@@ -1,54 +1,46 @@
 #pragma once
 
+#include "app/AddressLookup.h"
+#include "app/BlogAddress.h"
+#include "app/BlogLogins.h"
 #include "app/CurrentBlog.h"
 #include "app/FirstRun.h"
 
-/// From the address that a user types to a saved account with its first sync started.
-///
-/// The intro asks for the address (connectToBlogURL), the login sheet for user and password
-/// (didEntryUsernameAndPassword), and one wp.getOptions tells at once whether the address answers, is a WordPress and
-/// takes the login (didGetBlogOptions). A refused login leads to the error sheet and from there back to the call; any
-/// other failure back to the intro.
-class BlogConnection {
+/// From the address that a user types to a saved account with its first sync started, one blog at a time: the address
+/// is asked for and looked at, then the login, and one wp.getOptions tells whether it holds. Whatever fails leads back
+/// to the address. An address that is connected already only takes a new login.
+class BlogConnection : public QObject {
+    Q_OBJECT
 public:
-    BlogConnection(const BlogParts &parts, CurrentBlog &currentBlog, FaviconLookup &favicons);
+    BlogConnection(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, BlogServices &services,
+        BlogLogins &logins, CurrentBlog &currentBlog, FaviconLookup &favicons);
 
     void newAccount();
     void connectToBlogURL(const QString &typed);
-    void didEntryUsernameAndPassword(const QString &username, const QString &password);
-    void didEntryUsernameAndPasswordFromWrongSheet(const QString &username, const QString &password);
-    void didPressedCancelButtonFromWrongSheet();
-    void cancelConnecting();
-    /// The user cancelled a sheet of connecting: the selected account is the current blog again, with its service.
-    void giveUp();
-
-    /// Whether this service is the one of the connection under way.
-    bool isConnectingWith(const ZLWordpressService *service) const;
-    void didGetBlogOptions(ZLWordpressService *service, const XMLRPCValue &options);
-    /// The call failed: the window waits no longer.
-    void didStopWaiting();
-    void showLoginErrorSheet();
-
-    /// The first fetch of the current blog.
-    void getBlogData();
-    void showApiError();
-    void showNoWordpressError();
 
 private:
-    void tryLogin(const QString &username, const QString &password);
-    void connectWithLogin();
-    void returnToSelectedAccount();
-    AccountPtr insertAccount(ZLManagedObjectContext &context, const XMLRPCValue &options);
-    void storePassword(const AccountPtr &account);
-    void welcome(const AccountPtr &account, const ServicePtr &service);
-    QCoro::Task<void> offerHelp(QString message, QUrl article);
+    enum class Outcome { Connected, Cancelled, Failed };
 
-    BlogParts m_parts;
+    QCoro::Task<void> connectBlog(std::optional<QString> typed);
+    QCoro::Task<std::optional<BlogAddress>> findBlog(BlogAddress address);
+    QCoro::Task<Result<void>> lookAt(QString url);
+    QCoro::Task<Outcome> logIn(BlogAddress address);
+    QCoro::Task<Result<XMLRPCValue>> tryLogin(QString url, Login login);
+
+    void didLogInAgain(const AccountPtr &account, const Login &login);
+    void didConnect(const QString &url, const Login &login, const XMLRPCValue &options);
+    AccountPtr insertAccount(
+        ZLManagedObjectContext &context, const QString &url, const QString &username, const XMLRPCValue &options);
+    void tell(const QString &url, const ZLError &error);
+    QCoro::Task<void> offerHelp(QString message, QString host, QString article);
+
+    AppEnvironment &m_environment;
+    CurrentBlogState &m_state;
+    AccountStore &m_store;
+    BlogServices &m_services;
+    BlogLogins &m_logins;
     CurrentBlog &m_currentBlog;
     FaviconLookup &m_favicons;
     FirstRun m_firstRun;
-    QString m_username; ///< what was typed last
-    QString m_password;
-    ServicePtr m_connecting; ///< the service whose options are awaited
-    ServicePtr m_connected; ///< the service to return to when the user gives up
+    bool m_isUnderWay = false;
 };

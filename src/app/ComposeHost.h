@@ -5,6 +5,8 @@
 #include "store/Account.h"
 #include "wordpress/ZLWordpressService.h"
 
+class Upload;
+
 /// What the compose screen needs from the rest of the program: the current blog, its rows and its service.
 class ComposeHost {
 public:
@@ -19,17 +21,21 @@ public:
     virtual AccountPtr selectedAccount() const = 0; ///< null while no blog is connected
     virtual QString getBlogName() const = 0;
     virtual bool isReachable() const = 0;
-    /// The folder of a post of the current blog, made where that is possible now.
-    virtual QString postPathForPostId(const QString &id) const = 0;
+    /// The folder of a post; not made here.
+    virtual QString postPath(const QString &blogName, const QString &id) const = 0;
+    virtual void loadLocalPosts() = 0; ///< rebuilds the list from the files
     virtual LocalPostPtr rowForFile(const QUrl &localFile) const = 0; ///< null when the list has no such row
     virtual QStringList getTaxonomiesForSearch(const QString &text) const = 0;
     virtual void insertPost(int index, const LocalPostPtr &row) = 0;
     virtual void removeLocalPostFromList(const LocalPostPtr &row) = 0;
     virtual void deletePostAtLocalURL(const QUrl &url) = 0;
 
+    /// The upload of this post, to whichever blog it goes; null when it is not on its way.
+    virtual Upload *uploadOfPost(const QUrl &localFile) const = 0;
+
     // the service of the current blog; without a blog there is nothing to call
     virtual EditorBody postContentForZalmoEditor(const QString &stored) = 0;
-    virtual void syncCategoriesAndPublishPost(const PostPtr &post, int kind) = 0;
-    virtual void cancelUploadOfPost(const PostPtr &post) = 0;
+    /// The upload, which may have ended already; null without a blog.
+    virtual Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) = 0;
     virtual void deletePost(const PostPtr &post) = 0;
 };

@@ -2,6 +2,9 @@
 
 #include "model/ZLDocument.h"
 
+/// What may bring posts.
+enum class SyncEngine { WordPress, Evernote };
+
 /// The compose screen as the controller sees it.
 class ComposeScreen {
 public:
@@ -9,9 +12,8 @@ public:
     virtual PostPtr currentPost() const = 0;
     virtual DocumentPtr currentDocument() const = 0;
     virtual void updatePreferencesForNewPost() = 0;
+    /// A blank post, which gets its file in the current blog with its first edit. The one before stays with its blog:
+    /// call this before another one is chosen.
     virtual void newPost() = 0;
-    virtual void setIsNewPostNotInList(bool value) = 0;
-    virtual void reloadCurrentPostAfterSyncingEngine(int engine) = 0; ///< 0 WordPress, 1 Evernote
-    /// How far the upload of a post has come, from 0 to 1.
-    virtual void didSendBodyData(const PostPtr &post, float progress) = 0;
+    virtual void reloadCurrentPostAfterSyncingEngine(SyncEngine engine) = 0;
 };

@@ -1,125 +1,141 @@
 #include "app/CurrentBlog.h"
 
-CurrentBlog::CurrentBlog(const BlogParts &parts)
-    : m_parts(parts)
+CurrentBlog::CurrentBlog(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store,
+    BlogServices &services, SelectorItems &selector, LocalPosts &posts, BlogLogins &logins, SyncRounds &rounds)
+    : m_environment(environment)
+    , m_state(state)
+    , m_store(store)
+    , m_services(services)
+    , m_selector(selector)
+    , m_posts(posts)
+    , m_logins(logins)
+    , m_rounds(rounds)
 {
+}
+
+bool CurrentBlog::isReachable() const
+{
+    const AccountPtr account = m_state.selectedAccount;
+    return m_environment.platform.reachability.isReachable(account ? QUrl(account->url) : QUrl());
+}
+
+QList<AccountPtr> CurrentBlog::accountsCanReceivePostCopy() const
+{
+    QList<AccountPtr> others = m_state.accounts;
+    others.removeAll(m_state.selectedAccount);
+    return others;
+}
+
+void CurrentBlog::readAccounts()
+{
+    m_state.accounts = m_store.accounts();
+}
+
+void CurrentBlog::takeRecordedAccount()
+{
+    ZLManagedObjectContext *context = m_store.managedObjectContext();
+    const QList<SelectedAccountPtr> selected = context ? context->selectedAccounts() : QList<SelectedAccountPtr>();
+    const AccountPtr recorded = selected.isEmpty() ? AccountPtr() : selected.first()->account;
+    take(recorded ? recorded : m_state.accounts.first());
+    if (!recorded)
+        setSelectedAccount(m_state.selectedAccount);
 }
 
 void CurrentBlog::take(const AccountPtr &account)
 {
-    m_parts.state.selectedAccount = account;
-    m_parts.state.blogURL = account->url;
-    m_parts.state.blogName = account->alias();
+    m_state.selectedAccount = account;
+    m_state.blogName = account->alias();
 }
 
 void CurrentBlog::selectorDidChange(int selectorIndex)
 {
-    const AccountPtr account = m_parts.state.accounts.value(selectorIndex - 1);
-    if (!account || account == m_parts.state.selectedAccount)
-        return;
-    leavePostOfEarlierBlog();
-    take(account);
-    if (m_parts.state.wordpressService)
-        m_parts.state.wordpressService->cleanData();
-    replaceService(m_parts.services.serviceForAccount(account));
-    syncTerms();
-    m_parts.selector.showCurrentBlog();
-    emptyAndReload();
-    setSelectedAccount(account);
-    if (needsLogin()) {
-        ZLLog(u"No Password or !login_automatically"_qs);
-        askForLogin();
-    }
-}
-
-void CurrentBlog::syncTerms()
-{
-    // Without a password the call would only fail, and the login sheet is about to open.
-    if (!m_parts.state.wordpressService->password.isEmpty())
-        m_parts.state.wordpressService->syncBlogTaxonomies();
+    selectAccount(m_state.accounts.value(selectorIndex - 1));
 }
 
 void CurrentBlog::selectAccount(const AccountPtr &account)
 {
-    if (!account || account == m_parts.state.selectedAccount)
+    if (!account || account == m_state.selectedAccount)
         return;
+    leavePostOfEarlierBlog();
     take(account);
-    m_parts.selector.selectItemOfAccount(account);
-    // The service stays the same object and keeps its earlier account: what it learns of terms still goes there until
-    // the user picks a blog in the selector. Meant was a service for the account that is now selected.
-    pointServiceAtCurrentAccount();
-    m_parts.selector.showCurrentBlog();
-    emptyAndReload();
+    m_selector.selectItemOfAccount(account);
+    m_selector.showCurrentBlog();
+    m_posts.loadLocalPosts();
     setSelectedAccount(account);
-}
-
-void CurrentBlog::pointServiceAtCurrentAccount()
-{
-    const ServicePtr service = m_parts.state.wordpressService;
-    if (!service)
-        return;
-    const AccountPtr account = m_parts.state.selectedAccount;
-    service->cleanData();
-    service->changeApiURL(ZLWordpressService::apiURLOfBlog(account->url));
-    service->username = account->name;
-    service->readPassword(account);
-    service->blogName = m_parts.state.blogName;
+    m_logins.askIfNeeded(account);
 }
 
 void CurrentBlog::setSelectedAccount(const AccountPtr &account)
 {
-    ZLManagedObjectContext *context = m_parts.store.managedObjectContext();
+    ZLManagedObjectContext *context = m_store.managedObjectContext();
     if (!context)
         return;
     const QList<SelectedAccountPtr> all = context->selectedAccounts();
     const SelectedAccountPtr selected = all.isEmpty() ? context->insertSelectedAccount() : all.first();
     selected->account = account;
-    selected->date = m_parts.environment.platform.clock.now();
+    selected->date = m_environment.platform.clock.now();
     for (const SelectedAccountPtr &other : all.mid(1))
         context->deleteSelectedAccount(other);
-    m_parts.store.saveOrLog();
+    m_store.saveOrLog();
 }
 
 void CurrentBlog::didChangeBlogAliasForAccount(const AccountPtr &account)
 {
-    if (account == m_parts.state.selectedAccount) {
-        m_parts.state.blogName = account->alias();
-        m_parts.selector.showCurrentBlog();
+    m_services.serviceOf(account)->blogName = account->alias();
+    if (account == m_state.selectedAccount) {
+        m_state.blogName = account->alias();
+        m_selector.showCurrentBlog();
     }
-    m_parts.selector.refreshSelectorItemsWithAccounts();
+    m_selector.refreshSelectorItemsWithAccounts();
 }
 
-void CurrentBlog::replaceService(const ServicePtr &service)
-{
-    m_parts.services.retire(m_parts.state.wordpressService);
-    m_parts.state.wordpressService = service;
-}
-
-bool CurrentBlog::needsLogin() const
-{
-    const AccountPreferences *preferences = m_parts.state.preferences();
-    const bool logsInByItself = preferences && preferences->login_automatically.value_or(false);
-    return m_parts.state.wordpressService->password.isEmpty() || !logsInByItself;
-}
-
-void CurrentBlog::askForLogin()
-{
-    m_parts.login.openLoginForService(m_parts.state.wordpressService.get());
-}
-
+/// What is on the screen stays with its blog, a new post as well.
 void CurrentBlog::leavePostOfEarlierBlog()
 {
-    ComposeScreen &compose = *m_parts.environment.windows.compose;
-    const PostPtr post = compose.currentPost();
-    if (!post || post->status == ZLWordpressPost::New)
-        return;
+    ComposeScreen &compose = *m_environment.windows.compose;
     compose.newPost();
-    compose.setIsNewPostNotInList(true);
 }
 
-void CurrentBlog::emptyAndReload()
+void CurrentBlog::showNewBlog(const AccountPtr &account)
 {
-    m_parts.state.taxonomies.clear();
-    m_parts.posts.clear();
-    m_parts.posts.loadLocalPosts();
+    ZLNotifications &notifications = m_environment.notifications;
+    Q_EMIT notifications.changingBlog();
+    leavePostOfEarlierBlog();
+    take(account);
+    m_selector.showBlogSelector();
+    m_selector.refreshSelectorItemsWithAccounts();
+    m_selector.selectItemOfAccount(account);
+    m_selector.showCurrentBlog();
+    m_posts.loadLocalPosts(); // only the current blog has rows
+    setSelectedAccount(account);
+    m_rounds.syncAccount(account);
+    Q_EMIT notifications.didChangeBlog();
+    if (m_posts.posts().isEmpty() && m_services.serviceOf(account)->isSyncing())
+        m_environment.windows.postList->showLoadingView();
+}
+
+void CurrentBlog::didRemoveAccount(AccountPtr account)
+{
+    m_state.accounts = m_store.accounts();
+    m_environment.telemetry.incrementUserProperty(u"BlogsConnected"_qs, -1);
+    m_services.forget(account);
+    m_logins.forget(account);
+    m_environment.windows.selector->setItems({});
+    if (m_state.accounts.isEmpty())
+        beWithoutBlog();
+    else
+        showNewBlog(m_state.accounts.first()); // whichever was current before
+}
+
+void CurrentBlog::beWithoutBlog()
+{
+    m_selector.removeBlogSelector();
+    m_state.selectedAccount.reset();
+    m_state.blogName = QString();
+    m_posts.clear();
+    m_environment.windows.postList->deselectRow();
+    m_environment.windows.compose->newPost();
+    m_environment.windows.selector->setTitle(QString(), QString());
+    Q_EMIT m_environment.notifications.didUpdatePosts();
+    Q_EMIT wantsBlog();
 }

@@ -1,33 +1,54 @@
 #pragma once
 
-#include "app/BlogParts.h"
+#include "app/BlogLogins.h"
+#include "app/LocalPosts.h"
+#include "app/SelectorItems.h"
+#include "app/SyncRounds.h"
 
-/// Which blog is current, and the change from one to another: by the selector, or by another part of the program.
-class CurrentBlog {
+/// Which blog is current. Choosing another one only chooses: its posts come from the disk, and its service is there.
+class CurrentBlog : public QObject {
+    Q_OBJECT
 public:
-    explicit CurrentBlog(const BlogParts &parts);
+    CurrentBlog(AppEnvironment &environment, CurrentBlogState &state, AccountStore &store, BlogServices &services,
+        SelectorItems &selector, LocalPosts &posts, BlogLogins &logins, SyncRounds &rounds);
 
-    /// Makes the account current in memory: its address and alias. Nothing else follows.
+    const QList<AccountPtr> &accounts() const { return m_state.accounts; }
+    AccountPtr selectedAccount() const { return m_state.selectedAccount; }
+    QString blogName() const { return m_state.blogName; }
+    /// The selected account's service; null without one.
+    ZLWordpressService *wordpressService() const { return m_services.serviceOf(m_state.selectedAccount).get(); }
+    bool isReachable() const;
+    QList<AccountPtr> accountsCanReceivePostCopy() const;
+
+    void readAccounts(); ///< from the store
+    /// At launch: the account that was selected last, or the first.
+    void takeRecordedAccount();
+    /// Makes the account current in memory: its alias. Nothing else follows.
     void take(const AccountPtr &account);
-    void selectorDidChange(int selectorIndex);
+    void selectorDidChange(int selectorIndex); ///< item 0 is the empty item
     void selectAccount(const AccountPtr &account);
     /// Records the account in the store as the selected one. Which one is selected now is another matter.
     void setSelectedAccount(const AccountPtr &account);
     void didChangeBlogAliasForAccount(const AccountPtr &account);
 
-    void replaceService(const ServicePtr &service);
-    /// Fetches the categories and tags of the current blog.
-    void syncTerms();
-    /// Points the current service at the current account.
-    void pointServiceAtCurrentAccount();
-    /// The current service has no password, or shall not log in by itself.
-    bool needsLogin() const;
-    void askForLogin();
-    /// An edit of a post that the blog knows is not carried to another blog; a new post stays in the editor.
-    void leavePostOfEarlierBlog();
+    /// Goes to a blog that the program has not shown before, and fetches it.
+    void showNewBlog(const AccountPtr &account);
+    /// The account has gone from the store: what was its goes, and the first account that is left is current.
+    void didRemoveAccount(AccountPtr account); // a copy, for the list that may hold the given one is read anew
+
+Q_SIGNALS:
+    void wantsBlog(); ///< none is left
 
 private:
-    void emptyAndReload();
+    void leavePostOfEarlierBlog();
+    void beWithoutBlog();
 
-    BlogParts m_parts;
+    AppEnvironment &m_environment;
+    CurrentBlogState &m_state;
+    AccountStore &m_store;
+    BlogServices &m_services;
+    SelectorItems &m_selector;
+    LocalPosts &m_posts;
+    BlogLogins &m_logins;
+    SyncRounds &m_rounds;
 };

@@ -2,14 +2,17 @@
 
 #include "platform/ZLAtomicFile.h"
 
+#include <QCoroSignal>
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QPointer>
 
 namespace {
 
 constexpr int lookupTimeoutMs = 10'000;
 constexpr qint64 largestIcon = 1024LL * 1024;
+constexpr int mostRedirects = 3;
 
 /// Whether the bytes begin as one of the picture formats that icons come in.
 bool looksLikePicture(const QByteArray &head)
@@ -23,14 +26,11 @@ bool looksLikePicture(const QByteArray &head)
     });
 }
 
-/// The address as the service may know it. A login in it is between the user and the blog.
-QString publicAddress(const QString &address)
+/// Whether to go on from one address to the other: on the same host, and not from https down to http.
+bool mayFollow(const QUrl &from, const QUrl &to)
 {
-    QUrl url(address);
-    if (url.userInfo().isEmpty())
-        return address;
-    url.setUserInfo({});
-    return url.toString();
+    const bool isWeaker = from.scheme() == u"https" && to.scheme() != u"https";
+    return from.host() == to.host() && !isWeaker && (to.scheme() == u"http" || to.scheme() == u"https");
 }
 
 } // namespace
@@ -51,47 +51,72 @@ QString FaviconLookup::usableFaviconPath(const QString &blogName) const
 
 void FaviconLookup::getFavIconForAccount(const AccountPtr &account)
 {
-    const ZLPlatform &platform = m_environment.platform;
-    if (platform.faviconService.isEmpty() || !platform.reachability.isReachable() || m_underWay.contains(account))
-        return;
-    QNetworkRequest request(
-        QUrl(u"%1/%2?defaulticon=none"_qs.arg(platform.faviconService, publicAddress(account->url))));
-    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setTransferTimeout(lookupTimeoutMs);
-    m_underWay.append(account);
-    QNetworkReply *reply = platform.network.get(request);
-    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
-        if (received > largestIcon)
-            reply->abort();
-    });
-    connect(reply, &QNetworkReply::finished, this, [this, reply, account] { didFinish(reply, account); });
+    if (m_environment.platform.reachability.isReachable(QUrl(account->url)) && !m_underWay.contains(account))
+        lookUp(account);
 }
 
-void FaviconLookup::didFinish(QNetworkReply *reply, const AccountPtr &account)
+QCoro::Task<void> FaviconLookup::lookUp(AccountPtr account)
 {
-    reply->deleteLater();
-    // The alias is asked for now: the user may have changed it since the start.
-    const QString path = m_environment.platform.files.faviconPathWithBlogName(account->alias());
-    const QByteArray icon = reply->readAll();
-    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (path.isNull() || reply->error() != QNetworkReply::NoError || status != 200 || icon.isEmpty()) {
-        ZLLog(u"No data OR statusCode!= 200"_qs);
-        storeBuiltInIcon(path);
-    } else if (const Result<void> written = ZLAtomicFile::write(path, icon); !written) {
-        ZLLog(u"error saving favicon: %1"_qs.arg(written.error().description));
-    } else {
-        // Still marked as under way: what the service sent may be no picture, and the refreshed selector would ask
-        // for it again and again.
-        Q_EMIT didStoreFavicon(account);
+    const QPointer<FaviconLookup> self(this);
+    m_underWay.append(account);
+    const QUrl blog(account->url);
+    auto asking = fetch(QUrl(account->url + u"/?favicon=1"_qs));
+    QByteArray icon = co_await asking;
+    if (self && icon.isEmpty()) {
+        auto askingAgain = fetch(blog.resolved(QUrl(u"/favicon.ico"_qs)));
+        icon = co_await askingAgain;
     }
+    if (!self)
+        co_return;
+    store(account, icon);
     m_underWay.removeOne(account);
 }
 
-void FaviconLookup::storeBuiltInIcon(const QString &path)
+QCoro::Task<QByteArray> FaviconLookup::fetch(QUrl url)
 {
-    QFile builtIn(u":/wordpress_favicon.png"_qs);
-    if (path.isNull() || !builtIn.open(QIODevice::ReadOnly))
+    const QPointer<FaviconLookup> self(this);
+    for (int hops = 0; self && hops <= mostRedirects; ++hops) {
+        QNetworkRequest request(url);
+        request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+        request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+        request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
+        request.setTransferTimeout(lookupTimeoutMs);
+        QNetworkReply *reply = m_environment.platform.network.get(request);
+        connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received) {
+            if (received > largestIcon)
+                reply->abort();
+        });
+        co_await qCoro(reply, &QNetworkReply::finished);
+        reply->deleteLater();
+        const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+        if (target.isEmpty()) {
+            const QByteArray icon = reply->error() == QNetworkReply::NoError ? reply->readAll() : QByteArray();
+            co_return looksLikePicture(icon) ? icon : QByteArray();
+        }
+        const QUrl next = url.resolved(target);
+        if (!mayFollow(url, next))
+            co_return QByteArray();
+        url = next;
+    }
+    co_return QByteArray();
+}
+
+void FaviconLookup::store(const AccountPtr &account, const QByteArray &icon)
+{
+    QByteArray stored = icon;
+    if (icon.isEmpty()) {
+        ZLLog(u"No icon at “%1”"_qs.arg(account->alias()));
+        QFile builtIn(u":/wordpress_favicon.png"_qs);
+        if (builtIn.open(QIODevice::ReadOnly))
+            stored = builtIn.readAll();
+    }
+    // The alias is asked for now: the user may have changed it since the start.
+    const QString path = m_environment.platform.files.faviconPathWithBlogName(account->alias());
+    if (path.isNull())
         return;
-    if (const Result<void> written = ZLAtomicFile::write(path, builtIn.readAll()); !written)
+    if (const Result<void> written = ZLAtomicFile::write(path, stored); !written)
         ZLLog(u"error saving favicon: %1"_qs.arg(written.error().description));
+    else if (!icon.isEmpty())
+        Q_EMIT didStoreFavicon(account);
 }

@@ -4,8 +4,9 @@
 
 class QNetworkReply;
 
-/// Fetches the icons of blogs from a public look-up service into their folders. When there is none, the built-in icon
-/// is stored instead, so that the look-up is not repeated.
+/// Fetches the icons of blogs, from the blogs themselves, into their folders: WordPress sends who asks for
+/// "/?favicon=1" on to its site icon; others have "/favicon.ico". Nothing is asked of another host. When there is no
+/// icon, the built-in one is stored instead, so that the look-up is not repeated.
 class FaviconLookup : public QObject {
     Q_OBJECT
 public:
@@ -19,8 +20,10 @@ Q_SIGNALS:
     void didStoreFavicon(const AccountPtr &account);
 
 private:
-    void didFinish(QNetworkReply *reply, const AccountPtr &account);
-    void storeBuiltInIcon(const QString &path);
+    QCoro::Task<void> lookUp(AccountPtr account);
+    /// The picture at this address, or nothing.
+    QCoro::Task<QByteArray> fetch(QUrl url);
+    void store(const AccountPtr &account, const QByteArray &icon);
 
     AppEnvironment &m_environment;
     QList<AccountPtr> m_underWay;

@@ -1,5 +1,8 @@
 #include "app/Launch.h"
 
+#include "app/BlogNames.h"
+#include "app/ZLAppDelegate.h"
+
 #include <QAbstractNetworkCache>
 #include <QCoreApplication>
 #include <QLocale>
@@ -13,144 +16,87 @@ void emptyCache(const QNetworkAccessManager &network)
         cache->clear();
 }
 
-void countLaunch(ZLTelemetry &telemetry)
+void countLaunch(ZLTelemetry &telemetry, qsizetype blogs)
 {
-    if (!telemetry.isEnabled())
-        return;
+    const QString key = u"BlogsConnected"_qs;
     telemetry.trackEvent(u"AppOpened"_qs);
     telemetry.incrementUserProperty(u"RunCount"_qs);
     telemetry.setUserProperty(u"AppVersion"_qs, QCoreApplication::applicationVersion());
-}
-
-void countBlogs(ZLTelemetry &telemetry, qsizetype count)
-{
-    const QString key = u"BlogsConnected"_qs;
-    if (telemetry.isEnabled() && !telemetry.userProperty(key).isValid())
-        telemetry.setUserProperty(key, count);
-}
-
-void tellLanguage(ZLTelemetry &telemetry)
-{
-    if (!telemetry.isEnabled())
-        return;
+    if (!telemetry.userProperty(key).isValid())
+        telemetry.setUserProperty(key, blogs);
     telemetry.setUserProperty(u"Locale"_qs, QLocale::system().name());
     telemetry.setUserProperty(u"PreferredLanguage"_qs, QLocale::system().uiLanguages().value(0));
 }
 
-void takeSelectedAccount(Collaborators &c)
+void copyTelemetryChoice(ZLAppDelegate &app)
 {
-    ZLManagedObjectContext *context = c.store.managedObjectContext();
-    const QList<SelectedAccountPtr> selected = context ? context->selectedAccounts() : QList<SelectedAccountPtr>();
-    const AccountPtr recorded = selected.isEmpty() ? AccountPtr() : selected.first()->account;
-    c.currentBlog.take(recorded ? recorded : c.state.accounts.first());
-    if (!recorded)
-        c.currentBlog.setSelectedAccount(c.state.selectedAccount);
-    c.environment.windows.compose->updatePreferencesForNewPost();
+    QObject::connect(
+        &app.platform().defaults, &ZLDefaults::didChange, &app, [&app](const QString &key, const QVariant &value) {
+            if (key == u"sendAnonymousData")
+                app.telemetry().setUserProperty(key, value);
+        });
 }
 
-QStringList keychainItems(const QList<AccountPtr> &accounts)
+/// What an account of an earlier version may lack.
+void completeAccounts(const QList<AccountPtr> &accounts, AccountStore &store)
 {
-    QStringList items;
-    for (const AccountPtr &account : accounts)
-        items.append(ZLWordpressService::keychainAccount(account->name, account->url));
-    return items;
-}
-
-/// The keychain may wait for the user. Until it is open there is no password, but posts are opened with the service's
-/// help, and what the user asks of the blog gets an answer.
-ServicePtr serviceWithoutPassword(Collaborators &c)
-{
-    const AccountPtr account = c.state.selectedAccount;
-    ServicePtr service = c.services.serviceForURL(ZLWordpressService::apiURLOfBlog(account->url));
-    service->account = account;
-    service->username = account->name;
-    service->blogName = account->alias();
-    return service;
-}
-
-/// The user may have gone to another blog meanwhile, or have logged in.
-void takePassword(Collaborators &c, const ServicePtr &service)
-{
-    if (service->account == c.state.selectedAccount && service->password.isNull())
-        service->readPassword(service->account);
-    if (c.state.isCurrent(service.get()))
-        c.currentBlog.syncTerms();
-}
-
-void showSelector(Collaborators &c)
-{
-    c.selector.showCurrentBlog();
-    c.selector.refreshSelectorItemsWithAccounts();
-    c.selector.selectItem(1); // whichever account was selected: the mark is not kept in step at launch
-    c.selector.showBlogSelector();
-}
-
-void completePreferences(Collaborators &c)
-{
-    for (const AccountPtr &account : std::as_const(c.state.accounts)) {
+    bool isChanged = BlogNames::separate(accounts);
+    for (const AccountPtr &account : accounts) {
         if (account->preferences)
             continue;
         account->preferences = std::make_shared<AccountPreferences>();
-        c.store.saveOrLog();
+        isChanged = true;
     }
+    if (isChanged)
+        store.saveOrLog();
 }
 
-void openNotifications(Collaborators &c)
+void showCurrentBlog(ZLAppDelegate &app)
 {
-    ZLWorkspace &workspace = c.environment.platform.workspace;
-    QObject::connect(&c.environment.platform.notificationCenter, &ZLUserNotificationCenter::didActivateNotification,
-        &c.rounds, [&workspace](const ZLUserNotification &notification) {
+    app.currentBlog().takeRecordedAccount();
+    app.compose().updatePreferencesForNewPost();
+    app.posts().loadLocalPosts();
+    app.selector().showCurrentBlog();
+    app.selector().refreshSelectorItemsWithAccounts();
+    app.selector().selectItemOfAccount(app.currentBlog().selectedAccount());
+    app.selector().showBlogSelector();
+    app.openPosts().reopen();
+}
+
+void openNotifications(ZLAppDelegate &app)
+{
+    ZLWorkspace &workspace = app.platform().workspace;
+    QObject::connect(&app.platform().notificationCenter, &ZLUserNotificationCenter::didActivateNotification, &app,
+        [&workspace](const ZLUserNotification &notification) {
             if (!notification.URL.isEmpty())
                 workspace.openURL(notification.URL);
         });
 }
 
-void startFirstRound(Collaborators &c)
+void loadPasswords(ZLAppDelegate &app)
 {
-    if (!c.state.accounts.isEmpty() && c.currentBlog.needsLogin())
-        c.currentBlog.askForLogin();
-    c.rounds.oweRound();
-    if (!c.state.accounts.isEmpty() && c.rounds.canReachAnyBlog())
-        c.rounds.syncAllBlogs();
-}
-
-void copyTelemetryChoice(Collaborators &c)
-{
-    ZLTelemetry &telemetry = c.environment.telemetry;
-    QObject::connect(&c.environment.platform.defaults, &ZLDefaults::didChange, &c.rounds,
-        [&telemetry](const QString &key, const QVariant &value) {
-            if (key == u"sendAnonymousData")
-                telemetry.setUserProperty(key, value);
-        });
+    QObject::connect(&app.logins(), &BlogLogins::didGetPassword, &app, [&app](const AccountPtr &account) {
+        if (account == app.currentBlog().selectedAccount())
+            app.logins().askIfNeeded(account);
+        app.rounds().syncAccount(account);
+    });
+    app.logins().loadAll();
 }
 
 } // namespace
 
-QCoro::Task<void> launch(QPointer<QObject> controller, Collaborators &collaborators)
+void launch(ZLAppDelegate &app)
 {
-    Collaborators &c = collaborators;
-    const ZLPlatform &platform = c.environment.platform;
-    emptyCache(platform.network);
-    c.rounds.testInternetConnection();
-    countLaunch(c.environment.telemetry);
-
-    c.state.accounts = c.store.accounts();
-    countBlogs(c.environment.telemetry, c.state.accounts.size());
-    if (!c.state.accounts.isEmpty()) {
-        takeSelectedAccount(c);
-        c.posts.loadLocalPosts();
-        const ServicePtr service = serviceWithoutPassword(c);
-        c.state.wordpressService = service;
-        const QStringList items = keychainItems(c.state.accounts);
-        co_await platform.keychain.load(ZLWordpressService::keychainService(), items);
-        if (!controller)
-            co_return;
-        takePassword(c, service);
-        showSelector(c);
-        completePreferences(c);
+    emptyCache(app.platform().network);
+    app.currentBlog().readAccounts();
+    const QList<AccountPtr> accounts = app.currentBlog().accounts();
+    countLaunch(app.telemetry(), accounts.size());
+    copyTelemetryChoice(app);
+    openNotifications(app);
+    if (!accounts.isEmpty()) {
+        completeAccounts(accounts, app.store());
+        showCurrentBlog(app);
     }
-    openNotifications(c);
-    startFirstRound(c);
-    tellLanguage(c.environment.telemetry);
-    copyTelemetryChoice(c);
+    app.rounds().testInternetConnection(); // which may load a plug-in, so the rows come first
+    loadPasswords(app);
 }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "app/Collaborators.h"
+class ZLAppDelegate;
 
-#include <QPointer>
-
-/// Brings the program up, in an order that matters: the posts are read before the selector exists, and the first sync
-/// comes after the login sheet has been decided on. `controller` owns the collaborators.
-QCoro::Task<void> launch(QPointer<QObject> controller, Collaborators &collaborators);
+/// Brings the program up, in an order that matters: the posts are read before the selector exists, and a password that
+/// comes opens the login sheet or starts the blog's first round. Only those two wait for the keychain.
+void launch(ZLAppDelegate &app);

@@ -32,12 +32,7 @@ void LocalPosts::reloadPostsListAfterSync()
 {
     m_posts = m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
     m_environment.windows.postList->updatePostsAndSelectPreviousPost();
-}
-
-void LocalPosts::reloadPostsListAfterSyncingEngine(int engine)
-{
-    reloadPostsListAfterSync();
-    m_environment.windows.compose->reloadCurrentPostAfterSyncingEngine(engine);
+    m_environment.windows.compose->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
 }
 
 PostPtr LocalPosts::makeNewPost() const
@@ -81,7 +76,6 @@ bool LocalPosts::createNewPost()
     row->localFile = QUrl::fromLocalFile(path);
     row->status = ZLLocalPostRepresentation::New;
     m_posts.prepend(row);
-    m_environment.windows.postList->updatePostsAndSelectRow(0);
     Q_EMIT m_environment.notifications.openNewPost();
     return true;
 }
@@ -93,14 +87,6 @@ void LocalPosts::removeLocalPostFromList(const LocalPostPtr &row)
     m_environment.windows.postList->didDeleteLocalPost(row);
 }
 
-void LocalPosts::removePostWithLocalFile(const QString &absoluteString)
-{
-    const auto found = std::find_if(m_posts.cbegin(), m_posts.cend(),
-        [&](const LocalPostPtr &row) { return row->localFile.toString() == absoluteString; });
-    if (found != m_posts.cend())
-        m_posts.erase(found);
-}
-
 void LocalPosts::deletePostAtLocalURL(const QUrl &url)
 {
     const QList<DocumentPtr> documents = m_environment.documents.documents();
@@ -110,6 +96,8 @@ void LocalPosts::deletePostAtLocalURL(const QUrl &url)
             document->close();
     }
     QFile file(pathOfFileURL(url));
+    if (PostSync::isPostPath(file.fileName()))
+        QFile::remove(PostSync::syncedPath(file.fileName()));
     const bool wasThere = file.exists();
     if (file.remove())
         return;

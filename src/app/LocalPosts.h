@@ -17,13 +17,12 @@ public:
     void moveToTop(const LocalPostPtr &row, const QUrl &previousLocalURL);
 
     void loadLocalPosts();
+    /// The list and the post on the screen.
     void reloadPostsListAfterSync();
-    void reloadPostsListAfterSyncingEngine(int engine);
 
     /// False: its file could not be written, which the user has been told.
     bool createNewPost();
     void removeLocalPostFromList(const LocalPostPtr &row);
-    void removePostWithLocalFile(const QString &absoluteString);
     /// Closes every open document of the file and removes it. Its folder stays, and so do its neighbours.
     void deletePostAtLocalURL(const QUrl &url);
 

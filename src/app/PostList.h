@@ -7,7 +7,6 @@ class PostList {
 public:
     virtual ~PostList() = default;
     virtual void updatePosts() = 0;
-    virtual void updatePostsAndSelectRow(int row) = 0;
     virtual void updatePostsAndSelectPreviousPost() = 0;
     virtual void didDeleteLocalPost(const LocalPostPtr &post) = 0;
     virtual void didUpdatePost(const PostPtr &post, const LocalPostPtr &row, const QUrl &previousLocalURL) = 0;
@@ -17,4 +16,7 @@ public:
     virtual void hideLoadingView() = 0;
     virtual void showSyncingLoading() = 0;
     virtual void hideSyncingLoading() = 0;
+    /// A quiet line at the foot of the list, with "Try Again", which asks for a round of all blogs.
+    virtual void showSyncFailure(const QString &text) = 0;
+    virtual void hideSyncFailure() = 0;
 };

@@ -1,14 +1,36 @@
 #pragma once
 
+#include "model/ConflictSides.h"
 #include "platform/ZLError.h"
 
 #include <QCoroTask>
 #include <QString>
+#include <functional>
+#include <optional>
 
-class ZLWordpressService;
+/// What a login sheet shows.
+struct LoginQuestion {
+    QString blogName; ///< empty while the blog is not connected
+    QString host; ///< of the blog that gets the password
+    QString username;
+    QString password; ///< what was tried; selected, so that typing replaces it
+    bool wasRefused = false; ///< the blog did not take it, or a field was left empty
+};
 
-/// Alerts, questions and sheets of the main window. Nothing here waits: answers come by the tasks, or, for the sheets
-/// of connecting a blog, as calls of BlogConnectionSheetsDelegate.
+/// What the writer wants of a post that changed both here and on the blog. Where both are kept, the other version
+/// becomes a copy of its own.
+enum class ConflictAnswer { NotNow, ChooseLocal, ChooseRemote, KeepBothLocal, KeepBothRemote };
+
+/// A user name and a password, as they were typed.
+struct Login {
+    QString username;
+    QString password;
+
+    bool isComplete() const { return !username.isEmpty() && !password.isEmpty(); }
+};
+
+/// Alerts, questions and sheets of the main window. Nothing here waits: answers come by the tasks, which give nothing
+/// (for a question: -1) when the user cancels or the window dies. Several at a time queue.
 class Prompts {
 public:
     virtual ~Prompts() = default;
@@ -19,21 +41,16 @@ public:
     /// the default button.
     virtual QCoro::Task<int> ask(
         QString message, QString informativeText, QStringList buttons, int defaultButton = 0) = 0;
+    virtual QCoro::Task<ConflictAnswer> askAboutConflict(ConflictSides sides) = 0;
 
-    virtual void showIntro() = 0; ///< asks for a blog's address; answered by connectToBlogURL()
-    virtual bool isShowingIntroWindow() const = 0;
-    /// The login sheet: for a new blog when `service` is null, else to log in again.
-    virtual void showLoginSheet(ZLWordpressService *service, const QString &username, const QString &blogName) = 0;
-    virtual bool isLoginSheetVisible() const = 0;
-    virtual void closeLoginSheet() = 0;
-    /// The sheet after a refused login; fields are filled with what was tried.
-    virtual void showLoginErrorSheet(const QString &username, const QString &password, const QString &blogName) = 0;
-    virtual void closeLoginErrorSheet() = 0;
-    virtual void clearLoginFields() = 0;
+    /// Asks for the address of a blog to connect; `typed` stands in the field.
+    virtual QCoro::Task<std::optional<QString>> askForBlogURL(QString typed, bool canCancel) = 0;
+    /// The login sheet. Return and its button give the same answer.
+    virtual QCoro::Task<std::optional<Login>> askForLogin(LoginQuestion question) = 0;
+    /// A blog is being asked: the window shows that it waits, and lets the user give up, which calls `cancel`.
+    virtual void showConnecting(const QString &host, std::function<void()> cancel) = 0;
+    virtual void hideConnecting() = 0;
     virtual void showBlogIsConnectedSheet(const QString &title) = 0;
     virtual void closeBlogIsConnectedSheet() = 0;
     virtual void showGetStartedPanel() = 0;
-    /// A connection is being tried: the window shows that it waits, and lets the user give up.
-    virtual void showConnecting(const QString &blogURL) = 0;
-    virtual void hideConnecting() = 0;
 };

@@ -12,22 +12,6 @@ bool isPage(const PostPtr &post)
     return post->type == ZLWordpressPost::Page;
 }
 
-int publishedRowStatus(const PostPtr &post)
-{
-    return isPage(post) ? ZLLocalPostRepresentation::PublishedPage : ZLLocalPostRepresentation::Published;
-}
-
-QString publishedKind(const PostPtr &post)
-{
-    return isPage(post) ? u"page"_qs : u"post"_qs;
-}
-
-QVariantMap publishDimensions(const PostPtr &post, const QString &kind)
-{
-    const QString hasImage = post->featuredImageId.isEmpty() ? u"false"_qs : u"true"_qs;
-    return {{u"type"_qs, kind}, {u"engine"_qs, u"wordpress"_qs}, {u"featured-image"_qs, hasImage}};
-}
-
 /// What was sent is what the blog stores from now on; what was read when the post was opened is past.
 void rememberAsStored(ZLWordpressPost &sent)
 {
@@ -42,32 +26,55 @@ QString success(const char16_t *deed, const PostPtr &post)
 
 } // namespace
 
-PublicationOutcomes::PublicationOutcomes(AppEnvironment &environment, CurrentBlogState &state, LocalPosts &posts)
+PublicationOutcomes::PublicationOutcomes(AppEnvironment &environment, LocalPosts &posts, const CurrentBlogState &state)
     : m_environment(environment)
-    , m_state(state)
     , m_posts(posts)
+    , m_state(state)
 {
+}
+
+/// The post's row. A post that the list does not show, or not any more, gets one for its file.
+LocalPostPtr PublicationOutcomes::rowOf(const ZLWordpressPost &post, const QString &blogName) const
+{
+    if (post.localPost)
+        return post.localPost;
+    const QString folder = m_environment.platform.files.postPath(blogName, post.id);
+    const QUrl file = post.localFile.isEmpty() ? QUrl::fromLocalFile(PostSync::postPath(folder)) : post.localFile;
+    for (const LocalPostPtr &row : m_posts.posts()) {
+        if (isSameFile(row->localFile, file))
+            return row;
+    }
+    return ZLLocalPostRepresentation::initWithContentsOfFileURL(file, m_environment.platform.clock.now());
+}
+
+void PublicationOutcomes::setRowStatus(ZLLocalPostRepresentation &row, const PostPtr &post) const
+{
+    row.published = post->status == ZLWordpressPost::Publish;
+    row.blogStatus = post->blogStatus;
+    row.status = !row.published ? ZLLocalPostRepresentation::Draft
+        : isInFuture(post)      ? ZLLocalPostRepresentation::Scheduled
+        : isPage(post)          ? ZLLocalPostRepresentation::PublishedPage
+                                : ZLLocalPostRepresentation::Published;
+}
+
+QVariantMap PublicationOutcomes::publishDimensions(const PostPtr &post) const
+{
+    const QString kind = isInFuture(post) ? u"scheduled"_qs : isPage(post) ? u"page"_qs : u"post"_qs;
+    const QString hasImage = post->featuredImageId.isEmpty() ? u"false"_qs : u"true"_qs;
+    return {{u"type"_qs, kind}, {u"engine"_qs, u"wordpress"_qs}, {u"featured-image"_qs, hasImage}};
 }
 
 void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const PostPtr &remote, const PostPtr &original)
 {
-    const LocalPostPtr row = original->localPost;
-    if (!row)
-        return;
+    const LocalPostPtr row = rowOf(*original, service->blogName);
     row->postURL = QUrl(remote->URL);
     ZLTelemetry &telemetry = m_environment.telemetry;
     const bool isScheduled = isInFuture(remote);
-    // These events go out whatever "sendAnonymousData" says.
-    if (remote->status == ZLWordpressPost::Publish) {
-        row->status = isScheduled ? int(ZLLocalPostRepresentation::Scheduled) : publishedRowStatus(remote);
-        row->published = true;
-        telemetry.trackEvent(
-            u"publish"_qs, publishDimensions(remote, isScheduled ? u"scheduled"_qs : publishedKind(remote)));
-    } else if (remote->status == ZLWordpressPost::Draft) {
-        row->status = ZLLocalPostRepresentation::Draft;
-        row->published = false;
+    setRowStatus(*row, remote);
+    if (row->published)
+        telemetry.trackEvent(u"publish"_qs, publishDimensions(remote));
+    else
         telemetry.trackEvent(u"draft"_qs, {{u"engine"_qs, u"wordpress"_qs}});
-    }
 
     const ZLDefaults &defaults = m_environment.platform.defaults;
     if (remote->status == ZLWordpressPost::Publish && defaults.boolForKey(u"notifyPublish"_qs))
@@ -85,14 +92,10 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
 
 void PublicationOutcomes::didPublishDraftPost(ZLWordpressService *service, const PostPtr &post)
 {
-    const LocalPostPtr row = post->localPost;
-    if (!row)
-        return;
-    if (post->status == ZLWordpressPost::Publish) {
-        // A scheduled draft shows as published until its file is read again; meant was status 8 at once.
-        row->status = publishedRowStatus(post);
-        row->published = true;
-        m_environment.telemetry.trackEvent(u"publish"_qs, publishDimensions(post, publishedKind(post)));
+    const LocalPostPtr row = rowOf(*post, service->blogName);
+    setRowStatus(*row, post);
+    if (row->published) {
+        m_environment.telemetry.trackEvent(u"publish"_qs, publishDimensions(post));
         if (m_environment.platform.defaults.boolForKey(u"notifyPublish"_qs))
             notify(*service, isPage(post) ? u"Successfully Published Page."_qs : success(u"Published", post),
                 QUrl(post->URL));
@@ -105,40 +108,41 @@ void PublicationOutcomes::didPublishDraftPost(ZLWordpressService *service, const
 
 void PublicationOutcomes::didUpdatePost(ZLWordpressService *service, const PostPtr &post)
 {
-    const LocalPostPtr row = post->localPost;
-    if (!row)
-        return;
+    const LocalPostPtr row = rowOf(*post, service->blogName);
     const ZLDefaults &defaults = m_environment.platform.defaults;
-    if (post->status == ZLWordpressPost::Publish) {
-        const bool isScheduled = isInFuture(post);
-        row->status = isScheduled ? int(ZLLocalPostRepresentation::Scheduled) : publishedRowStatus(post);
-        row->published = true;
-        if (defaults.boolForKey(u"notifyPublish"_qs))
-            notify(*service, success(isScheduled ? u"Scheduled" : u"Updated", post), QUrl(post->URL));
-    } else if (post->status == ZLWordpressPost::Draft) {
-        row->status = ZLLocalPostRepresentation::Draft;
-        row->published = false;
-        if (defaults.boolForKey(u"notifyDraft"_qs))
-            notify(*service, u"Successfully Updated Draft."_qs, {});
-    }
+    setRowStatus(*row, post);
+    if (row->published && defaults.boolForKey(u"notifyPublish"_qs))
+        notify(*service, success(isInFuture(post) ? u"Scheduled" : u"Updated", post), QUrl(post->URL));
+    else if (!row->published && defaults.boolForKey(u"notifyDraft"_qs))
+        notify(*service, u"Successfully Updated Draft."_qs, {});
     rememberAsStored(*post);
-    storeRemoteState({post, row, {}, true});
+    storeRemoteState({post, row, {}});
     service->syncTaxonomiesAfterPublish(post);
 }
 
-void PublicationOutcomes::didDeletePost(const PostPtr &post)
+void PublicationOutcomes::didDeletePost(const PostPtr &post, const QString &blogName)
 {
-    const LocalPostPtr row = post->localPost;
-    if (!row)
-        return;
+    const LocalPostPtr row = rowOf(*post, blogName);
     m_posts.removeLocalPostFromList(row);
     m_posts.deletePostAtLocalURL(row->localFile);
 }
 
+QCoro::Task<void> PublicationOutcomes::offerToDeleteCopy(PostPtr post, QString blogName)
+{
+    constexpr int deleteCopy = 0;
+    constexpr int cancel = 1;
+    const QPointer<PublicationOutcomes> self(this);
+    auto asking = m_environment.windows.prompts->ask(u"Delete the copy on this computer?"_qs,
+        u"“%1” does not have “%2” any more."_qs.arg(blogName, post->title), {u"Delete"_qs, u"Cancel"_qs}, cancel);
+    const int answer = co_await asking;
+    if (self && answer == deleteCopy)
+        didDeletePost(post, blogName);
+}
+
 void PublicationOutcomes::notify(const ZLWordpressService &service, const QString &title, const QUrl &URL)
 {
-    const AccountPreferences *preferences = m_state.preferences();
-    if (preferences && preferences->allow_notifications)
+    const AccountPtr &account = service.account; // which need not be the current one any more
+    if (account && account->preferences && account->preferences->allow_notifications)
         m_environment.platform.notificationCenter.deliver({title, u"on %1"_qs.arg(service.blogName), URL});
 }
 
@@ -185,11 +189,10 @@ QCoro::Task<void> PublicationOutcomes::storeRemoteState(Finished finished)
 void PublicationOutcomes::moveDocument(const DocumentPtr &document, const Finished &finished)
 {
     const QUrl newURL = QUrl::fromLocalFile(PostSync::postPath(finished.home));
-    // The row takes the new address even when the move fails, and then points to no file until the list is rebuilt.
-    // Meant was the address where the file really is; it lies untouched where it was.
-    finished.row->localFile = newURL;
-    if (const Result<void> moved = m_environment.documents.move(document, newURL); !moved)
-        ZLLog(u"error-%1"_qs.arg(moved.error().description));
+    if (const Result<void> moved = m_environment.documents.move(document, newURL))
+        finished.row->localFile = newURL;
+    else
+        ZLLog(u"error-%1"_qs.arg(moved.error().description)); // it lies untouched where it was
 }
 
 void PublicationOutcomes::showOutcome(const Finished &finished, const QUrl &previousLocalURL)
@@ -197,8 +200,6 @@ void PublicationOutcomes::showOutcome(const Finished &finished, const QUrl &prev
     // The user may have gone to another blog while the post was on its way; only the current one has rows.
     if (isInFolderOf(finished.row, m_state.blogName))
         m_posts.moveToTop(finished.row, previousLocalURL);
-    if (finished.preparesForEditor)
-        finished.post->replaceWPContentsForEditor();
     m_environment.windows.postList->didUpdatePost(finished.post, finished.row, previousLocalURL);
     Q_EMIT m_environment.notifications.didUpdatePost(finished.post, {finished.post, finished.row});
 }

@@ -9,21 +9,25 @@
 class PublicationOutcomes : public QObject {
     Q_OBJECT
 public:
-    PublicationOutcomes(AppEnvironment &environment, CurrentBlogState &state, LocalPosts &posts);
+    PublicationOutcomes(AppEnvironment &environment, LocalPosts &posts, const CurrentBlogState &state);
 
     void didPublishPost(ZLWordpressService *service, const PostPtr &remote, const PostPtr &original);
     void didPublishDraftPost(ZLWordpressService *service, const PostPtr &post);
     void didUpdatePost(ZLWordpressService *service, const PostPtr &post);
-    void didDeletePost(const PostPtr &post);
+    void didDeletePost(const PostPtr &post, const QString &blogName);
+    /// The blog has no such post any more.
+    QCoro::Task<void> offerToDeleteCopy(PostPtr post, QString blogName);
 
 private:
     struct Finished {
         PostPtr post; ///< the remote state
         LocalPostPtr row;
         QString home; ///< folder that the file moves to; null: it stays
-        bool preparesForEditor = false;
     };
 
+    LocalPostPtr rowOf(const ZLWordpressPost &post, const QString &blogName) const;
+    void setRowStatus(ZLLocalPostRepresentation &row, const PostPtr &post) const;
+    QVariantMap publishDimensions(const PostPtr &post) const;
     void notify(const ZLWordpressService &service, const QString &title, const QUrl &URL);
     void openInBrowserIfWanted(const PostPtr &post);
     /// Whether the row's file is one of this blog.
@@ -35,6 +39,6 @@ private:
     void showOutcome(const Finished &finished, const QUrl &previousLocalURL);
 
     AppEnvironment &m_environment;
-    CurrentBlogState &m_state;
     LocalPosts &m_posts;
+    const CurrentBlogState &m_state;
 };

@@ -1,24 +1,14 @@
 #include "app/RequestFailures.h"
 
+#include "app/BlogLogins.h"
+
 namespace {
 
-constexpr int forbidden = 403;
-constexpr int notFound = 404;
-constexpr int badLogin = 425;
-constexpr int hostNotFound = -1003;
-
-FailureAnswer answerWhileConnecting(int code)
+/// The calls of a round. Nobody waits for their answer in front of the screen.
+bool isOfRound(int type)
 {
-    switch (code) {
-    case notFound:
-        return FailureAnswer::NoWordpressThenIntro;
-    case forbidden:
-        return FailureAnswer::LoginErrorSheet;
-    case badLogin:
-        return FailureAnswer::AlertThenLoginErrorSheet;
-    default:
-        return FailureAnswer::AlertThenIntro;
-    }
+    return type == ZLWordpressServiceRequestTypeSyncPosts || type == ZLWordpressServiceRequestTypeSyncCategories
+        || type == ZLWordpressServiceRequestTypeSyncTags;
 }
 
 bool isPreview(int type)
@@ -28,30 +18,29 @@ bool isPreview(int type)
         || type == ZLWordpressServiceRequestTypeDeletePostForPreview;
 }
 
-} // namespace
-
-FailureAnswer answerToFailure(int requestType, int errorCode, bool isLoginSheetVisible)
+QString whatFailed(int type)
 {
-    if (requestType == ZLWordpressServiceRequestTypeGetOptions)
-        return answerWhileConnecting(errorCode);
-    switch (errorCode) {
-    case forbidden:
-    case badLogin:
-        return isLoginSheetVisible ? FailureAnswer::Nothing : FailureAnswer::AlertThenLogin;
-    case notFound:
-        return requestType == ZLWordpressServiceRequestTypeGetUserBlogs ? FailureAnswer::NoWordpressThenIntro
-                                                                        : FailureAnswer::Alert;
-    case hostNotFound:
-        return FailureAnswer::AlertThenIntro;
+    switch (type) {
+    case ZLWordpressServiceRequestTypePublishPost:
+    case ZLWordpressServiceRequestTypeUpdatePost:
+    case ZLWordpressServiceRequestTypePublishDraftPost:
+    case ZLWordpressServiceRequestTypeUploadImageFromURL:
+        return u"The post could not be sent to “%1”."_qs;
+    case ZLWordpressServiceRequestTypeGetPost:
+        return u"“%1” has the post, but did not give it back."_qs;
+    case ZLWordpressServiceRequestTypeDeletePost:
+        return u"The post could not be deleted on “%1”."_qs;
     default:
-        return FailureAnswer::Alert;
+        return u"“%1” could not do what it was asked."_qs;
     }
 }
 
-RequestFailures::RequestFailures(AppEnvironment &environment, LoginSheet &login, BlogConnection &connection)
+} // namespace
+
+RequestFailures::RequestFailures(AppEnvironment &environment, BlogLogins &logins, SyncRounds &rounds)
     : m_environment(environment)
-    , m_login(login)
-    , m_connection(connection)
+    , m_logins(logins)
+    , m_rounds(rounds)
 {
 }
 
@@ -59,45 +48,22 @@ void RequestFailures::didFailToPerformRequest(ZLWordpressService *service, int t
 {
     ZLLog(u"request failed! %1"_qs.arg(error.description));
     ZLLog(u"requestType: %1"_qs.arg(type));
+    ZLLog(u"error code is %1: "_qs.arg(error.code));
     if (isPreview(type))
         service->isGeneratingPreview = false;
-    if (type == ZLWordpressServiceRequestTypeGetOptions) {
-        if (!m_connection.isConnectingWith(service))
-            return; // the user has given up on it
-        m_connection.didStopWaiting();
-    } else {
-        ZLLog(u"error code is %1: "_qs.arg(error.code));
-    }
+    const ServicePtr living = service->shared_from_this();
+    if (LoginTry::isRefusal(error))
+        m_logins.didRefuse(living, [this, living, type, error] { tell(living, type, error); });
+    else
+        tell(living, type, error);
+}
 
-    if (type == ZLWordpressServiceRequestTypeDeletePost)
-        Q_EMIT m_environment.notifications.deletionDidEnd();
-    Prompts &prompts = *m_environment.windows.prompts;
-    switch (answerToFailure(type, error.code, m_login.isVisible())) {
-    case FailureAnswer::Nothing:
-        if (error.code == badLogin)
-            ZLLog(u"[wordpressConnectSheet isVisible]"_qs);
-        break;
-    case FailureAnswer::NoWordpressThenIntro:
-        m_connection.showNoWordpressError();
-        m_connection.newAccount();
-        break;
-    case FailureAnswer::LoginErrorSheet:
-        m_connection.showLoginErrorSheet();
-        break;
-    case FailureAnswer::AlertThenLoginErrorSheet:
-        prompts.alertWithError(error);
-        m_connection.showLoginErrorSheet();
-        break;
-    case FailureAnswer::AlertThenIntro:
-        prompts.alertWithError(error);
-        m_connection.newAccount();
-        break;
-    case FailureAnswer::AlertThenLogin:
-        prompts.alertWithError(error);
-        m_login.openLoginForService(service);
-        break;
-    case FailureAnswer::Alert:
-        prompts.alertWithError(error);
-        break;
+void RequestFailures::tell(const ServicePtr &service, int type, const ZLError &error)
+{
+    if (isOfRound(type)) {
+        m_rounds.didFail(*service, error);
+        return;
     }
+    m_environment.windows.prompts->alert(whatFailed(type).arg(service->blogName),
+        u"%1\n\nNothing is lost: the post is on this computer, and you can try again."_qs.arg(error.description));
 }

@@ -1,30 +1,21 @@
 #pragma once
 
-#include "app/BlogConnection.h"
+#include "app/SyncRounds.h"
 
-/// What the user gets to see of a failed call.
-enum class FailureAnswer {
-    Nothing,
-    NoWordpressThenIntro, ///< the address is no WordPress blog
-    LoginErrorSheet,
-    AlertThenLoginErrorSheet,
-    AlertThenIntro,
-    AlertThenLogin,
-    Alert,
-};
-/// The answer to an error code, by the type of the call. One failed sync of several must not stack up login sheets:
-/// a visible one stops the others.
-FailureAnswer answerToFailure(int requestType, int errorCode, bool isLoginSheetVisible);
+class BlogLogins;
 
-/// Hears of every failed call.
+/// Hears of every failed call of the connected blogs, and tells the user where it belongs: what a round could not do
+/// in the quiet line of the list, a login that does not hold in the login sheet, all else in an alert.
 class RequestFailures {
 public:
-    RequestFailures(AppEnvironment &environment, LoginSheet &login, BlogConnection &connection);
+    RequestFailures(AppEnvironment &environment, BlogLogins &logins, SyncRounds &rounds);
 
     void didFailToPerformRequest(ZLWordpressService *service, int type, const ZLError &error);
 
 private:
+    void tell(const ServicePtr &service, int type, const ZLError &error);
+
     AppEnvironment &m_environment;
-    LoginSheet &m_login;
-    BlogConnection &m_connection;
+    BlogLogins &m_logins;
+    SyncRounds &m_rounds;
 };

@@ -3,16 +3,29 @@
 #include <chrono>
 
 namespace {
+
 constexpr auto timeBetweenRounds = std::chrono::seconds(216'000);
+
+/// The presence of the preference counts here and not its value: an account that does not log in by itself is
+/// synchronised all the same, as long as its password is known.
+bool takesPart(const ZLWordpressService &service)
+{
+    const AccountPtr &account = service.account;
+    return !service.password.isEmpty() && account->preferences && account->preferences->login_automatically.has_value();
 }
 
-SyncRounds::SyncRounds(
-    AppEnvironment &environment, CurrentBlogState &state, ServiceFactory &services, LocalPosts &posts)
+} // namespace
+
+SyncRounds::SyncRounds(AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts)
     : m_environment(environment)
     , m_state(state)
     , m_services(services)
     , m_posts(posts)
 {
+    m_syncTimer.setSingleShot(true);
+    m_syncTimer.setTimerType(Qt::VeryCoarseTimer);
+    m_syncTimer.setInterval(timeBetweenRounds);
+    connect(&m_syncTimer, &QTimer::timeout, this, &SyncRounds::syncAllBlogs);
 }
 
 void SyncRounds::testInternetConnection()
@@ -32,120 +45,107 @@ void SyncRounds::testInternetConnection()
     reachability.startNotifier();
 }
 
-bool SyncRounds::canReachAnyBlog() const
+bool SyncRounds::canReach(const AccountPtr &account) const
 {
-    const Reachability &reachability = m_environment.platform.reachability;
-    return reachability.isReachable()
-        || std::any_of(m_state.accounts.begin(), m_state.accounts.end(),
-            [&](const AccountPtr &account) { return reachability.isReachable(QUrl(account->url)); });
+    return m_environment.platform.reachability.isReachable(QUrl(account->url));
+}
+
+void SyncRounds::waitForConnection()
+{
+    ZLLog(u"No internet, did not sync blogs"_qs);
+    m_shouldSyncBlogsOnInternetReturn = true;
+    if (!m_round)
+        showFailures();
 }
 
 void SyncRounds::syncAllBlogs()
 {
-    endTimer();
-    if (!canReachAnyBlog()) {
-        ZLLog(u"No internet, did not sync blogs"_qs);
-        m_shouldSyncBlogsOnInternetReturn = true;
-        return;
-    }
     m_shouldSyncBlogsOnInternetReturn = false;
-    // When no account takes part, nothing ends the round and the indicator stays until the user stops it or the next
-    // round succeeds. Meant was to hide it at once.
-    m_environment.windows.postList->showSyncingLoading();
-    // The entries of an unfinished round stay.
     for (const AccountPtr &account : QList<AccountPtr>(m_state.accounts))
         syncAccount(account);
+    if (!m_round)
+        m_syncTimer.start(); // nobody took part
 }
 
 void SyncRounds::syncAccount(const AccountPtr &account)
 {
-    if (!m_environment.platform.reachability.isReachable(QUrl(account->url))) {
-        m_shouldSyncBlogsOnInternetReturn = true;
-        return;
-    }
-    const ServicePtr service = m_services.serviceForAccount(account);
-    // The presence of the preference counts here and not its value: an account that does not log in by itself is
-    // synchronised all the same, as long as its password is known.
-    const bool hasPreference = account->preferences && account->preferences->login_automatically.has_value();
-    if (service->password.isEmpty() || !hasPreference)
-        return;
-    addObjectToSyncingServices(service);
-    service->syncBlogPosts();
-    service->syncBlogTaxonomies();
-}
-
-void SyncRounds::addObjectToSyncingServices(const ServicePtr &service)
-{
-    if (!m_syncServices.contains(service))
-        m_syncServices.append(service);
+    if (!canReach(account))
+        return waitForConnection();
+    const ServicePtr service = m_services.serviceOf(account);
+    if (takesPart(*service))
+        round().add(service);
 }
 
 void SyncRounds::refreshCurrentBlog()
 {
-    const ServicePtr service = m_state.wordpressService;
-    if (!service)
+    const AccountPtr account = m_state.selectedAccount;
+    if (!account)
         return;
-    m_environment.windows.postList->showSyncingLoading();
-    addObjectToSyncingServices(service);
-    service->syncBlogPosts();
+    if (canReach(account))
+        round().add(m_services.serviceOf(account)); // without a password as well: the answer asks for one
+    else
+        waitForConnection();
 }
 
-void SyncRounds::syncPosts()
+SyncRound &SyncRounds::round()
 {
-    const ServicePtr service = m_state.wordpressService;
-    if (!service)
-        return;
-    m_environment.windows.postList->showSyncingLoading();
-    service->getPosts();
-    service->getTaxonomies();
+    if (!m_round) {
+        m_syncTimer.stop();
+        m_failures.clear();
+        m_environment.windows.postList->hideSyncFailure();
+        m_environment.windows.postList->showSyncingLoading();
+        m_round = std::make_unique<SyncRound>();
+        connect(m_round.get(), &SyncRound::ended, this, &SyncRounds::endRound);
+    }
+    return *m_round;
 }
 
 void SyncRounds::stopSyncing()
 {
-    m_environment.windows.postList->hideLoadingView();
-    const QList<ServicePtr> waiting = m_syncServices;
-    for (const ServicePtr &service : waiting)
-        service->stopSync();
-    // The last report has ended the round, unless there was nobody to report.
-    if (!waiting.isEmpty() && m_syncServices.isEmpty())
+    if (m_round)
+        m_round->stop();
+}
+
+void SyncRounds::didSyncBlogWithName(ZLWordpressService *service)
+{
+    if (service->account == m_state.selectedAccount)
+        m_posts.reloadPostsListAfterSync();
+    if (m_round)
+        m_round->didSync(service);
+}
+
+void SyncRounds::endRound()
+{
+    SyncRound *const ended = m_round.release(); // which is still speaking
+    ended->setParent(this);
+    ended->deleteLater();
+    PostList &list = *m_environment.windows.postList;
+    list.hideLoadingView();
+    list.hideSyncingLoading();
+    showFailures();
+    m_syncTimer.start();
+}
+
+void SyncRounds::didFail(const ZLWordpressService &service, const ZLError &error)
+{
+    const auto isSame = [&](const QPair<QString, QString> &failure) { return failure.first == service.blogName; };
+    if (std::none_of(m_failures.cbegin(), m_failures.cend(), isSame))
+        m_failures.append({service.blogName, error.description});
+    if (!m_round)
+        showFailures();
+}
+
+void SyncRounds::showFailures()
+{
+    PostList &list = *m_environment.windows.postList;
+    if (m_failures.isEmpty()) {
+        if (m_shouldSyncBlogsOnInternetReturn)
+            list.showSyncFailure(u"You are offline. Your posts are synchronised when the connection is back."_qs);
         return;
-    m_syncServices.clear();
-    checkIfAllBlogsSynced();
-}
-
-void SyncRounds::didSyncBlogWithName(ZLWordpressService *service, const QString &name)
-{
-    m_syncServices.removeIf([service](const ServicePtr &entry) { return entry.get() == service; });
-    if (name == m_state.blogName)
-        m_posts.reloadPostsListAfterSyncingEngine(0);
-    checkIfAllBlogsSynced();
-}
-
-void SyncRounds::checkIfAllBlogsSynced()
-{
-    if (!m_syncServices.isEmpty())
-        return;
-    m_environment.windows.postList->hideSyncingLoading();
-    armTimer();
-}
-
-/// A service outside of a round reports as well, so that more than one timer can stand; a new round ends only the last
-/// one. Meant was one timer at a time.
-void SyncRounds::armTimer()
-{
-    m_syncTimer = new QTimer(this);
-    m_syncTimer->setSingleShot(true);
-    m_syncTimer->setTimerType(Qt::VeryCoarseTimer);
-    connect(m_syncTimer, &QTimer::timeout, this, &SyncRounds::syncAllBlogs);
-    connect(m_syncTimer, &QTimer::timeout, m_syncTimer, &QTimer::deleteLater);
-    m_syncTimer->start(timeBetweenRounds);
-}
-
-void SyncRounds::endTimer()
-{
-    if (!m_syncTimer)
-        return;
-    m_syncTimer->stop();
-    m_syncTimer->deleteLater();
-    m_syncTimer.clear();
+    }
+    QStringList blogs;
+    for (const auto &[blog, reason] : std::as_const(m_failures))
+        blogs.append(u"“%1”"_qs.arg(blog));
+    const QString text = u"%1 could not be synchronised."_qs.arg(blogs.join(u", "_qs));
+    list.showSyncFailure(m_failures.size() == 1 ? u"%1 %2"_qs.arg(text, m_failures.first().second) : text);
 }

@@ -1,41 +1,44 @@
 #pragma once
 
+#include "app/BlogServices.h"
 #include "app/LocalPosts.h"
-#include "app/ServiceFactory.h"
+#include "app/SyncRound.h"
 
-#include <QPointer>
 #include <QTimer>
 
-/// Decides when blogs are synchronised. A round gives every account that can log in a service of its own; each reports
-/// once, when its last call is answered, and the round ends with the last report. Then a timer starts the next round.
-/// A round that is owed because there is no connection starts when the connection comes back.
+/// Decides when blogs are synchronised. There is one round at a time; a blog that is asked for meanwhile joins it. Its
+/// end arms the timer of the next one, whatever failed. What failed stands in a quiet line of the post list. A round
+/// that is owed because there is no connection starts when the connection comes back.
 class SyncRounds : public QObject {
     Q_OBJECT
 public:
-    SyncRounds(AppEnvironment &environment, CurrentBlogState &state, ServiceFactory &services, LocalPosts &posts);
+    SyncRounds(AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts);
 
     void testInternetConnection();
-    /// A round is owed as soon as there is a connection.
-    void oweRound() { m_shouldSyncBlogsOnInternetReturn = true; }
-    bool canReachAnyBlog() const;
     void syncAllBlogs();
+    void syncAccount(const AccountPtr &account);
+    /// The user asks for the current blog.
     void refreshCurrentBlog();
-    void syncPosts();
+    /// The user waits no longer.
     void stopSyncing();
-    void didSyncBlogWithName(ZLWordpressService *service, const QString &name);
+
+    void didSyncBlogWithName(ZLWordpressService *service);
+    /// A call of a blog's share failed.
+    void didFail(const ZLWordpressService &service, const ZLError &error);
 
 private:
-    void syncAccount(const AccountPtr &account);
-    void addObjectToSyncingServices(const ServicePtr &service);
-    void checkIfAllBlogsSynced();
-    void armTimer();
-    void endTimer();
+    bool canReach(const AccountPtr &account) const;
+    void waitForConnection();
+    SyncRound &round();
+    void endRound();
+    void showFailures();
 
     AppEnvironment &m_environment;
     CurrentBlogState &m_state;
-    ServiceFactory &m_services;
+    BlogServices &m_services;
     LocalPosts &m_posts;
-    QList<ServicePtr> m_syncServices;
-    QPointer<QTimer> m_syncTimer;
+    std::unique_ptr<SyncRound> m_round; ///< null between rounds
+    QList<QPair<QString, QString>> m_failures; ///< of the last round: the blog, and what it said first
+    QTimer m_syncTimer;
     bool m_shouldSyncBlogsOnInternetReturn = false;
 };

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "app/Collaborators.h"
-
+#include <QCoroTask>
 #include <QPointer>
 
-/// Saves what is open and then the store. False: the user chose to stay because something could not be saved.
-/// `controller` owns the collaborators.
-QCoro::Task<bool> terminate(QPointer<QObject> controller, Collaborators &collaborators);
+class ZLAppDelegate;
+
+/// Saves what is open and then the store. False: the user chose to stay, because something could not be saved or a post
+/// is still on its way to a blog.
+QCoro::Task<bool> terminate(QPointer<ZLAppDelegate> app);

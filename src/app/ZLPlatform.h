@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QString>
-#include <ZalmoServices.h>
-
 class QNetworkAccessManager;
 class Reachability;
 class ZLClock;
@@ -22,6 +19,4 @@ struct ZLPlatform {
     ZLWorkspace &workspace;
     ZLClock &clock;
     QNetworkAccessManager &network;
-    /// Where a blog's icon is looked up; empty: nowhere.
-    QString faviconService = QString::fromUtf16(ZalmoServices::faviconService);
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class BlogSelector;
 class ComposeScreen;
 class PostList;
@@ -11,4 +13,5 @@ struct ZLWindows {
     PostList *postList = nullptr;
     Prompts *prompts = nullptr;
     BlogSelector *selector = nullptr;
+    std::function<void()> comeToFront = {}; ///< the main window, in front of all others
 };

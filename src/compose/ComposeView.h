@@ -1,6 +1,7 @@
 #pragma once
 
 #include "compose/ComposePage.h"
+#include "compose/PostButtons.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -8,38 +9,35 @@
 #include <QStringList>
 #include <QUrl>
 
+/// What the writer made of a link.
+struct LinkAnswer {
+    enum Deed { Cancel, Done, Remove };
+    Deed deed = Cancel;
+    QString url;
+    QString tooltip;
+    bool newWindow = false;
+};
+
 /// The fields and buttons of the compose screen, as its controller sees them. What the controller sets itself is not
 /// reported back: titleDidChange() and tokensDidChange() speak of the user's doings only.
 class ComposeView : public QObject {
     Q_OBJECT
 public:
-    struct Button {
-        bool enabled = true;
-        double alpha = 1.0;
-        QString image; ///< name of an icon resource
-        QString alternateImage; ///< the same while pressed
-        QString toolTip;
-        QString text; ///< the label of the publish button
-        bool operator==(const Button &) const = default;
-    };
-
     using QObject::QObject;
 
     virtual QString title() const = 0;
     virtual void setTitle(const QString &title) = 0;
     virtual QStringList tokens() const = 0;
-    virtual void setTokens(const QStringList &tokens) = 0;
+    virtual void setTokens(const QStringList &tokens) = 0; ///< of another post: undo does not lead back beyond them
+    virtual void setTokensShown(bool shown) = 0; ///< a page has none
     virtual void commitTokens() = 0; ///< text that is on its way to a token becomes one
     virtual void focusTitle() = 0;
     virtual void focusTokens() = 0;
-    virtual void setSaveButton(const Button &button) = 0;
-    virtual void setPublishButton(const Button &button) = 0;
-    virtual void setCalendarButton(const Button &button) = 0;
-    virtual void setDeleteToolTip(const QString &toolTip) = 0;
+    virtual void setButtons(const PostButtons &buttons) = 0;
     virtual void setActionsEnabled(bool enabled) = 0; ///< false while the screen has no blog to write for
     virtual void setSelectionStyle(const SelectionStyle &style) = 0;
-    /// A quiet line about the post's state; empty hides it.
-    virtual void setNotice(const QString &text) = 0;
+    /// A quiet line about the post's state, with a button if `action` names one; an empty text hides it.
+    virtual void setNotice(const QString &text, const QString &action = {}) = 0;
     virtual void setSaveState(const QString &text) = 0; ///< whether the writing is on this computer's disk
     virtual void hidePopupWindows() = 0; ///< completions, the delete question
 
@@ -50,8 +48,8 @@ public:
     virtual void hideLoadingView() = 0;
 
     // questions
-    virtual void showDeleteAlert(const QString &heading, const QString &title) = 0;
-    virtual void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow) = 0;
+    virtual void showDeleteAlert(const QString &heading, const QString &title, const QString &text) = 0;
+    virtual QCoro::Task<LinkAnswer> askForLink(PageLink link) = 0;
     /// The open panel for one picture. An empty URL: none was chosen.
     virtual QCoro::Task<QUrl> chooseMedia() = 0;
 
@@ -64,12 +62,11 @@ Q_SIGNALS:
     void didPressedSaveButton();
     void didPressedPublishButton();
     void didPressedDeleteButton();
+    void didPressedNoticeAction();
     void didPressedCancelUpload();
     void didPressedFormatButton(const QString &command); ///< "Bold", "Italic", "InsertOrderedList", ...
     void didPressedLinkButton();
     void didPressedInsertMedia();
     void alertViewDidDismissWithButtonIndex(int index); ///< of the delete question: 0 cancel, 1 delete
-    void addLinkDidClickDone(const QString &url, const QString &tooltip, bool newWindow);
-    void addLinkDidClickCancel();
     void didResignMain(); ///< the window lost the focus
 };

@@ -1,61 +1,66 @@
 #include "compose/DeleteFlow.h"
 
-DeleteFlow::DeleteFlow(const ComposeParts &parts, QObject *parent)
-    : QObject(parent)
-    , m_parts(parts)
+#include "model/LocalFileURL.h"
+
+DeleteFlow::DeleteFlow(ComposeHost &host, ComposeView &view, Prompts &prompts, PostOnScreen &screen)
+    : m_host(host)
+    , m_view(view)
+    , m_prompts(prompts)
+    , m_screen(screen)
 {
-    connect(&m_parts.view, &ComposeView::alertViewDidDismissWithButtonIndex, this,
-        &DeleteFlow::alertViewDidDismissWithButtonIndex);
-    connect(&m_parts.host.notifications(), &ZLNotifications::deletionDidEnd, this, [this] {
-        m_parts.state->deletedFiles.clear();
-        m_parts.view.setSaveState({});
+    connect(&m_host.notifications(), &ZLNotifications::deletionDidEnd, this, [this](const QUrl &file) {
+        m_deletedFiles.removeIf([&file](const QUrl &deleted) { return isSameFile(deleted, file); });
+        Q_EMIT didEnd();
     });
 }
 
-void DeleteFlow::didPressedDeleteButton()
+void DeleteFlow::ask()
 {
-    // A second call for a post that is in the blog's trash by then would delete it for good.
-    if (!m_parts.state->actionsEnabled || m_parts.overlay.isLoading(m_parts.screen.post()->id)
-        || m_parts.isBeingDeleted())
-        return;
-    m_askedGeneration = m_parts.screen.generation();
-    const bool isPage = m_parts.screen.post()->type == ZLWordpressPost::Page;
-    m_parts.view.showDeleteAlert(
-        isPage ? QStringLiteral("Deleting Page") : QStringLiteral("Deleting Post"), m_parts.view.title());
+    m_askedGeneration = m_screen.generation();
+    const bool isPage = m_screen.post()->type == ZLWordpressPost::Page;
+    m_view.showDeleteAlert(isPage ? QStringLiteral("Deleting Page") : QStringLiteral("Deleting Post"), m_view.title(),
+        isOnBlog() ? QStringLiteral("The blog puts it into its trash, where you can get it back.")
+                   : QStringLiteral("It is on this computer only and cannot be brought back."));
 }
 
-void DeleteFlow::alertViewDidDismissWithButtonIndex(int index)
+bool DeleteFlow::isOnBlog() const
 {
-    // The answer is about the post that the question named.
-    if (index == 1 && m_askedGeneration == m_parts.screen.generation())
-        deleteCurrentPost();
+    const LocalPostPtr row = m_screen.post()->localPost;
+    const bool isKeptCopy = row && row->status == ZLLocalPostRepresentation::ConflictSolved;
+    return m_screen.post()->status != ZLWordpressPost::New && !isKeptCopy;
 }
 
-void DeleteFlow::deleteCurrentPost()
+bool DeleteFlow::isBeingDeleted() const
 {
-    m_parts.screen.forgetFailedUpload();
-    const PostPtr post = m_parts.screen.post();
-    const LocalPostPtr row = post->localPost;
-    const bool isRemote =
-        post->status != ZLWordpressPost::New && !(row && row->status == ZLLocalPostRepresentation::ConflictSolved);
-    if (isRemote && !m_parts.host.isReachable()) {
-        m_parts.prompts.alert(
-            QStringLiteral("No internet connection! You have to be connected to delete an online post."));
+    return std::any_of(m_deletedFiles.cbegin(), m_deletedFiles.cend(),
+        [this](const QUrl &file) { return m_screen.isFileOnScreen(file); });
+}
+
+void DeleteFlow::deletePost()
+{
+    if (m_askedGeneration != m_screen.generation())
         return;
-    }
-    if (isRemote) {
-        if (row)
-            m_parts.state->deletedFiles.append(row->localFile);
-        m_parts.view.setSaveState(QStringLiteral("Deleting…"));
-        m_parts.host.deletePost(post);
+    if (!isOnBlog()) {
+        deleteHere();
+    } else if (m_host.isReachable()) {
+        m_deletedFiles.append(m_screen.currentDocument()->fileURL());
+        m_host.deletePost(m_screen.post());
+        Q_EMIT didBegin();
     } else {
-        if (row) {
-            m_parts.host.removeLocalPostFromList(row);
-            m_parts.host.deletePostAtLocalURL(row->localFile);
-        } else if (const DocumentPtr unwritten = m_parts.screen.currentDocument()) {
-            m_parts.host.documentController().forget(unwritten->fileURL());
-        }
-        Q_EMIT cleanEditorForNewPost();
+        m_prompts.alert(QStringLiteral("No internet connection! You have to be connected to delete an online post."));
+        return;
     }
-    Q_EMIT m_parts.host.notifications().didDeletePost();
+    Q_EMIT m_host.notifications().didDeletePost();
+}
+
+void DeleteFlow::deleteHere()
+{
+    const LocalPostPtr row = m_screen.post()->localPost;
+    if (const DocumentPtr document = m_screen.currentDocument())
+        m_host.documentController().forget(document->fileURL());
+    if (row) {
+        m_host.removeLocalPostFromList(row);
+        m_host.deletePostAtLocalURL(row->localFile);
+    }
+    Q_EMIT cleanEditorForNewPost();
 }

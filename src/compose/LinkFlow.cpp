@@ -2,53 +2,56 @@
 
 #include <QPointer>
 
-LinkFlow::LinkFlow(const ComposeParts &parts, QObject *parent)
-    : QObject(parent)
-    , m_parts(parts)
+LinkFlow::LinkFlow(ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, PostOnScreen &screen)
+    : m_host(host)
+    , m_page(page)
+    , m_view(view)
+    , m_prompts(prompts)
+    , m_screen(screen)
 {
-    connect(&m_parts.page, &ComposePage::openAddLink, this, &LinkFlow::showSheet);
-    connect(&m_parts.view, &ComposeView::addLinkDidClickDone, this, &LinkFlow::addLinkDidClickDone);
-    connect(&m_parts.view, &ComposeView::addLinkDidClickCancel, this, &LinkFlow::addLinkDidClickCancel);
 }
 
 QCoro::Task<void> LinkFlow::addLinkToCurrentSelection()
 {
     const QPointer<LinkFlow> self(this);
-    if (!m_parts.state->actionsEnabled || m_isAsking || m_parts.overlay.isLoading(m_parts.screen.post()->id))
+    const int generation = m_screen.generation();
+    QCoro::Task<std::optional<PageLink>> marking = m_page.addLinkMarkToCurrentSelection();
+    std::optional<PageLink> link = co_await marking;
+    if (!self || !link || generation != m_screen.generation())
         co_return;
-    m_isAsking = true;
-    const int generation = m_parts.screen.generation();
-    QCoro::Task<std::optional<PageLink>> marking = m_parts.page.addLinkMarkToCurrentSelection();
-    const PageLink link = (co_await marking).value_or(PageLink());
+    if (!link->isLink)
+        link->newWindow = m_host.boolForKey(QStringLiteral("linksInNewWindowByDefault"));
+    QCoro::Task<void> editing = edit(*link);
+    co_await editing;
+}
+
+QCoro::Task<void> LinkFlow::edit(PageLink link)
+{
+    const QPointer<LinkFlow> self(this);
+    const int generation = m_screen.generation();
+    QCoro::Task<LinkAnswer> asking = m_view.askForLink(link);
+    const LinkAnswer answer = co_await asking;
     if (!self)
         co_return;
-    m_isAsking = false;
-    if (generation != m_parts.screen.generation() || !m_parts.state->actionsEnabled)
-        co_return;
-    const bool newWindow = m_parts.host.boolForKey(QStringLiteral("linksInNewWindowByDefault"));
-    showSheet(link.url, link.tooltip, link.isLink ? link.newWindow : newWindow);
+    m_page.focus();
+    if (generation == m_screen.generation())
+        take(answer, link);
+    else if (answer.deed != LinkAnswer::Cancel)
+        m_prompts.alert(QStringLiteral("The link was not set."),
+            QStringLiteral("The text that it was for is not on the screen any more."));
 }
 
-void LinkFlow::showSheet(const QString &url, const QString &tooltip, bool newWindow)
+void LinkFlow::take(const LinkAnswer &answer, const PageLink &link)
 {
-    m_parts.state->actionsEnabled = false;
-    m_shownURL = url;
-    m_parts.view.showAddLinkSheet(url, tooltip, newWindow);
-}
-
-void LinkFlow::addLinkDidClickDone(const QString &url, const QString &tooltip, bool newWindow)
-{
+    const bool isUnchanged =
+        answer.url == link.url && answer.tooltip == link.tooltip && answer.newWindow == link.newWindow;
+    if (answer.deed == LinkAnswer::Cancel || (answer.deed == LinkAnswer::Done && link.isLink && isUnchanged))
+        return m_page.removeLinkMarkForCurrentSelection();
+    if (answer.deed == LinkAnswer::Remove)
+        return m_page.removeLink();
     // An address that is there already ("mailto:", "#top", "/about") stays as it is.
-    const bool isWhole = (url == m_shownURL && !url.isEmpty()) || url.startsWith(QLatin1String("http://"))
-        || url.startsWith(QLatin1String("https://"));
-    m_parts.state->actionsEnabled = true;
-    m_parts.page.focus();
-    m_parts.page.addLinkToSelection(isWhole ? url : QLatin1String("http://") + url, tooltip, newWindow);
-}
-
-void LinkFlow::addLinkDidClickCancel()
-{
-    m_parts.state->actionsEnabled = true;
-    m_parts.page.focus();
-    m_parts.page.removeLinkMarkForCurrentSelection();
+    const bool isWhole = (answer.url == link.url && !answer.url.isEmpty())
+        || answer.url.startsWith(QLatin1String("http://")) || answer.url.startsWith(QLatin1String("https://"));
+    m_page.addLinkToSelection(
+        isWhole ? answer.url : QLatin1String("http://") + answer.url, answer.tooltip, answer.newWindow);
 }

@@ -1,20 +1,25 @@
 #pragma once
 
-#include "compose/ComposeParts.h"
+#include "app/Prompts.h"
+#include "compose/ComposeView.h"
+#include "compose/PostOnScreen.h"
 
 /// The link sheet, for a new link around the selection or for a link that is there.
 class LinkFlow : public QObject {
     Q_OBJECT
 public:
-    explicit LinkFlow(const ComposeParts &parts, QObject *parent = nullptr);
+    LinkFlow(ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, PostOnScreen &screen);
+
+    /// For what is selected, or for the link under the cursor.
     QCoro::Task<void> addLinkToCurrentSelection();
+    QCoro::Task<void> edit(PageLink link);
 
 private:
-    void showSheet(const QString &url, const QString &tooltip, bool newWindow);
-    void addLinkDidClickDone(const QString &url, const QString &tooltip, bool newWindow);
-    void addLinkDidClickCancel();
+    void take(const LinkAnswer &answer, const PageLink &link);
 
-    ComposeParts m_parts;
-    bool m_isAsking = false; ///< the page for its link
-    QString m_shownURL; ///< of the link that the sheet was opened for
+    ComposeHost &m_host;
+    ComposePage &m_page;
+    ComposeView &m_view;
+    Prompts &m_prompts;
+    PostOnScreen &m_screen;
 };

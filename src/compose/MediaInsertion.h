@@ -1,24 +1,32 @@
 #pragma once
 
-#include "compose/ComposeParts.h"
+#include "app/Prompts.h"
+#include "compose/ComposeView.h"
+#include "compose/PostOnScreen.h"
 
-/// Inserting a picture from the open panel: the chosen file is copied into the cache folder and goes into the page as
-/// it is.
+/// Inserting pictures: each file is copied into the cache folder and goes into the page as it is.
 class MediaInsertion : public QObject {
     Q_OBJECT
 public:
-    explicit MediaInsertion(const ComposeParts &parts, QObject *parent = nullptr);
-    QCoro::Task<void> insertMedia();
+    MediaInsertion(ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, PostOnScreen &screen);
 
-Q_SIGNALS:
-    void setPostContent(const QString &html);
+    /// Asks for a file by the open panel.
+    QCoro::Task<void> insertMedia();
+    /// Files that were dropped or pasted.
+    QCoro::Task<void> insertPictures(QList<QUrl> files);
+    /// A picture that has no file, such as a screenshot from the clipboard.
+    QCoro::Task<void> insertPicture(QByteArray png);
 
 private:
-    bool isUploading() const;
-    /// The copy's address; empty when it could not be made.
-    QUrl copyIntoCacheFolder(const QString &file) const;
+    /// The copy's address; empty when it could not be made, which was said.
+    QUrl copyIntoCacheFolder(const QUrl &file);
+    QString pathInCacheFolder(const QString &suffix) const; ///< null when there is no cache folder
+    QCoro::Task<void> addToPage(QList<QUrl> copies);
     bool linksToFullImage(const QUrl &copy) const;
 
-    ComposeParts m_parts;
-    bool m_isChoosing = false;
+    ComposeHost &m_host;
+    ComposePage &m_page;
+    ComposeView &m_view;
+    Prompts &m_prompts;
+    PostOnScreen &m_screen;
 };

@@ -1,23 +1,20 @@
 #include "compose/PostOnScreen.h"
 
+#include "model/ConflictResolver.h"
 #include "model/LocalFileURL.h"
 #include "model/PostSync.h"
 #include "platform/ZLLog.h"
+#include "text/BlankContent.h"
 #include "text/RandomString.h"
 
 #include <QPointer>
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace {
 constexpr int idLength = 8;
 constexpr int rememberedPosts = 8;
 
-QString localStatus(int postStatus)
-{
-    return postStatus != ZLWordpressPost::New ? QStringLiteral("modified") : QStringLiteral("new");
-}
 } // namespace
 
 PostOnScreen::PostOnScreen(ComposeHost &host, QObject *parent)
@@ -29,306 +26,91 @@ PostOnScreen::PostOnScreen(ComposeHost &host, QObject *parent)
 
 PostOnScreen::~PostOnScreen()
 {
-    if (m_document)
-        m_document->disconnect(this);
-    saveDocument();
-}
-
-void PostOnScreen::setBlankPost(const PostPtr &post)
-{
-    leaveDocument();
-    ++m_openRequest;
-    leavePost();
-    m_post = post;
-    m_promotedRow = nullptr;
-    m_rowIsSelected = false;
-    m_isLeavingBlankPost = false;
-}
-
-QCoro::Task<bool> PostOnScreen::open(LocalPostPtr row)
-{
-    const QPointer<PostOnScreen> self(this);
-    leaveDocument();
-    m_rowIsSelected = false;
-    const int request = ++m_openRequest;
-    m_isLeavingBlankPost |= std::exchange(m_isNewPostNotInList, false);
-    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
-    const Result<DocumentPtr> opened = co_await opening;
-    if (!self || request != m_openRequest)
-        co_return false;
-    const bool wasBlank = std::exchange(m_isLeavingBlankPost, false);
-    if (!opened) {
-        m_isNewPostNotInList = wasBlank && !m_post->localPost;
-        co_return false;
-    }
-    leavePost();
-    m_promotedRow = nullptr;
-    m_post = (*opened)->wordpressPost();
-    m_post->localPost = row;
-    m_shown = Texts::of(**opened);
-    setDocument(*opened);
-    m_rowIsSelected = true;
-    co_return true;
-}
-
-QCoro::Task<PostOnScreen::Reopened> PostOnScreen::reopen(LocalPostPtr row)
-{
-    const QPointer<PostOnScreen> self(this);
-    const int generation = m_generation;
-    const int request = m_openRequest;
-    saveDocument();
-    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
-    const Result<DocumentPtr> opened = co_await opening;
-    if (!self || !opened || generation != m_generation || request != m_openRequest)
-        co_return Reopened::No;
-    const Texts texts = Texts::of(**opened);
-    const bool isAsShown = std::exchange(m_shown, texts) == texts;
-    if (!isAsShown)
-        leavePost();
-    m_post = (*opened)->wordpressPost();
-    m_post->localPost = row;
-    setDocument(*opened);
-    co_return isAsShown ? Reopened::AsShown : Reopened::Changed;
-}
-
-void PostOnScreen::leavePost()
-{
-    m_postsBefore.append({m_generation++, m_post});
-    if (m_postsBefore.size() > rememberedPosts)
-        m_postsBefore.removeFirst();
-}
-
-PostOnScreen::Texts PostOnScreen::Texts::of(const ZLDocument &document)
-{
-    return {document.post.title, document.storedContent(), document.post.taxonomies};
-}
-
-void PostOnScreen::replaceAfterUpload(const PostPtr &returned, const LocalPostPtr &row)
-{
-    m_post = returned;
-    if (row)
-        m_post->localPost = row;
-    // The outcome that brought this post has saved and closed the document; the next edit opens the file again.
     setDocument(nullptr);
 }
 
-QUrl PostOnScreen::newFileURL() const
+bool PostOnScreen::isInConflict() const
 {
-    // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
-    // save or publish.
-    return QUrl::fromLocalFile(PostSync::postPath(m_host.postPathForPostId(genRandString(idLength))));
-}
-
-LocalPostPtr PostOnScreen::writeFirstVersion(const PostPtr &post)
-{
-    const QUrl file = newFileURL();
-    if (const Result<void> written = post->saveAtPath(pathOfFileURL(file), QStringLiteral("zalmo")); !written) {
-        ZLLog(written.error().description);
-        return nullptr;
-    }
-    return insertOnList(post, file, QStringLiteral(""), QStringLiteral(""));
-}
-
-LocalPostPtr PostOnScreen::insertOnList(
-    const PostPtr &post, const QUrl &file, const QString &title, const QString &content)
-{
-    auto row = std::make_shared<ZLLocalPostRepresentation>();
-    row->title = title;
-    row->content = content;
-    row->localFile = file;
-    row->status = ZLLocalPostRepresentation::New;
-    m_host.insertPost(0, row);
-    post->localPost = row;
-    Q_EMIT m_host.notifications().didUpdatePosts();
-    return row;
-}
-
-DocumentPtr PostOnScreen::keepInMemory(const PostPtr &post)
-{
-    post->localFile = newFileURL();
-    const DocumentPtr document =
-        m_host.documentController().unwrittenDocument(post->localFile, post->generateXMLDataFileInfo(nullptr));
-    connect(document.get(), &ZLDocument::didSave, &m_lateWriting, [this, post, document = document.get()] {
-        if (!post->localPost)
-            didWriteLate(post, *document);
-    });
-    return document;
-}
-
-void PostOnScreen::didWriteLate(const PostPtr &post, const ZLDocument &document)
-{
-    insertOnList(post, document.fileURL(), document.post.title, document.post.content);
-    if (m_document.get() != &document)
-        return;
-    m_rowIsSelected = true;
-    if (m_rows)
-        m_rows->selectRowWithoutLoad(0);
-}
-
-QCoro::Task<Result<DocumentPtr>> PostOnScreen::openRow(LocalPostPtr row)
-{
-    QCoro::Task<Result<DocumentPtr>> opening =
-        m_host.documentController().openDocumentWithContentsOfURL(row->localFile);
-    Result<DocumentPtr> opened = co_await opening;
-    if (!opened)
-        ZLLog(opened.error().description);
-    co_return opened;
-}
-
-void PostOnScreen::takeDocument(const LocalPostPtr &row, const DocumentPtr &document)
-{
-    if (m_promotedRow && isSameFile(m_promotedRow->localFile, row->localFile)) {
-        const LocalPostPtr promoted = std::exchange(m_promotedRow, nullptr);
-        m_post = document->wordpressPost();
-        m_post->localPost = promoted;
-        m_shown = Texts::of(*document);
-    }
-    if (isFileOnScreen(row->localFile))
-        setDocument(document);
-}
-
-void PostOnScreen::followRow()
-{
-    const LocalPostPtr row = m_post->localPost;
-    const LocalPostPtr listed = row ? m_host.rowForFile(row->localFile) : nullptr;
-    if (!listed)
-        return;
-    m_post->localPost = listed;
-    if (m_promotedRow)
-        m_promotedRow = listed;
-}
-
-QCoro::Task<bool> PostOnScreen::createNewPostOnList()
-{
-    const QPointer<PostOnScreen> self(this);
-    m_isNewPostNotInList = false;
-    const LocalPostPtr row = writeFirstVersion(m_post);
-    if (!row) {
-        setDocument(keepInMemory(m_post));
-        m_shown = Texts::of(*m_document);
-        co_return m_document->saveDocument().has_value(); // tried again, so that the failure is said
-    }
-    m_promotedRow = row;
-    QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
-    m_rowIsSelected = true;
-    if (m_rows)
-        m_rows->selectRowWithoutLoad(0);
-    const Result<DocumentPtr> opened = co_await opening;
-    if (!self || !opened)
-        co_return false;
-    takeDocument(row, *opened);
-    co_return true;
-}
-
-QCoro::Task<bool> PostOnScreen::becomeReady()
-{
-    const QPointer<PostOnScreen> self(this);
-    const int generation = m_generation;
-    const LocalPostPtr row = m_post->localPost;
-    if (!row && m_document) {
-        const Result<void> written = m_document->saveDocument();
-        if (!written)
-            Q_EMIT didFailToPromote(written.error());
-        co_return written.has_value();
-    }
-    if (!row) {
-        QCoro::Task<bool> promoting = createNewPostOnList();
-        const bool promoted = co_await promoting;
-        co_return promoted &&self &&generation == m_generation;
-    }
-    if (!m_document) {
-        QCoro::Task<Result<DocumentPtr>> opening = openRow(row);
-        const Result<DocumentPtr> opened = co_await opening;
-        if (self && opened)
-            takeDocument(row, *opened);
-    }
-    co_return self &&generation == m_generation;
-}
-
-void PostOnScreen::write(Mark mark, const Edit &edit)
-{
-    const LocalPostPtr row = m_post->localPost;
-    if (!m_document) {
-        if (row)
-            reopenAndWrite(row->localFile, {mark, m_post->status, row->status, edit});
-        else
-            writeFirstEdit(m_post, mark, edit);
-        return;
-    }
-    apply(edit, *m_document);
-    // A change of the tokens leaves the status of an open document alone: that is settled. Meant is that every edit
-    // marks the file as changed here.
-    if (mark == Mark::Always)
-        m_document->fileInfo.status = localStatus(m_post->status);
-    m_document->updateChangeCount();
-}
-
-void PostOnScreen::writeToPostBefore(int generation, Mark mark, const Edit &edit)
-{
-    const auto before = std::find_if(m_postsBefore.cbegin(), m_postsBefore.cend(),
-        [generation](const PostBefore &left) { return left.generation == generation; });
-    if (before == m_postsBefore.cend())
-        return;
-    const PostPtr post = before->post;
-    if (const LocalPostPtr row = post->localPost)
-        reopenAndWrite(row->localFile, {mark, post->status, row->status, edit});
-    else
-        writeFirstEdit(post, mark, edit);
-}
-
-void PostOnScreen::writeFirstEdit(const PostPtr &post, Mark mark, const Edit &edit)
-{
-    DocumentPtr document = m_host.documentController().documentForURL(post->localFile);
-    if (const LocalPostPtr row = document ? nullptr : writeFirstVersion(post)) {
-        reopenAndWrite(row->localFile, {mark, post->status, row->status, edit});
-        return;
-    }
-    if (!document)
-        document = keepInMemory(post);
-    edit(*document);
-    document->updateChangeCount();
-}
-
-void PostOnScreen::apply(const Edit &edit, ZLDocument &document)
-{
-    // A document that a sync has changed is not what the screen shows, whatever is typed into it.
-    const bool wasShown = m_shown == Texts::of(document);
-    edit(document);
-    if (wasShown)
-        m_shown = Texts::of(document);
-}
-
-QCoro::Task<void> PostOnScreen::reopenAndWrite(QUrl file, PendingEdit pending)
-{
-    const QPointer<PostOnScreen> self(this);
-    QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
-    const Result<DocumentPtr> opened = co_await opening;
-    const bool isOnScreen = self && isFileOnScreen(file);
-    if (!opened) {
-        ZLLog(opened.error().description);
-        if (isOnScreen)
-            Q_EMIT documentDidFailToSave(opened.error());
-        co_return;
-    }
-    const DocumentPtr document = *opened;
-    if (isOnScreen)
-        apply(pending.edit, *document);
-    else
-        pending.edit(*document);
-    const bool isSolvedConflict =
-        pending.postStatus != ZLWordpressPost::New && pending.rowStatus == ZLLocalPostRepresentation::ConflictSolved;
-    if (pending.mark != Mark::Never && !isSolvedConflict)
-        document->fileInfo.status = localStatus(pending.postStatus);
-    document->updateChangeCount();
-    if (isOnScreen)
-        setDocument(document);
-    else
-        std::ignore = document->saveDocument(); // a failure is said by the document controller
+    return m_document && m_document->isInConflict();
 }
 
 bool PostOnScreen::isFileOnScreen(const QUrl &file) const
 {
-    return m_post->localPost && isSameFile(m_post->localPost->localFile, file);
+    return m_document && isSameFile(m_document->fileURL(), file);
+}
+
+// Which post is here
+
+void PostOnScreen::setBlankPost(const PostPtr &post)
+{
+    ++m_openRequest;
+    leavePost();
+    setDocument(nullptr);
+    m_post = post;
+    m_shown = {};
+    m_rowIsSelected = m_isOpening = false;
+    if (m_rows)
+        m_rows->selectFileWithoutLoad({}); // the post of the row is not here any more
+}
+
+QCoro::Task<PostOnScreen::Came> PostOnScreen::open(LocalPostPtr row)
+{
+    const QPointer<PostOnScreen> self(this);
+    const int request = ++m_openRequest;
+    m_rowIsSelected = false;
+    m_isOpening = true;
+    QCoro::Task<Result<DocumentPtr>> opening =
+        m_host.documentController().openDocumentWithContentsOfURL(row->localFile);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!opened)
+        ZLLog(opened.error().description);
+    if (!self || request != m_openRequest)
+        co_return Came::No;
+    m_isOpening = false;
+    if (!opened)
+        co_return Came::No;
+    m_rowIsSelected = true;
+    if (m_document == *opened) {
+        m_post->localPost = row;
+        co_return readAgain();
+    }
+    leavePost();
+    setDocument(*opened);
+    m_post = m_document->wordpressPost();
+    m_post->localPost = row;
+    m_shown = Texts::of(*m_document);
+    co_return Came::Another;
+}
+
+PostOnScreen::Came PostOnScreen::readAgain()
+{
+    if (!m_document->hasUnautosavedChanges() || m_document->saveDocument()) {
+        // An outcome has put the texts in as they came; the file's reader gives them as they are shown.
+        if (const Result<void> read = m_document->revertDocument(); !read)
+            ZLLog(read.error().description);
+    }
+    Texts texts = Texts::of(*m_document);
+    const bool isAsShown = texts == m_shown;
+    if (!isAsShown)
+        leavePost();
+    m_shown = std::move(texts);
+    const LocalPostPtr row = m_post->localPost;
+    m_post = m_document->wordpressPost();
+    m_post->localPost = row;
+    return isAsShown ? Came::AsShown : Came::SamePost;
+}
+
+void PostOnScreen::leavePost()
+{
+    m_postsBefore.append({m_generation++, m_post, m_host.getBlogName()});
+    if (m_postsBefore.size() > rememberedPosts)
+        m_postsBefore.removeFirst();
+}
+
+void PostOnScreen::followRow()
+{
+    if (const LocalPostPtr listed = m_document ? m_host.rowForFile(m_document->fileURL()) : nullptr)
+        m_post->localPost = listed;
 }
 
 void PostOnScreen::setDocument(const DocumentPtr &document)
@@ -338,7 +120,7 @@ void PostOnScreen::setDocument(const DocumentPtr &document)
     if (m_document) {
         m_document->disconnect(this);
         // When it cannot be written the document controller keeps it, and with it its text.
-        saveDocument();
+        m_document->close();
     }
     m_document = document;
     if (!m_document)
@@ -346,41 +128,153 @@ void PostOnScreen::setDocument(const DocumentPtr &document)
     connect(m_document.get(), &ZLDocument::didChange, this, &PostOnScreen::documentDidChange);
     connect(m_document.get(), &ZLDocument::didSave, this, &PostOnScreen::documentDidSave);
     connect(m_document.get(), &ZLDocument::didFailToSave, this, &PostOnScreen::documentDidFailToSave);
-    // An outcome or a deletion is done with it; the next edit asks for the file's document again.
-    connect(m_document.get(), &ZLDocument::didClose, this, [this] { setDocument(nullptr); });
 }
 
-void PostOnScreen::leaveDocument()
+PostOnScreen::Texts PostOnScreen::Texts::of(const ZLDocument &document)
 {
-    const DocumentPtr document = m_document;
-    if (!document)
+    return {document.post.title, document.storedContent(), document.post.taxonomies};
+}
+
+// Edits
+
+bool PostOnScreen::change(const Edit &edit)
+{
+    if (!m_host.selectedAccount())
+        return false; // there is no blog yet whose list the post could join
+    if (!m_document)
+        setDocument(makeFile(m_post, m_host.getBlogName()));
+    edit(*m_document);
+    m_document->updateChangeCount();
+    return true;
+}
+
+void PostOnScreen::setTitle(const QString &title)
+{
+    if (!change([&title](ZLDocument &document) { document.post.title = title; }))
         return;
-    setDocument(nullptr);
-    document->close();
+    m_post->title = m_shown.title = title;
+    if (RowUpdates *rows = rowUpdates())
+        rows->setTitleToSelectedPost(title);
 }
 
-void PostOnScreen::saveDocument()
+void PostOnScreen::setContent(const QString &html)
 {
-    if (m_document && m_document->hasUnautosavedChanges())
-        std::ignore = m_document->saveDocument();
-}
-
-void PostOnScreen::giveIdIfNone()
-{
-    if (!m_post->id.isEmpty())
+    const QString stored = m_document ? m_document->storedContent() : QString();
+    if (html == stored || (BlankContent::is(html) && BlankContent::is(stored)))
         return;
-    m_post->id = genRandString(idLength);
-    // With the id in the file the overlay finds its post again when the writer comes back to it during the upload.
-    write(Mark::Never, [id = m_post->id](ZLDocument &document) { document.postInfo.id = id; });
+    if (!change([&html](ZLDocument &document) { document.post.content = html; }))
+        return;
+    m_shown.content = html;
+    if (RowUpdates *rows = rowUpdates())
+        rows->setContentToSelectedPost(html);
 }
 
-void PostOnScreen::forgetFailedUpload()
+void PostOnScreen::setTokens(const QStringList &tokens)
 {
-    if (m_document)
-        m_post->status = m_document->wordpressPost()->status;
+    if (!change([&tokens](ZLDocument &document) { document.post.setTaxonomiesFromStringArray(tokens); }))
+        return;
+    m_shown.taxonomies = m_document->post.taxonomies;
+    if (RowUpdates *rows = rowUpdates())
+        rows->setStatusToSelectedPost(ZLLocalPostRepresentation::Modified);
 }
 
-QString PostOnScreen::titleForBlog(const QString &shown) const
+void PostOnScreen::setContentOfPostBefore(int generation, const QString &html)
 {
-    return m_document ? m_document->storedTitle(shown) : shown;
+    const auto before = std::find_if(m_postsBefore.cbegin(), m_postsBefore.cend(),
+        [generation](const PostBefore &left) { return left.generation == generation; });
+    if (before == m_postsBefore.cend() || (before->post->localFile.isEmpty() && BlankContent::is(html)))
+        return;
+    const PostPtr post = before->post;
+    if (post->localFile.isEmpty())
+        makeFile(post, before->blogName);
+    changeElsewhere(post->localPost ? post->localPost->localFile : post->localFile,
+        [html](ZLDocument &document) { document.post.content = html; });
+}
+
+QCoro::Task<void> PostOnScreen::changeElsewhere(QUrl file, Edit edit)
+{
+    QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
+    const Result<DocumentPtr> opened = co_await opening;
+    if (!opened) {
+        ZLLog(opened.error().description);
+        co_return;
+    }
+    const DocumentPtr document = *opened;
+    edit(*document);
+    document->updateChangeCount();
+    std::ignore = document->saveDocument(); // a failure is said by the document controller
+}
+
+// Files
+
+QUrl PostOnScreen::newFileURL(const QString &blogName) const
+{
+    // This random id names the folder only. The post itself has none yet: the id in its file is settled by the first
+    // save or publish.
+    return QUrl::fromLocalFile(PostSync::postPath(m_host.postPath(blogName, genRandString(idLength))));
+}
+
+DocumentPtr PostOnScreen::makeFile(const PostPtr &post, const QString &blogName)
+{
+    post->localFile = newFileURL(blogName);
+    const DocumentPtr document =
+        m_host.documentController().unwrittenDocument(post->localFile, post->generateXMLDataFileInfo(nullptr));
+    connect(document.get(), &ZLDocument::didSave, &m_firstWriting, [this, post, blogName, document = document.get()] {
+        if (!post->localPost)
+            didWriteFirst(post, *document, blogName);
+    });
+    std::ignore = document->saveDocument(); // a failure is said by the document controller, which keeps the document
+    return document;
+}
+
+void PostOnScreen::didWriteFirst(const PostPtr &post, const ZLDocument &document, const QString &blogName)
+{
+    auto row = std::make_shared<ZLLocalPostRepresentation>();
+    row->title = document.post.title;
+    row->content = BlankContent::is(document.post.content) ? QStringLiteral("") : document.post.content;
+    row->localFile = document.fileURL();
+    row->status = ZLLocalPostRepresentation::New;
+    post->localPost = row;
+    if (blogName != m_host.getBlogName())
+        return; // its row is there when that blog is chosen again
+    m_host.insertPost(0, row);
+    Q_EMIT m_host.notifications().didUpdatePosts();
+    if (post != m_post || m_isOpening)
+        return;
+    m_rowIsSelected = true;
+    if (m_rows)
+        m_rows->selectFileWithoutLoad(row->localFile);
+}
+
+Result<void> PostOnScreen::becomeStored()
+{
+    if (!m_document)
+        setDocument(makeFile(m_post, m_host.getBlogName()));
+    return m_document->hasUnautosavedChanges() ? m_document->saveDocument() : Result<void>();
+}
+
+PostPtr PostOnScreen::postToSend(const QString &content)
+{
+    if (m_document->post.id.isEmpty()) {
+        m_post->id = m_document->post.id = genRandString(idLength);
+        m_document->updateChangeCount();
+    }
+    const auto sent = std::make_shared<ZLWordpressPost>(*m_post);
+    sent->title = m_document->storedTitle();
+    sent->content = content;
+    sent->taxonomies = m_document->post.taxonomies;
+    sent->synced = m_document->syncedPost();
+    return sent;
+}
+
+Result<void> PostOnScreen::becomeNewPost()
+{
+    const Result<QUrl> made = ConflictResolver::makeNewPost(m_post->localPost, m_host.documentController());
+    if (!made)
+        return failure(made.error());
+    m_host.loadLocalPosts();
+    followRow();
+    if (m_rows)
+        m_rows->selectFileWithoutLoad(*made);
+    return {};
 }

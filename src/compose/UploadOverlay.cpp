@@ -3,14 +3,14 @@
 #include <array>
 
 namespace {
-const std::array stepTexts{
+constexpr std::array stepTexts{
     "Preparing...",
     "Syncing categories and tags...",
     "Syncing images...",
     "Uploading content...",
     "Finishing...",
 };
-const std::array headingTexts{
+constexpr std::array headingTexts{
     "Publishing Article",
     "Updating Article",
     "Saving Draft",
@@ -19,110 +19,76 @@ const std::array headingTexts{
     "Updating Draft",
     "Moving to Drafts",
 };
-
-template <std::size_t N>
-QString textAt(const std::array<const char *, N> &texts, int index)
-{
-    return index >= 0 && index < int(N) ? QString::fromLatin1(texts[std::size_t(index)]) : QLatin1String("");
-}
 } // namespace
 
-UploadOverlay::UploadOverlay(ComposeHost &host, ComposeView &view, QObject *parent)
-    : QObject(parent)
-    , m_host(host)
-    , m_view(view)
+UploadOverlay::UploadOverlay(ComposeView &view)
+    : m_view(view)
 {
 }
 
-QString UploadOverlay::stepText(int step)
+QString UploadOverlay::stepText(Upload::Step step)
 {
-    return textAt(stepTexts, step);
+    return QString::fromLatin1(stepTexts.at(std::size_t(step)));
 }
 
-QString UploadOverlay::headingText(int heading)
+QString UploadOverlay::headingText(Heading heading)
 {
-    return textAt(headingTexts, heading);
+    return QString::fromLatin1(headingTexts.at(std::size_t(heading)));
 }
 
-bool UploadOverlay::matches(const ZLWordpressPost &onScreen, const ZLWordpressPost &other)
+UploadOverlay::Heading UploadOverlay::headingOf(const ZLWordpressPost &sent, int kind, const QDateTime &now)
 {
-    return onScreen.id.isEmpty() ? onScreen.title == other.title : onScreen.id == other.id;
-}
-
-void UploadOverlay::addPostForLoadingList(const PostPtr &post, int heading)
-{
-    if (post->id.isEmpty() || loadingPostIds.contains(post->id))
-        return;
-    loadingPostIds.append(post->id);
-    loadingPostStatuses[post->id] = Preparing;
-    loadingPostTypes[post->id] = heading;
-    m_sentPosts[post->id] = post;
-    m_blogNames[post->id] = m_host.getBlogName();
-}
-
-void UploadOverlay::removePostFromLoadingList(const QString &id)
-{
-    loadingPostIds.removeAll(id);
-    loadingPostStatuses.remove(id);
-    loadingPostTypes.remove(id);
-    m_sentPosts.remove(id);
-    m_blogNames.remove(id);
-}
-
-void UploadOverlay::removePostOfRow(const LocalPostPtr &row)
-{
-    for (const QString &id : QStringList(loadingPostIds)) {
-        if (m_sentPosts.value(id)->localPost == row)
-            removePostFromLoadingList(id);
+    const bool isNew = kind == ZLWordpressService::NewPost;
+    if (sent.status == ZLWordpressPost::Draft) {
+        const bool wasPublished = sent.localPost && sent.localPost->published;
+        return isNew ? Heading::SavingDraft : wasPublished ? Heading::MovingToDrafts : Heading::UpdatingDraft;
     }
+    if (isInFuture(sent, now))
+        return Heading::SchedulingArticle;
+    // Making a draft public reads "Updating Article", deliberately.
+    return isNew ? Heading::PublishingArticle : Heading::UpdatingArticle;
 }
 
-void UploadOverlay::show(int heading, int step, const QString &blogName)
+void UploadOverlay::follow(Upload *upload, const QDateTime &now)
 {
-    m_heading = heading;
-    m_isShowingLoadingView = true;
-    m_view.showLoadingView(headingText(heading), stepText(step), blogName);
-}
-
-void UploadOverlay::showLoadingView(int heading)
-{
-    show(heading, Preparing, m_host.getBlogName());
-}
-
-void UploadOverlay::hideLoadingView()
-{
-    if (!m_isShowingLoadingView)
+    if (upload == m_upload)
         return;
-    m_isShowingLoadingView = false;
+    hide();
+    if (!upload)
+        return;
+    m_upload = upload;
+    m_heading = headingText(headingOf(*upload->post(), upload->kind(), now));
+    m_view.showLoadingView(m_heading, stepText(upload->step()), upload->blogName());
+    connect(upload, &Upload::changed, this, &UploadOverlay::update);
+    connect(upload, &Upload::ended, this, &UploadOverlay::end);
+    if (upload->outcome())
+        end(*upload->outcome());
+}
+
+void UploadOverlay::update()
+{
+    m_view.updateLoadingView(m_heading, stepText(m_upload->step()));
+    m_view.setUploadProgress(m_upload->progress());
+}
+
+void UploadOverlay::end(const UploadOutcome &outcome)
+{
+    const UploadOutcome told = outcome; // hiding lets go of the upload that holds it
+    hide();
+    Q_EMIT ended(told);
+}
+
+void UploadOverlay::hide()
+{
+    if (!m_upload)
+        return;
+    m_upload->disconnect(this);
+    m_upload = nullptr;
     m_view.hideLoadingView();
 }
 
-void UploadOverlay::follow(const PostPtr &onScreen)
+void UploadOverlay::cancel()
 {
-    if (!isLoading(onScreen->id))
-        hideLoadingView();
-    else
-        show(loadingPostTypes[onScreen->id], loadingPostStatuses[onScreen->id], m_blogNames[onScreen->id]);
-}
-
-void UploadOverlay::didUpdateLoadingStatus(const PostPtr &post, int step, const PostPtr &onScreen)
-{
-    if (isLoading(post->id))
-        loadingPostStatuses[post->id] = step;
-    if (m_isShowingLoadingView && matches(*onScreen, *post))
-        m_view.updateLoadingView(headingText(m_heading), stepText(step));
-}
-
-void UploadOverlay::didSendBodyData(const PostPtr &post, float progress, const PostPtr &onScreen)
-{
-    if (m_isShowingLoadingView && post && matches(*onScreen, *post))
-        m_view.setUploadProgress(progress);
-}
-
-void UploadOverlay::cancel(const PostPtr &onScreen)
-{
-    const PostPtr sent = m_sentPosts.value(onScreen->id, onScreen);
-    m_host.cancelUploadOfPost(sent);
-    removePostFromLoadingList(onScreen->id);
-    hideLoadingView();
+    if (m_upload)
+        m_upload->cancel();
 }

@@ -4,6 +4,22 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <QScopeGuard>
+
+namespace {
+QDateTime withSecondsAtZero(const QDateTime &date)
+{
+    const QTime time = date.time();
+    return QDateTime(date.date(), QTime(time.hour(), time.minute()), date.timeSpec());
+}
+
+/// Marks a flow as under way for as long as the guard lives.
+auto busy(const std::shared_ptr<bool> &isBusy)
+{
+    *isBusy = true;
+    return qScopeGuard([isBusy] { *isBusy = false; });
+}
+} // namespace
 
 ZLMainWindowCreateViewController::ZLMainWindowCreateViewController(
     ComposeHost &host, ComposePage &page, ComposeView &view, Prompts &prompts, QObject *parent)
@@ -13,27 +29,21 @@ ZLMainWindowCreateViewController::ZLMainWindowCreateViewController(
     , m_view(view)
     , m_prompts(prompts)
     , m_screen(host)
-    , m_overlay(host, view)
-    , m_buttons(view)
-    , m_parts{host, page, view, prompts, m_screen, m_overlay}
-    , m_save(m_parts)
-    , m_publish(m_parts)
-    , m_delete(m_parts)
-    , m_media(m_parts)
-    , m_links(m_parts)
-    , m_outcome(m_parts, m_buttons)
+    , m_overlay(view)
+    , m_send(host, page, view, prompts, m_screen)
+    , m_conflict(host, page, prompts, m_screen)
+    , m_delete(host, view, prompts, m_screen)
+    , m_media(host, page, view, prompts, m_screen)
+    , m_links(host, page, view, prompts, m_screen)
 {
     observeView();
     observePage();
+    observeDocument();
     observeNotifications();
-    observeScreen();
-    connect(
-        &m_delete, &DeleteFlow::cleanEditorForNewPost, this, &ZLMainWindowCreateViewController::cleanEditorForNewPost);
-    connect(&m_media, &MediaInsertion::setPostContent, this,
-        [this](const QString &html) { setPostContent(html, m_screen.generation()); });
+    observeFlows();
     if (QCoreApplication *app = QCoreApplication::instance())
         connect(app, &QCoreApplication::aboutToQuit, this, &ZLMainWindowCreateViewController::saveDocuments);
-    cleanEditorForNewPost();
+    newPost();
     makeTitleBecomeFirstResponder();
 }
 
@@ -42,15 +52,16 @@ ZLMainWindowCreateViewController::~ZLMainWindowCreateViewController() = default;
 void ZLMainWindowCreateViewController::observeView()
 {
     using Self = ZLMainWindowCreateViewController;
-    connect(&m_view, &ComposeView::titleDidBeginEditing, this, &Self::promoteIfBlank);
-    connect(&m_view, &ComposeView::titleDidChange, this, &Self::titleDidChange);
-    connect(&m_view, &ComposeView::tokensDidChange, this, &Self::updateTaxonomiesAtLocalFile);
+    const auto runs = [this](PostAction action) { return [this, action] { doActionForCurrentPost(action); }; };
+    connect(&m_view, &ComposeView::titleDidChange, this, [this] { m_screen.setTitle(m_view.title()); });
+    connect(&m_view, &ComposeView::tokensDidChange, this, [this] { m_screen.setTokens(m_view.tokens()); });
     connect(&m_view, &ComposeView::fieldDidTakeFocus, this, &Self::hidePopupWindows);
     connect(&m_view, &ComposeView::insertTabInTitle, this, [this] { m_page.focus(); });
-    connect(&m_view, &ComposeView::didPressedSaveButton, this, &Self::didPressedSaveButton);
-    connect(&m_view, &ComposeView::didPressedPublishButton, this, &Self::didPressedPublishButton);
-    connect(&m_view, &ComposeView::didPressedDeleteButton, this, &Self::didPressedDeleteButton);
-    connect(&m_view, &ComposeView::didPressedCancelUpload, this, [this] { m_overlay.cancel(m_screen.post()); });
+    connect(&m_view, &ComposeView::didPressedSaveButton, this, runs(PostAction::Save));
+    connect(&m_view, &ComposeView::didPressedPublishButton, this, runs(PostAction::Publish));
+    connect(&m_view, &ComposeView::didPressedDeleteButton, this, runs(PostAction::Delete));
+    connect(&m_view, &ComposeView::didPressedNoticeAction, this, [this] { doActionForCurrentPost(m_notice.action); });
+    connect(&m_view, &ComposeView::didPressedCancelUpload, &m_overlay, &UploadOverlay::cancel);
     connect(&m_view, &ComposeView::didPressedFormatButton, this, &Self::execCommand);
     connect(&m_view, &ComposeView::didPressedLinkButton, this, &Self::addLinkToCurrentSelection);
     connect(&m_view, &ComposeView::didPressedInsertMedia, this, &Self::insertMedia);
@@ -60,32 +71,43 @@ void ZLMainWindowCreateViewController::observeView()
 void ZLMainWindowCreateViewController::observePage()
 {
     using Self = ZLMainWindowCreateViewController;
-    connect(&m_page, &ComposePage::setPostContent, this, &Self::setPostContent);
+    connect(&m_page, &ComposePage::setPostContent, this, [this](const QString &html, int generation) {
+        if (generation == m_screen.generation())
+            m_screen.setContent(html);
+        else
+            m_screen.setContentOfPostBefore(generation, html);
+    });
     connect(&m_page, &ComposePage::selectionChanged, this,
         [this](const QString &, const SelectionStyle &style) { m_view.setSelectionStyle(style); });
     connect(&m_page, &ComposePage::focusTitleRequested, this, &Self::makeTitleBecomeFirstResponder);
     connect(&m_page, &ComposePage::focusTokensRequested, this, [this] { m_view.focusTokens(); });
     connect(&m_page, &ComposePage::crashed, this, [this] { loadContent(ComposePage::Loading::NewPost); });
     connect(&m_page, &ComposePage::gaveUp, this, [this] {
-        m_view.setNotice(QStringLiteral("The editor could not show this post. Choose another one, then this one again, "
-                                        "to try once more. Its file is as it was."));
+        showNotice({QStringLiteral("The editor could not show this post. Choose another one, then this one again, to "
+                                   "try once more. Its file is as it was.")});
     });
+    connect(
+        &m_page, &ComposePage::openAddLink, this, [this](const QString &url, const QString &tooltip, bool newWindow) {
+            editBy([this, link = PageLink{url, tooltip, {}, newWindow, true}] { return m_links.edit(link); });
+        });
+    connect(&m_page, &ComposePage::picturesOffered, this,
+        [this](const QList<QUrl> &files) { editBy([this, files] { return m_media.insertPictures(files); }); });
+    connect(&m_page, &ComposePage::pictureOffered, this,
+        [this](const QByteArray &png) { editBy([this, png] { return m_media.insertPicture(png); }); });
 }
 
-void ZLMainWindowCreateViewController::observeScreen()
+void ZLMainWindowCreateViewController::observeDocument()
 {
-    connect(&m_screen, &PostOnScreen::didFailToPromote, this,
-        [this](const ZLError &error) { m_prompts.alertWithError(error); });
     connect(
         &m_screen, &PostOnScreen::documentDidChange, this, [this] { m_view.setSaveState(QStringLiteral("Saving…")); });
     connect(&m_screen, &PostOnScreen::documentDidSave, this, [this] {
         m_view.setSaveState(QStringLiteral("Saved on this computer"));
-        showNotice();
+        updateState();
     });
     // The alert is the application's; this line stays for as long as the text is in memory only.
     connect(&m_screen, &PostOnScreen::documentDidFailToSave, this, [this](const ZLError &error) {
         m_view.setSaveState(QStringLiteral("Not saved"));
-        m_view.setNotice(error.description);
+        showNotice({error.description});
     });
 }
 
@@ -94,16 +116,70 @@ void ZLMainWindowCreateViewController::observeNotifications()
     using Self = ZLMainWindowCreateViewController;
     ZLNotifications &notifications = m_host.notifications();
     connect(&notifications, &ZLNotifications::didUpdatePosts, &m_screen, &PostOnScreen::followRow);
-    connect(&notifications, &ZLNotifications::didChangeBlog, this, &Self::updateActionsEnabled);
-    connect(&notifications, &ZLNotifications::didConnectNewBlog, this, &Self::updateActionsEnabled);
+    connect(&notifications, &ZLNotifications::didUpdatePost, this,
+        [this](const PostPtr &, const UpdatedPostInfo &info) { didUpdatePost(info); });
+    connect(&notifications, &ZLNotifications::didChangeBlog, this, &Self::updateState);
+    connect(&notifications, &ZLNotifications::didConnectNewBlog, this, &Self::updateState);
 }
 
-// The blank post
-
-void ZLMainWindowCreateViewController::cleanEditorForNewPost()
+void ZLMainWindowCreateViewController::observeFlows()
 {
-    m_screen.setIsNewPostNotInList(true);
-    newPost();
+    using Self = ZLMainWindowCreateViewController;
+    connect(&m_send, &SendFlow::didBegin, this, &Self::showOverlay);
+    connect(&m_overlay, &UploadOverlay::ended, this, &Self::didEndUpload);
+    connect(&m_delete, &DeleteFlow::cleanEditorForNewPost, this, &Self::newPost);
+    connect(&m_delete, &DeleteFlow::didBegin, this, [this] {
+        m_view.setSaveState(QStringLiteral("Deleting…"));
+        updateState();
+    });
+    connect(&m_delete, &DeleteFlow::didEnd, this, [this] {
+        if (!m_delete.isBeingDeleted())
+            m_view.setSaveState({});
+        updateState();
+    });
+    connect(&m_view, &ComposeView::alertViewDidDismissWithButtonIndex, this, [this](int index) {
+        if (index == 1 && m_screen.isInConflict()) // it came while the question was up
+            doActionForCurrentPost(PostAction::AnswerConflict);
+        else if (index == 1 && mayBegin(PostAction::Delete))
+            m_delete.deletePost();
+    });
+}
+
+// The post on the screen
+
+void ZLMainWindowCreateViewController::loadPost(const LocalPostPtr &row, PostAction action)
+{
+    hidePopupWindows();
+    load(row, action);
+}
+
+QCoro::Task<void> ZLMainWindowCreateViewController::load(LocalPostPtr row, PostAction action)
+{
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    QCoro::Task<PostOnScreen::Came> opening = m_screen.open(row);
+    const PostOnScreen::Came came = co_await opening;
+    if (!self || came == PostOnScreen::Came::No)
+        co_return;
+    if (came == PostOnScreen::Came::AsShown)
+        updateState(); // and the cursor stays where it is
+    else
+        show(came == PostOnScreen::Came::Another ? ComposePage::Loading::NewPost : ComposePage::Loading::SamePost);
+    Q_EMIT didLoadedPost(m_screen.post());
+    if (m_screen.isInConflict())
+        action = PostAction::AnswerConflict;
+    if (action != PostAction::None)
+        doActionForCurrentPost(action);
+}
+
+void ZLMainWindowCreateViewController::readAgain()
+{
+    if (!m_screen.currentDocument())
+        return;
+    m_awaitsOutcome = false;
+    if (m_screen.readAgain() == PostOnScreen::Came::SamePost)
+        show(ComposePage::Loading::SamePost);
+    else
+        updateState();
 }
 
 void ZLMainWindowCreateViewController::newPost()
@@ -112,147 +188,244 @@ void ZLMainWindowCreateViewController::newPost()
     const auto blank = std::make_shared<ZLWordpressPost>();
     blank->title = QLatin1String("");
     blank->content = BlankContent::paragraph;
-    if (RowUpdates *rows = m_screen.rowUpdates())
-        rows->selectRowWithoutLoad(-1); // the post of the row is not here any more
     m_screen.setBlankPost(blank);
-    m_view.setTitle({});
-    loadBlankPage(ComposePage::Loading::NewPost);
-    m_view.setTokens({});
-    m_view.setNotice({});
-    m_view.setSaveState({});
-    m_buttons.setScheduleImageStatusOn(false, blank->status);
-    m_overlay.follow(blank);
     updatePreferencesForNewPost();
-    m_buttons.setButtonsForBlankPost(blank->type);
+    show(ComposePage::Loading::NewPost);
+}
+
+void ZLMainWindowCreateViewController::show(ComposePage::Loading loading)
+{
+    const PostPtr post = m_screen.post();
+    if (loading == ComposePage::Loading::NewPost) {
+        m_blogVersion = nullptr;
+        m_awaitsOutcome = false;
+    }
+    m_view.setTitle(post->title);
+    loadContent(loading);
+    m_view.setTokens(post->taxonomiesArray());
+    m_view.setSaveState({});
+    const DocumentPtr document = m_screen.currentDocument();
+    showOverlay(document ? m_host.uploadOfPost(document->fileURL()) : nullptr);
+}
+
+void ZLMainWindowCreateViewController::loadContent(ComposePage::Loading loading)
+{
+    const DocumentPtr document = m_screen.currentDocument();
+    const QString stored = document ? document->storedContent() : QString();
+    const EditorBody body = BlankContent::is(stored) ? EditorBody() : m_host.postContentForZalmoEditor(stored);
+    m_page.loadHTMLContent(body, m_screen.generation(), loading);
+}
+
+void ZLMainWindowCreateViewController::showOverlay(Upload *upload)
+{
+    m_overlay.follow(upload, m_host.now());
+    updateState();
+}
+
+void ZLMainWindowCreateViewController::updateState()
+{
+    const PostPtr post = m_screen.post();
+    post->createdAt = withSecondsAtZero(post->createdAt);
+    m_view.setButtons(PostButtons::of(*post, actions(), m_host.now()));
+    m_view.setTokensShown(post->type != ZLWordpressPost::Page);
+    const AccountPtr account = m_host.selectedAccount();
+    m_view.setActionsEnabled(account != nullptr);
+    m_page.setBlogURL(account ? QUrl(account->url) : QUrl());
+    const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get());
+    showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
+    Q_EMIT actionsDidChange();
+}
+
+void ZLMainWindowCreateViewController::showNotice(const PostNotice &notice)
+{
+    m_notice = notice;
+    m_view.setNotice(notice.text, notice.button);
 }
 
 void ZLMainWindowCreateViewController::updatePreferencesForNewPost()
 {
-    updateActionsEnabled(); // the launch says by this call that there is a blog
     const PostPtr post = m_screen.post();
     const AccountPtr account = m_host.selectedAccount();
-    if (post->status != ZLWordpressPost::New || !account || !account->preferences)
-        return;
-    post->allowComments = account->preferences->allow_comments;
-    post->allowPingback = account->preferences->allow_pingback;
-    post->type = account->preferences->default_article_type == 1 ? ZLWordpressPost::Page : ZLWordpressPost::Post;
+    if (post->status == ZLWordpressPost::New && account && account->preferences) {
+        post->allowComments = account->preferences->allow_comments;
+        post->allowPingback = account->preferences->allow_pingback;
+        post->type = account->preferences->default_article_type == 1 ? ZLWordpressPost::Page : ZLWordpressPost::Post;
+    }
+    updateState(); // the launch says by this call that there is a blog
 }
 
-void ZLMainWindowCreateViewController::updateActionsEnabled()
+void ZLMainWindowCreateViewController::reloadCurrentPostAfterSyncingEngine(SyncEngine engine)
 {
-    m_view.setActionsEnabled(m_host.selectedAccount() != nullptr);
+    m_screen.followRow();
+    const int status = m_screen.post()->status;
+    if (status == ZLWordpressPost::New || (status == ZLWordpressPost::Note) != (engine == SyncEngine::Evernote))
+        return;
+    readAgain(); // a conflict that it brought waits for the next press: nobody is asked in the midst of a sentence
 }
 
 QCoro::Task<bool> ZLMainWindowCreateViewController::canCreateNewPost()
 {
-    const QPointer<ZLMainWindowCreateViewController> self(this);
-    const PostPtr post = m_screen.post();
-    if (post->status != ZLWordpressPost::New)
+    if (m_screen.post()->status != ZLWordpressPost::New || !m_view.title().isEmpty())
         co_return true;
-    post->title = m_view.title();
     QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
     const std::optional<QString> content = co_await asking;
-    if (!self)
-        co_return false;
-    if (content)
-        post->content = *content;
-    co_return !post->title.isEmpty() || !BlankContent::is(post->content);
+    co_return content && !BlankContent::is(*content);
 }
 
-bool ZLMainWindowCreateViewController::canSaveCurrentPost() const
+// What is done with it
+
+PostActions ZLMainWindowCreateViewController::actions() const
 {
-    return m_screen.post()->status != ZLWordpressPost::Publish;
+    if (!m_host.selectedAccount() || m_overlay.isShowing() || m_awaitsOutcome || m_delete.isBeingDeleted())
+        return PostAction::None;
+    const PostActions allowed = actionsOfPost(*m_screen.post(), m_screen.currentDocument().get());
+    return m_blogVersion ? allowed | PostAction::TakeBlogVersion : allowed;
 }
 
-bool ZLMainWindowCreateViewController::isUploadingCurrentPost() const
+bool ZLMainWindowCreateViewController::mayBegin(PostAction action) const
 {
-    return m_overlay.isLoading(m_screen.post()->id);
+    return !*m_isBusy && actions().testFlag(action) && !m_page.isShowingImageEditor();
 }
 
-// Editing
-
-bool ZLMainWindowCreateViewController::promoteIfBlank()
+QCoro::Task<void> ZLMainWindowCreateViewController::doActionForCurrentPost(PostAction action)
 {
-    if (!m_host.selectedAccount())
-        return false; // there is no blog yet whose list the post could join
-    if (m_screen.isNewPostNotInList())
-        m_screen.createNewPostOnList();
-    return true;
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    if (action == PostAction::Publish)
+        Q_EMIT m_host.notifications().didPressPublishButton();
+    if (action == PostAction::None || !mayBegin(action))
+        co_return;
+    const auto guard = busy(m_isBusy);
+    hidePopupWindows();
+    if (!m_screen.isInConflict()) {
+        QCoro::Task<void> performing = perform(action);
+        co_return co_await performing;
+    }
+    QCoro::Task<bool> asking = m_conflict.ask();
+    const bool isAnswered = co_await asking;
+    if (self && isAnswered)
+        readAgain();
 }
 
-void ZLMainWindowCreateViewController::titleDidChange()
+QCoro::Task<void> ZLMainWindowCreateViewController::perform(PostAction action)
 {
-    const QString title = m_view.title();
-    if (!promoteIfBlank())
-        return;
-    m_screen.post()->title = title;
-    m_screen.write(PostOnScreen::Mark::Always, [title](ZLDocument &document) { document.post.title = title; });
-    if (RowUpdates *rows = m_screen.rowUpdates())
-        rows->setTitleToSelectedPost(title);
+    switch (action) {
+    case PostAction::Publish:
+        return m_send.publish();
+    case PostAction::Save:
+        return m_send.save();
+    case PostAction::MoveToDrafts:
+        return m_send.moveToDrafts();
+    case PostAction::PublishAsNew:
+        return publishAsNewPost();
+    case PostAction::Revert:
+        return revertToBlogVersion();
+    case PostAction::TakeBlogVersion:
+        takeBlogVersion();
+        break;
+    case PostAction::Delete:
+        m_delete.ask();
+        break;
+    case PostAction::AnswerConflict: // there is none any more
+    case PostAction::Edit:
+    case PostAction::None:
+        break;
+    }
+    return []() -> QCoro::Task<void> { co_return; }();
 }
 
-void ZLMainWindowCreateViewController::setPostContent(const QString &html, int generation)
+QCoro::Task<void> ZLMainWindowCreateViewController::revertToBlogVersion()
 {
-    const PostOnScreen::Edit edit = [html](ZLDocument &document) { document.post.content = html; };
-    if (generation != m_screen.generation())
-        return m_screen.writeToPostBefore(generation, PostOnScreen::Mark::Always, edit);
-    if (!isChangedContent(html) || !promoteIfBlank())
-        return;
-    m_screen.write(PostOnScreen::Mark::Always, edit);
-    if (RowUpdates *rows = m_screen.rowUpdates())
-        rows->setContentToSelectedPost(html);
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    const int generation = m_screen.generation();
+    QCoro::Task<int> asking = m_prompts.ask(QStringLiteral("Revert to the blog's version?"),
+        QStringLiteral("What you have changed in this post since it last came from the blog is given up."),
+        {QStringLiteral("Revert"), QStringLiteral("Cancel")}, 1);
+    const int answer = co_await asking;
+    if (!self || answer != 0 || generation != m_screen.generation())
+        co_return;
+    // A last key that is still on its way would be typed into the blog's version.
+    QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
+    (void)co_await reporting;
+    if (!self || generation != m_screen.generation())
+        co_return;
+    if (const Result<void> reverted = m_screen.currentDocument()->revertToSyncedVersion(); !reverted)
+        m_prompts.alertWithError(reverted.error());
+    m_host.loadLocalPosts();
+    readAgain();
 }
 
-bool ZLMainWindowCreateViewController::isChangedContent(const QString &html) const
+void ZLMainWindowCreateViewController::takeBlogVersion()
 {
-    if (m_screen.isNewPostNotInList())
-        return !BlankContent::is(html);
     const DocumentPtr document = m_screen.currentDocument();
-    if (!document)
-        return true;
-    const QString stored = document->storedContent();
-    return html != stored && !(BlankContent::is(html) && BlankContent::is(stored));
+    document->setRecentlySyncedWordpressPost(*std::exchange(m_blogVersion, nullptr));
+    std::ignore = document->saveDocument(); // a failure is said by the document controller
+    m_host.loadLocalPosts();
+    readAgain();
 }
 
-void ZLMainWindowCreateViewController::updateTaxonomiesAtLocalFile()
+QCoro::Task<void> ZLMainWindowCreateViewController::publishAsNewPost()
 {
-    if (!promoteIfBlank())
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    const int generation = m_screen.generation();
+    QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
+    (void)co_await reporting;
+    if (!self || generation != m_screen.generation())
+        co_return;
+    if (const Result<void> made = m_screen.becomeNewPost(); !made)
+        co_return m_prompts.alertWithError(made.error());
+    readAgain();
+    QCoro::Task<void> publishing = m_send.publish();
+    co_await publishing;
+}
+
+void ZLMainWindowCreateViewController::didUpdatePost(const UpdatedPostInfo &info)
+{
+    if (!info.localPost || !m_screen.isFileOnScreen(info.localPost->localFile))
         return;
-    m_screen.write(PostOnScreen::Mark::OnlyWhenReopened,
-        [tokens = m_view.tokens()](ZLDocument &document) { document.post.setTaxonomiesFromStringArray(tokens); });
+    m_screen.followRow();
+    readAgain();
 }
 
-// Buttons and commands
-
-void ZLMainWindowCreateViewController::didPressedSaveButton()
+void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome)
 {
-    m_save.didPressedSaveButton();
+    m_blogVersion = outcome.blogVersion;
+    m_awaitsOutcome = outcome.kind == UploadOutcome::Updated || outcome.remote;
+    updateState();
+    if (m_awaitsOutcome)
+        return;
+    m_view.setSaveState(QStringLiteral("Not sent to the blog"));
+    if (outcome.kind == UploadOutcome::Unclear)
+        showNotice(PostNotice::ofUnclearUpload());
+    else if (outcome.kind == UploadOutcome::ConflictFound)
+        doActionForCurrentPost(PostAction::AnswerConflict);
 }
 
-void ZLMainWindowCreateViewController::didPressedPublishButton()
-{
-    m_publish.didPressedPublishButton();
-}
+// The text
 
-void ZLMainWindowCreateViewController::didPressedDeleteButton()
+template <typename Flow>
+QCoro::Task<void> ZLMainWindowCreateViewController::editBy(Flow flow)
 {
-    m_delete.didPressedDeleteButton();
+    if (!mayBegin(PostAction::Edit))
+        co_return;
+    const auto guard = busy(m_isBusy);
+    QCoro::Task<void> editing = flow();
+    co_await editing;
 }
 
 void ZLMainWindowCreateViewController::insertMedia()
 {
-    m_media.insertMedia();
-}
-
-void ZLMainWindowCreateViewController::execCommand(const QString &command)
-{
-    if (!isUploadingCurrentPost())
-        m_page.execCommand(command);
+    editBy([this] { return m_media.insertMedia(); });
 }
 
 void ZLMainWindowCreateViewController::addLinkToCurrentSelection()
 {
-    m_links.addLinkToCurrentSelection();
+    editBy([this] { return m_links.addLinkToCurrentSelection(); });
+}
+
+void ZLMainWindowCreateViewController::execCommand(const QString &command)
+{
+    if (mayBegin(PostAction::Edit))
+        m_page.execCommand(command);
 }
 
 void ZLMainWindowCreateViewController::makeTitleBecomeFirstResponder()
@@ -271,25 +444,6 @@ void ZLMainWindowCreateViewController::hidePopupWindows()
     m_page.hidePopupWindows();
 }
 
-// Outcomes
-
-void ZLMainWindowCreateViewController::didSendBodyData(const PostPtr &post, float progress)
-{
-    m_overlay.didSendBodyData(post, progress, m_screen.post());
-}
-
-void ZLMainWindowCreateViewController::reloadCurrentPostAfterSyncingEngine(int engine)
-{
-    m_screen.followRow();
-    const PostPtr post = m_screen.post();
-    const LocalPostPtr row = post->localPost;
-    const bool isNote = post->status == ZLWordpressPost::Note;
-    if (post->status == ZLWordpressPost::New || !row || isNote != (engine == 1))
-        return;
-    const bool isListed = m_host.rowForFile(row->localFile) != nullptr;
-    reload(isListed ? row : ZLLocalPostRepresentation::initWithContentsOfFileURL(row->localFile, m_host.now()));
-}
-
 QCoro::Task<void> ZLMainWindowCreateViewController::commitEditing()
 {
     const QPointer<ZLMainWindowCreateViewController> self(this);
@@ -297,11 +451,8 @@ QCoro::Task<void> ZLMainWindowCreateViewController::commitEditing()
     // The page answers behind the keys that it was given, and has reported what they changed before it does.
     QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
     (void)co_await asking;
-    if (!self || !m_screen.post()->localPost)
-        co_return;
-    // An edit of a post whose file is not open is written when it has been opened.
-    QCoro::Task<bool> opening = m_screen.becomeReady();
-    (void)co_await opening;
+    if (self)
+        saveDocuments();
 }
 
 void ZLMainWindowCreateViewController::saveDocuments()

@@ -23,25 +23,32 @@ ZLAddLinkPopupView::ZLAddLinkPopupView()
     setInitialFirstResponder(m_url->textField());
     QPushButton *done = addButton(QStringLiteral("Done"));
     QPushButton *cancel = addButton(QStringLiteral("Cancel"));
-    connect(done, &QPushButton::clicked, this, [this] {
-        Q_EMIT didClickDone(m_url->stringValue().trimmed(), m_tooltip->stringValue(), m_newWindow->isChecked());
-    });
-    connect(cancel, &QPushButton::clicked, this, &ZLAddLinkPopupView::didClickCancel);
+    m_remove = addButton(QStringLiteral("Remove Link"));
+    m_remove->setObjectName(QStringLiteral("removeLinkButton"));
+    connect(done, &QPushButton::clicked, this, [this] { answer(LinkAnswer::Done); });
+    connect(cancel, &QPushButton::clicked, this, [this] { answer(LinkAnswer::Cancel); });
+    connect(m_remove, &QPushButton::clicked, this, [this] { answer(LinkAnswer::Remove); });
     // A link to nowhere helps nobody.
     connect(m_url->textField(), &QLineEdit::textChanged, done,
         [done](const QString &url) { done->setEnabled(!url.trimmed().isEmpty()); });
     done->setEnabled(false);
 }
 
-void ZLAddLinkPopupView::setLink(const QString &url, const QString &tooltip, bool newWindow)
+void ZLAddLinkPopupView::setLink(const PageLink &link)
 {
-    m_url->setStringValue(url);
-    m_tooltip->setStringValue(tooltip);
-    m_newWindow->setChecked(newWindow);
+    m_url->setStringValue(link.url);
+    m_tooltip->setStringValue(link.tooltip);
+    m_newWindow->setChecked(link.newWindow);
+    m_remove->setVisible(link.isLink);
     m_url->textField()->selectAll();
 }
 
 void ZLAddLinkPopupView::didPressEscape()
 {
-    Q_EMIT didClickCancel();
+    answer(LinkAnswer::Cancel);
+}
+
+void ZLAddLinkPopupView::answer(LinkAnswer::Deed deed)
+{
+    Q_EMIT answered({deed, m_url->stringValue().trimmed(), m_tooltip->stringValue(), m_newWindow->isChecked()});
 }

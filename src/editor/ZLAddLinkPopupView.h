@@ -1,8 +1,10 @@
 #pragma once
 
+#include "compose/ComposeView.h"
 #include "widgets/ZLSheet.h"
 
 class QCheckBox;
+class QPushButton;
 class ZLTextField;
 
 /// The sheet of a link: its address, its tooltip, and whether it opens in a new window.
@@ -11,17 +13,19 @@ class ZLAddLinkPopupView : public ZLSheet {
 public:
     ZLAddLinkPopupView();
 
-    void setLink(const QString &url, const QString &tooltip, bool newWindow);
+    void setLink(const PageLink &link);
 
 Q_SIGNALS:
-    void didClickDone(const QString &url, const QString &tooltip, bool newWindow);
-    void didClickCancel();
+    void answered(const LinkAnswer &answer);
 
 protected:
     void didPressEscape() override;
 
 private:
+    void answer(LinkAnswer::Deed deed);
+
     ZLTextField *m_url;
     ZLTextField *m_tooltip;
     QCheckBox *m_newWindow;
+    QPushButton *m_remove;
 };

@@ -12,22 +12,12 @@
 #include <QPainter>
 #include <QPushButton>
 
-struct ZLComposeBar::Format {
-    const char *command;
-    const char *icon;
-    const char *toolTip;
-    bool SelectionStyle::*isOn;
-    bool separatorAfter;
-};
-
-const std::array<ZLComposeBar::Format, 6> ZLComposeBar::formats{{
-    {"Bold", "menu_bold", "Bold", &SelectionStyle::bold, false},
-    {"Italic", "menu_italic", "Italic", &SelectionStyle::italic, false},
-    {"Underline", "menu_underline", "Underline", &SelectionStyle::underline, false},
-    {"Strikethrough", "menu_strikethrough", "Strikethrough", &SelectionStyle::strikethrough, true},
-    {"InsertUnorderedList", "menu_unordered_list", "Bulleted list", &SelectionStyle::unorderedList, false},
-    {"InsertOrderedList", "menu_ordered_list", "Numbered list", &SelectionStyle::orderedList, true},
-}};
+namespace {
+QString toolTipOf(const FormatCommand &format)
+{
+    return QString::fromLatin1(format.label).remove(u'&');
+}
+} // namespace
 
 ZLComposeBar::ZLComposeBar(QWidget *parent)
     : QWidget(parent)
@@ -37,17 +27,17 @@ ZLComposeBar::ZLComposeBar(QWidget *parent)
     QHBoxLayout *row = m_row;
     row->setContentsMargins(2 * ZLTheme::spacing, 0, 2 * ZLTheme::spacing, 0);
     row->setSpacing(2);
-    for (std::size_t index = 0; index < formats.size(); ++index) {
-        const Format &format = formats[index];
+    for (std::size_t index = 0; index < formatCommands.size(); ++index) {
+        const FormatCommand &format = formatCommands[index];
         const QString command = QLatin1String(format.command);
-        ZLIconButton *button = addFormatButton(QLatin1String(format.icon), QLatin1String(format.toolTip));
+        ZLIconButton *button = addFormatButton(QLatin1String(format.icon), toolTipOf(format));
         connect(button, &QAbstractButton::clicked, this, [this, button, command] {
             button->setChecked(!button->isChecked()); // the page says how it is; a click does not
             Q_EMIT didPressedFormatButton(command);
         });
         m_formatButtons[index] = button;
         row->addWidget(button);
-        if (format.separatorAfter)
+        if (format.endsGroup)
             row->addWidget(makeSeparator());
     }
     m_link = addFormatButton(QStringLiteral("menu_link"), QStringLiteral("Link"));
@@ -107,14 +97,19 @@ QWidget *ZLComposeBar::makeSeparator()
     return line;
 }
 
-void ZLComposeBar::setSaveButton(const ComposeView::Button &button)
+void ZLComposeBar::setButtons(const PostButtons &buttons)
 {
-    m_save->setIconName(button.image);
-    m_save->setName(button.toolTip);
-    m_save->setEnabled(button.enabled);
+    const auto show = [](ZLIconButton *shown, const PostButtons::Button &button) {
+        shown->setIconName(button.image);
+        shown->setName(button.toolTip);
+        shown->setEnabled(button.enabled);
+    };
+    show(m_save, buttons.save);
+    show(m_delete, buttons.remove);
+    setPublishButton(buttons.publish);
 }
 
-void ZLComposeBar::setPublishButton(const ComposeView::Button &button)
+void ZLComposeBar::setPublishButton(const PostButtons::Button &button)
 {
     m_publishButton = button;
     m_publish->setText(button.text);
@@ -134,15 +129,10 @@ void ZLComposeBar::showPublishIcon()
         m_publish->setIcon(ZLIcons::icon(name, onAccent));
 }
 
-void ZLComposeBar::setDeleteToolTip(const QString &toolTip)
-{
-    m_delete->setName(toolTip);
-}
-
 void ZLComposeBar::setSelectionStyle(const SelectionStyle &style)
 {
-    for (std::size_t index = 0; index < formats.size(); ++index)
-        m_formatButtons[index]->setChecked(style.*formats[index].isOn);
+    for (std::size_t index = 0; index < formatCommands.size(); ++index)
+        m_formatButtons[index]->setChecked(style.*formatCommands[index].isOn);
     m_link->setChecked(style.link);
 }
 
@@ -156,19 +146,6 @@ void ZLComposeBar::showSaveState()
 {
     const bool hasRoom = m_saveState->fontMetrics().horizontalAdvance(m_saveStateText) <= m_saveState->width();
     m_saveState->setText(hasRoom ? m_saveStateText : QString());
-}
-
-bool ZLComposeBar::canSave() const
-{
-    return m_save->isEnabled();
-}
-bool ZLComposeBar::canPublish() const
-{
-    return m_publish->isEnabled();
-}
-bool ZLComposeBar::canDelete() const
-{
-    return m_delete->isEnabled();
 }
 
 void ZLComposeBar::showFormatsThatFit()

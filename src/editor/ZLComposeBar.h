@@ -1,9 +1,9 @@
 #pragma once
 
 #include "compose/ComposeView.h"
+#include "compose/FormatCommands.h"
 
 #include <QWidget>
-#include <array>
 
 class QHBoxLayout;
 class QLabel;
@@ -17,15 +17,9 @@ class ZLComposeBar : public QWidget {
 public:
     explicit ZLComposeBar(QWidget *parent = nullptr);
 
-    void setSaveButton(const ComposeView::Button &button);
-    void setPublishButton(const ComposeView::Button &button);
-    void setDeleteToolTip(const QString &toolTip);
+    void setButtons(const PostButtons &buttons);
     void setSelectionStyle(const SelectionStyle &style);
     void setSaveState(const QString &text);
-    /// What the buttons say, for the menus that have the same commands.
-    bool canSave() const;
-    bool canPublish() const;
-    bool canDelete() const;
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
@@ -42,22 +36,20 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    struct Format;
-    static const std::array<Format, 6> formats;
-
     ZLIconButton *addFormatButton(const QString &icon, const QString &toolTip);
     QWidget *makeSeparator();
+    void setPublishButton(const PostButtons::Button &button);
     void showPublishIcon();
     void showSaveState();
     void showFormatsThatFit();
 
     QHBoxLayout *m_row;
-    std::array<ZLIconButton *, 6> m_formatButtons{};
+    std::array<ZLIconButton *, formatCommands.size()> m_formatButtons{};
     ZLIconButton *m_link;
     QLabel *m_saveState;
     QString m_saveStateText; ///< shown where there is room for all of it
     ZLIconButton *m_save;
     ZLIconButton *m_delete;
     QPushButton *m_publish;
-    ComposeView::Button m_publishButton;
+    PostButtons::Button m_publishButton;
 };

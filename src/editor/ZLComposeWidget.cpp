@@ -12,11 +12,13 @@
 #include "widgets/ZLTheme.h"
 #include "widgets/ZLTokenField.h"
 
+#include <QCoroFuture>
 #include <QCoroSignal>
 #include <QEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPainter>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
@@ -33,13 +35,12 @@ public:
     void setTitle(const QString &title) override { m_widget.m_title->setString(title); }
     QStringList tokens() const override { return m_widget.m_tokens->tokens(); }
     void setTokens(const QStringList &tokens) override { m_widget.m_tokens->setTokens(tokens); }
+    void setTokensShown(bool shown) override { m_widget.m_tokenRow->setVisible(shown); }
     void commitTokens() override { m_widget.m_tokens->commit(); }
     void focusTitle() override { m_widget.focusTitle(); }
     void focusTokens() override { m_widget.m_tokens->setFocus(Qt::TabFocusReason); }
-    void setSaveButton(const Button &button) override { m_widget.m_bar->setSaveButton(button); }
-    void setPublishButton(const Button &button) override { m_widget.m_bar->setPublishButton(button); }
-    void setCalendarButton(const Button &) override { } // the bar has no calendar while dates cannot be chosen
-    void setDeleteToolTip(const QString &toolTip) override { m_widget.m_bar->setDeleteToolTip(toolTip); }
+    // The bar has no calendar while dates cannot be chosen.
+    void setButtons(const PostButtons &buttons) override { m_widget.m_bar->setButtons(buttons); }
     void setSelectionStyle(const SelectionStyle &style) override { m_widget.m_bar->setSelectionStyle(style); }
 
     void setActionsEnabled(bool enabled) override
@@ -48,9 +49,11 @@ public:
         m_widget.updateContentEnabled();
     }
 
-    void setNotice(const QString &text) override
+    void setNotice(const QString &text, const QString &action) override
     {
         m_widget.m_noticeText->setText(text);
+        m_widget.m_noticeAction->setText(action);
+        m_widget.m_noticeAction->setVisible(!action.isEmpty());
         m_widget.m_notice->setVisible(!text.isEmpty());
     }
 
@@ -87,18 +90,14 @@ public:
         m_widget.updateContentEnabled();
     }
 
-    void showDeleteAlert(const QString &heading, const QString &title) override
+    void showDeleteAlert(const QString &heading, const QString &title, const QString &text) override
     {
         m_widget.rememberFocus();
-        m_widget.m_deleteAlert->ask(heading, title);
+        m_widget.m_deleteAlert->ask(heading, title, text);
         m_widget.updateContentEnabled();
     }
 
-    void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow) override
-    {
-        m_widget.showAddLinkSheet(url, tooltip, newWindow);
-    }
-
+    QCoro::Task<LinkAnswer> askForLink(PageLink link) override { return m_widget.askForLink(link); }
     QCoro::Task<QUrl> chooseMedia() override { return m_widget.chooseMedia(); }
 
 private:
@@ -126,7 +125,7 @@ ZLComposeWidget::ZLComposeWidget(QWidget *parent)
     m_pageArea->setContentsMargins({});
     column->addLayout(m_pageArea, 1);
     column->addWidget(makeLine());
-    column->addWidget(makeTokenRow());
+    column->addWidget(m_tokenRow = makeTokenRow());
     auto *whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
     whole->addWidget(m_content);
@@ -202,6 +201,10 @@ QFrame *ZLComposeWidget::makeNotice()
     m_noticeText->setWordWrap(true);
     row->addWidget(icon);
     row->addWidget(m_noticeText, 1);
+    m_noticeAction = new QPushButton(notice);
+    m_noticeAction->setObjectName(QStringLiteral("noticeAction"));
+    m_noticeAction->hide();
+    row->addWidget(m_noticeAction);
     return notice;
 }
 
@@ -219,6 +222,7 @@ void ZLComposeWidget::connectView()
     connect(m_bar, &ZLComposeBar::didPressedSaveButton, m_view, &ComposeView::didPressedSaveButton);
     connect(m_bar, &ZLComposeBar::didPressedPublishButton, m_view, &ComposeView::didPressedPublishButton);
     connect(m_bar, &ZLComposeBar::didPressedDeleteButton, m_view, &ComposeView::didPressedDeleteButton);
+    connect(m_noticeAction, &QPushButton::clicked, m_view, &ComposeView::didPressedNoticeAction);
     connect(m_loading, &ZLLoadingView::didPressCancel, m_view, &ComposeView::didPressedCancelUpload);
     connect(m_deleteAlert, &ZLAlertView::didDismissWithButtonIndex, this, [this](int index) {
         updateContentEnabled();
@@ -279,28 +283,20 @@ void ZLComposeWidget::focusTitle()
     m_title->setFocus(Qt::OtherFocusReason);
 }
 
-void ZLComposeWidget::showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow)
+QCoro::Task<LinkAnswer> ZLComposeWidget::askForLink(PageLink link)
 {
+    const QPointer<ZLComposeWidget> self(this);
     if (!m_sheetHost)
-        return Q_EMIT m_view->addLinkDidClickCancel();
-    if (!m_addLinkSheet) {
+        co_return LinkAnswer();
+    if (!m_addLinkSheet)
         m_addLinkSheet = new ZLAddLinkPopupView;
-        const auto end = [this] {
-            if (m_sheetHost && m_addLinkSheet)
-                m_sheetHost->endSheet(m_addLinkSheet);
-        };
-        connect(m_addLinkSheet, &ZLAddLinkPopupView::didClickDone, this,
-            [this, end](const QString &address, const QString &text, bool inNewWindow) {
-                end();
-                Q_EMIT m_view->addLinkDidClickDone(address, text, inNewWindow);
-            });
-        connect(m_addLinkSheet, &ZLAddLinkPopupView::didClickCancel, this, [this, end] {
-            end();
-            Q_EMIT m_view->addLinkDidClickCancel();
-        });
-    }
-    m_addLinkSheet->setLink(url, tooltip, newWindow);
-    m_sheetHost->beginSheet(m_addLinkSheet);
+    const QPointer<ZLAddLinkPopupView> sheet = m_addLinkSheet;
+    sheet->setLink(link);
+    m_sheetHost->beginSheet(sheet);
+    const std::optional<LinkAnswer> answer = co_await qCoro(sheet.data(), &ZLAddLinkPopupView::answered);
+    if (self && m_sheetHost && sheet)
+        m_sheetHost->endSheet(sheet);
+    co_return answer.value_or(LinkAnswer());
 }
 
 QCoro::Task<QUrl> ZLComposeWidget::chooseMedia()

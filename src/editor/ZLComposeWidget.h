@@ -9,6 +9,7 @@
 class QFrame;
 class QHBoxLayout;
 class QLabel;
+class QPushButton;
 class QVBoxLayout;
 class ZLAddLinkPopupView;
 class ZLAlertView;
@@ -28,7 +29,6 @@ public:
 
     /// The controller's face of this widget.
     ComposeView &view();
-    const ZLComposeBar &bar() const { return *m_bar; }
     void setPageWidget(QWidget *page);
     void setSheetHost(ZLSheetHost *host);
     void setCompletions(std::function<QStringList(const QString &)> completions);
@@ -49,18 +49,20 @@ private:
     void updateContentEnabled();
     void rememberFocus();
     void focusTitle();
-    void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow);
+    QCoro::Task<LinkAnswer> askForLink(PageLink link);
     QCoro::Task<QUrl> chooseMedia();
 
     View *m_view;
     QWidget *m_content;
     ZLComposeBar *m_bar;
     QLabel *m_noticeText = nullptr; ///< before the notice, whose making fills it
+    QPushButton *m_noticeAction = nullptr; ///< likewise
     QFrame *m_notice;
     QHBoxLayout *m_titleRow = nullptr;
     ZLTextViewWithPlaceHolder *m_title = nullptr;
     QVBoxLayout *m_pageArea;
     QVBoxLayout *m_tokenIcon = nullptr;
+    QWidget *m_tokenRow = nullptr;
     ZLTokenField *m_tokens = nullptr;
     ZLLoadingView *m_loading;
     ZLAlertView *m_deleteAlert;

@@ -1,7 +1,6 @@
 #include "mainwindow/ComposeArea.h"
 
 #include "app/ZLAppDelegate.h"
-#include "editor/ZLComposeBar.h"
 #include "editor/ZLComposeWidget.h"
 #include "model/LocalFileURL.h"
 
@@ -46,30 +45,12 @@ bool ComposeArea::canFormatSelectedDOMRange() const
     return m_webView && m_page.isReady() && focused && (focused == m_webView || m_webView->isAncestorOf(focused));
 }
 
-bool ComposeArea::canSave() const
+void ComposeArea::loadPost(const LocalPostPtr &post, PostAction action)
 {
-    return m_widget->bar().canSave();
-}
-bool ComposeArea::canPublish() const
-{
-    return m_widget->bar().canPublish();
-}
-bool ComposeArea::canDelete() const
-{
-    return m_widget->bar().canDelete();
+    m_controller.loadPost(post, action);
 }
 
-void ComposeArea::loadPost(const LocalPostPtr &post)
-{
-    m_controller.loadPost(post);
-}
-
-void ComposeArea::loadLocalPost(const LocalPostPtr &post, int action)
-{
-    m_controller.loadLocalPostAndDoAction(post, action);
-}
-
-void ComposeArea::doActionForCurrentPost(int action)
+void ComposeArea::doActionForCurrentPost(PostAction action)
 {
     m_controller.doActionForCurrentPost(action);
 }
@@ -81,7 +62,7 @@ void ComposeArea::makeTitleBecomeFirstResponder()
 
 void ComposeArea::cleanEditorForNewPost()
 {
-    m_controller.cleanEditorForNewPost();
+    m_controller.newPost();
 }
 
 void ComposeArea::cleanUndoStack()

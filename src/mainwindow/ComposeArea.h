@@ -24,15 +24,10 @@ public:
     ZLEditorWebView *webView() const { return m_webView; }
     /// Whether the text cursor is in the page, so that there is something to format.
     bool canFormatSelectedDOMRange() const;
-    // as the buttons are
-    bool canSave() const;
-    bool canPublish() const;
-    bool canDelete() const;
 
     // ZLPostListViewControllerDelegate
-    void loadPost(const LocalPostPtr &post) override;
-    void loadLocalPost(const LocalPostPtr &post, int action) override;
-    void doActionForCurrentPost(int action) override;
+    void loadPost(const LocalPostPtr &post, PostAction action) override;
+    void doActionForCurrentPost(PostAction action) override;
     void makeTitleBecomeFirstResponder() override;
     void cleanEditorForNewPost() override;
     void cleanUndoStack() override;

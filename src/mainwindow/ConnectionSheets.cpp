@@ -16,9 +16,11 @@ static QString elided(const QWidget &sheet, const QString &address)
     return sheet.fontMetrics().elidedText(address, Qt::ElideMiddle, sheet.width() - margins);
 }
 
-ZLIntroWindowController::ZLIntroWindowController()
-    : m_blogURL(new QLineEdit(this))
+ZLIntroWindowController::ZLIntroWindowController(const QString &typed, bool canCancel)
+    : m_blogURL(new QLineEdit(typed, this))
+    , m_canCancel(canCancel)
 {
+    m_answer.start();
     setObjectName(u"introSheet"_qs);
     setIcon(u"sheet_blog"_qs);
     setHeading(tr("Connect your blog"));
@@ -28,103 +30,85 @@ ZLIntroWindowController::ZLIntroWindowController()
     m_blogURL->setPlaceholderText(u"https://yourblog.com"_qs);
     m_blogURL->setAccessibleName(tr("Address of your blog"));
     m_blogURL->setInputMethodHints(Qt::ImhUrlCharactersOnly | Qt::ImhNoPredictiveText);
+    m_blogURL->selectAll();
     addContent(m_blogURL);
     setInitialFirstResponder(m_blogURL);
-    connect(addButton(tr("Connect")), &QPushButton::clicked, this, &ZLIntroWindowController::didClickConnect);
-    m_cancel = addButton(tr("Cancel"));
-    connect(m_cancel, &QPushButton::clicked, this, &ZLIntroWindowController::didClickCancel);
+    connect(addButton(tr("Connect")), &QPushButton::clicked, this, [this] { finish(m_blogURL->text()); });
+    if (canCancel)
+        connect(addButton(tr("Cancel")), &QPushButton::clicked, this, [this] { finish(std::nullopt); });
 }
 
-void ZLIntroWindowController::setCanCancel(bool canCancel)
+ZLIntroWindowController::~ZLIntroWindowController()
 {
-    m_cancel->setVisible(canCancel);
-}
-
-void ZLIntroWindowController::clear()
-{
-    m_blogURL->clear();
-}
-
-QString ZLIntroWindowController::blogURL() const
-{
-    return m_blogURL->text();
+    finish(std::nullopt);
 }
 
 void ZLIntroWindowController::didPressEscape()
 {
-    if (!m_cancel->isHidden())
-        Q_EMIT didClickCancel();
+    if (m_canCancel)
+        finish(std::nullopt);
 }
 
-ZLWordpressLoginWindow::ZLWordpressLoginWindow()
+void ZLIntroWindowController::finish(const std::optional<QString> &answer)
+{
+    if (!m_answer.future().isRunning())
+        return;
+    m_answer.addResult(answer);
+    m_answer.finish();
+    Q_EMIT answered();
+}
+
+ZLWordpressLoginWindow::ZLWordpressLoginWindow(const LoginQuestion &question)
     : m_username(new ZLTextField(tr("Username"), this))
     , m_password(new ZLTextField(tr("Password"), this))
 {
-    setObjectName(u"loginSheet"_qs);
+    m_answer.start();
+    setObjectName(question.wasRefused ? u"loginErrorSheet"_qs : u"loginSheet"_qs);
     m_username->textField()->setObjectName(u"usernameField"_qs);
     m_password->textField()->setObjectName(u"passwordField"_qs);
     m_password->setSecure();
     ZLTextField::alignTextFields({m_username, m_password});
-    setTexts(u"sheet_login"_qs, ZLTheme::accent, tr("Log in to your blog"), u"%1"_qs);
+    m_username->setStringValue(question.username);
+    m_password->setStringValue(question.password);
+    m_password->textField()->selectAll();
+
+    const QString host = elided(*this, question.host);
+    const QString blog = question.blogName.isEmpty() ? host : u"%1\n%2"_qs.arg(question.blogName, host);
+    if (question.wasRefused) {
+        setIcon(u"sheet_warning"_qs, ZLTheme::warning);
+        setHeading(tr("That login does not work"));
+        setText(tr("Check your username and password for\n%1").arg(blog));
+    } else {
+        setIcon(u"sheet_login"_qs, ZLTheme::accent);
+        setHeading(tr("Log in to your blog"));
+        setText(blog);
+    }
     addContent(m_username);
     addContent(m_password);
-    setInitialFirstResponder(m_username->textField());
-    connect(addButton(tr("Log In")), &QPushButton::clicked, this, &ZLWordpressLoginWindow::didClickLogin);
-    connect(addButton(tr("Cancel")), &QPushButton::clicked, this, &ZLWordpressLoginWindow::didClickCancel);
+    setInitialFirstResponder((question.username.isEmpty() ? m_username : m_password)->textField());
+    connect(addButton(tr("Log In")), &QPushButton::clicked, this, [this] {
+        finish(Login{m_username->stringValue(), m_password->stringValue()});
+    });
+    connect(addButton(tr("Cancel")), &QPushButton::clicked, this, [this] { finish(std::nullopt); });
 }
 
-void ZLWordpressLoginWindow::setTexts(
-    const QString &icon, ZLIconView::Tone tone, const QString &heading, const QString &text)
+ZLWordpressLoginWindow::~ZLWordpressLoginWindow()
 {
-    setIcon(icon, tone);
-    setHeading(heading);
-    m_text = text;
-    setText(text);
-}
-
-void ZLWordpressLoginWindow::setBlogName(const QString &blogName)
-{
-    setText(m_text.arg(elided(*this, blogName)));
-}
-
-void ZLWordpressLoginWindow::setFields(const QString &username, const QString &password)
-{
-    m_username->setStringValue(username);
-    m_password->setStringValue(password);
-}
-
-void ZLWordpressLoginWindow::focusFirstEmptyField()
-{
-    setInitialFirstResponder((username().isEmpty() ? m_username : m_password)->textField());
-}
-
-QString ZLWordpressLoginWindow::username() const
-{
-    return m_username->stringValue();
-}
-QString ZLWordpressLoginWindow::password() const
-{
-    return m_password->stringValue();
-}
-
-void ZLWordpressLoginWindow::didPressReturn()
-{
-    if (m_password->textField()->hasFocus())
-        Q_EMIT didEndEditingPassword();
-    else
-        ZLSheet::didPressReturn();
+    finish(std::nullopt);
 }
 
 void ZLWordpressLoginWindow::didPressEscape()
 {
-    Q_EMIT didClickCancel();
+    finish(std::nullopt);
 }
 
-ZLWordpressLoginErrorWindow::ZLWordpressLoginErrorWindow()
+void ZLWordpressLoginWindow::finish(const std::optional<Login> &answer)
 {
-    setObjectName(u"loginErrorSheet"_qs);
-    setTexts(u"sheet_warning"_qs, ZLTheme::warning, tr("That login does not work"),
-        tr("Check your username and password for\n%1"));
+    if (!m_answer.future().isRunning())
+        return;
+    m_answer.addResult(answer);
+    m_answer.finish();
+    Q_EMIT answered();
 }
 
 ZLConnectingSheet::ZLConnectingSheet()
@@ -142,9 +126,9 @@ ZLConnectingSheet::ZLConnectingSheet()
     setInitialFirstResponder(this);
 }
 
-void ZLConnectingSheet::setBlogURL(const QString &blogURL)
+void ZLConnectingSheet::setHost(const QString &host)
 {
-    setText(elided(*this, blogURL));
+    setText(elided(*this, host));
 }
 
 void ZLConnectingSheet::didPressEscape()

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "app/Prompts.h"
 #include "widgets/ZLSheet.h"
+
+#include <QFuture>
+#include <QPromise>
 
 class QLineEdit;
 class ZLSpinner;
@@ -12,57 +16,47 @@ class ZLTextField;
 class ZLIntroWindowController : public ZLSheet {
     Q_OBJECT
 public:
-    ZLIntroWindowController();
-    /// Whether it can be left without an answer, which makes sense once there is a blog.
-    void setCanCancel(bool canCancel);
-    QString blogURL() const;
-    void clear();
+    /// It can be left without an answer once there is a blog.
+    ZLIntroWindowController(const QString &typed, bool canCancel);
+    ~ZLIntroWindowController() override;
+
+    QFuture<std::optional<QString>> answer() { return m_answer.future(); }
 
 Q_SIGNALS:
-    void didClickConnect();
-    void didClickCancel();
+    void answered();
 
 protected:
     void didPressEscape() override;
 
 private:
+    void finish(const std::optional<QString> &answer);
+
     QLineEdit *m_blogURL;
-    QPushButton *m_cancel;
+    bool m_canCancel;
+    QPromise<std::optional<QString>> m_answer;
 };
 
-/// Asks for user name and password: the login sheet, and the sheet after a refused login.
+/// Asks for user name and password, also after a login that was refused or not complete.
 class ZLWordpressLoginWindow : public ZLSheet {
     Q_OBJECT
 public:
-    ZLWordpressLoginWindow();
+    explicit ZLWordpressLoginWindow(const LoginQuestion &question);
+    ~ZLWordpressLoginWindow() override;
 
-    void setBlogName(const QString &blogName);
-    void setFields(const QString &username, const QString &password);
-    void focusFirstEmptyField();
-    QString username() const;
-    QString password() const;
+    QFuture<std::optional<Login>> answer() { return m_answer.future(); }
 
 Q_SIGNALS:
-    void didClickLogin();
-    void didClickCancel();
-    void didEndEditingPassword(); ///< Return in the password field
+    void answered();
 
 protected:
-    void setTexts(const QString &icon, ZLIconView::Tone tone, const QString &heading, const QString &text);
-    void didPressReturn() override;
     void didPressEscape() override;
 
 private:
-    QString m_text;
+    void finish(const std::optional<Login> &answer);
+
     ZLTextField *m_username;
     ZLTextField *m_password;
-};
-
-/// The same after a login that was refused or not complete.
-class ZLWordpressLoginErrorWindow : public ZLWordpressLoginWindow {
-    Q_OBJECT
-public:
-    ZLWordpressLoginErrorWindow();
+    QPromise<std::optional<Login>> m_answer;
 };
 
 /// A connection is being tried.
@@ -70,7 +64,7 @@ class ZLConnectingSheet : public ZLSheet {
     Q_OBJECT
 public:
     ZLConnectingSheet();
-    void setBlogURL(const QString &blogURL);
+    void setHost(const QString &host);
 
 Q_SIGNALS:
     void didClickCancel();

@@ -1,6 +1,9 @@
 #include "mainwindow/MenuCommands.h"
 
+#include "compose/FormatCommands.h"
 #include "mainwindow/ZLMainWindow.h"
+
+#include <ZalmoServices.h>
 
 namespace {
 
@@ -38,6 +41,8 @@ MenuOfCommands fileMenu()
                 &Window::didClickSaveOnMenuItem},
             {u"postMenuItem"_qs, tr("&Publish"), key("Ctrl+Return"), MenuCommand::CanPublish,
                 &Window::didClickPostOnMenuItem},
+            {u"revertMenuItem"_qs, tr("&Revert to the Blog's Version"), {}, MenuCommand::CanRevert,
+                &Window::didClickRevertOnMenuItem},
             {u"deletePostMenuItem"_qs, tr("&Delete Post"), key("Ctrl+Shift+Del"), MenuCommand::CanDelete,
                 &Window::didClickDeletePostOnMenuItem},
             separator(),
@@ -65,29 +70,33 @@ MenuOfCommands editMenu()
         }};
 }
 
+MenuCommand formatItem(const FormatCommand &format)
+{
+    MenuCommand item;
+    item.name = QString::fromLatin1(format.item);
+    item.title = tr(format.label);
+    item.shortcuts = key(format.shortcut);
+    item.rule = format.isAlwaysOffered ? MenuCommand::Always : MenuCommand::CanFormat;
+    item.icon = QString::fromLatin1(format.icon);
+    item.format = QString::fromLatin1(format.command);
+    return item;
+}
+
 MenuOfCommands formatMenu()
 {
-    return {tr("F&ormat"),
-        {
-            {u"boldMenuItem"_qs, tr("&Bold"), key(QKeySequence::Bold), MenuCommand::Always, &Window::addBold,
-                u"menu_bold"_qs},
-            {u"italicMenuItem"_qs, tr("&Italic"), key(QKeySequence::Italic), MenuCommand::Always, &Window::addItalic,
-                u"menu_italic"_qs},
-            {u"underlineMenuItem"_qs, tr("&Underline"), key(QKeySequence::Underline), MenuCommand::Always,
-                &Window::addUnderline, u"menu_underline"_qs},
-            {u"strikethroughMenuItem"_qs, tr("&Strikethrough"), key("Ctrl+Shift+X"), MenuCommand::CanFormat,
-                &Window::didClickStrikethroughOnMenuItem, u"menu_strikethrough"_qs},
-            separator(),
-            {u"unorderedListMenuItem"_qs, tr("Bulleted &List"), key("Ctrl+Shift+8"), MenuCommand::CanFormat,
-                &Window::didClickUnorderedListOnMenuItem, u"menu_unordered_list"_qs},
-            {u"orderedListMenuItem"_qs, tr("&Numbered List"), key("Ctrl+Shift+7"), MenuCommand::CanFormat,
-                &Window::didClickOrderedListOnMenuItem, u"menu_ordered_list"_qs},
-            separator(),
-            {u"linkMenuItem"_qs, tr("Lin&k…"), key("Ctrl+K"), MenuCommand::Always, &Window::didClickLinkOnMenuItem,
-                u"menu_link"_qs},
-            {u"insertImageMenuItem"_qs, tr("Insert I&mage…"), key("Ctrl+Shift+I"), MenuCommand::HasAccount,
-                &Window::didClickOnImportMedia, u"sidebar_icon_media"_qs},
-        }};
+    MenuOfCommands menu{tr("F&ormat"), {}};
+    for (const FormatCommand &format : formatCommands) {
+        menu.commands << formatItem(format);
+        if (format.endsGroup)
+            menu.commands << separator();
+    }
+    menu.commands << QList<MenuCommand>{
+        {u"linkMenuItem"_qs, tr("Lin&k…"), key("Ctrl+K"), MenuCommand::Always, &Window::didClickLinkOnMenuItem,
+            u"menu_link"_qs},
+        {u"insertImageMenuItem"_qs, tr("Insert I&mage…"), key("Ctrl+Shift+I"), MenuCommand::HasAccount,
+            &Window::didClickOnImportMedia, u"sidebar_icon_media"_qs},
+    };
+    return menu;
 }
 
 MenuOfCommands viewMenu()
@@ -103,15 +112,18 @@ MenuOfCommands viewMenu()
         }};
 }
 
+/// Pages outside the program are offered where whoever packages it has set them.
 MenuOfCommands helpMenu()
 {
-    return {tr("&Help"),
-        {
-            {u"getStartedMenuItem"_qs, tr("&Get Started"), {}, MenuCommand::Always, &Window::getStartedFromMenu},
-            {u"extensionsMenuItem"_qs, tr("&Browser Extensions"), {}, MenuCommand::Always,
-                &Window::didClickOnBrowserExtensions},
-            {u"supportMenuItem"_qs, tr("&Contact Support"), {}, MenuCommand::Always, &Window::didClickOnContactSupport},
-        }};
+    MenuOfCommands menu{tr("&Help"),
+        {{u"getStartedMenuItem"_qs, tr("&Get Started"), {}, MenuCommand::Always, &Window::getStartedFromMenu}}};
+    if (*ZalmoServices::extensionsPage)
+        menu.commands.append({u"extensionsMenuItem"_qs, tr("&Browser Extensions"), {}, MenuCommand::Always,
+            &Window::didClickOnBrowserExtensions});
+    if (*ZalmoServices::supportPage)
+        menu.commands.append({u"supportMenuItem"_qs, tr("&Contact Support"), {}, MenuCommand::Always,
+            &Window::didClickOnContactSupport});
+    return menu;
 }
 
 } // namespace

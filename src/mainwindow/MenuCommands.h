@@ -13,9 +13,10 @@ struct MenuCommand {
         Always,
         NoSheet, ///< nothing hangs from the window
         HasAccount, ///< a blog is connected, and nothing hangs from the window
-        CanSave, ///< the same, and so has the button of this name
+        CanSave, ///< the same, and it can be done with the post on the screen, as its buttons say
         CanPublish,
         CanDelete,
+        CanRevert,
         CanFormat, ///< the cursor is in the page
     };
     using Action = void (ZLMainWindow::*)();
@@ -26,6 +27,7 @@ struct MenuCommand {
     Rule rule = Always;
     Action action = nullptr;
     QString icon = {};
+    QString format = {}; ///< in place of an action: what is done to the text
 };
 
 struct MenuOfCommands {

@@ -1,7 +1,7 @@
 #include "mainwindow/PostContextMenu.h"
 
+#include "app/PostCopier.h"
 #include "app/ZLAppDelegate.h"
-#include "mainwindow/PostCopier.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 #include "platform/ZLLog.h"
 #include "widgets/ZLFavicon.h"
@@ -35,18 +35,23 @@ QString PostContextMenu::saveTitle(const ZLLocalPostRepresentation &post, bool l
 
 void PostContextMenu::addPostItems()
 {
-    const auto addItem = [this](const QString &title, int action) {
-        connect(addAction(title), &QAction::triggered, this, [this, action] { Q_EMIT this->action(action); });
+    const PostActions offered = actionsOfRow(*m_post);
+    const auto addItem = [this, offered](const QString &title, PostAction action) {
+        if (offered.testFlag(action))
+            connect(addAction(title), &QAction::triggered, this, [this, action] { Q_EMIT this->action(action); });
     };
-    const AccountPtr account = m_app.selectedAccount();
-    addItem(m_post->published ? tr("Update") : tr("Publish"), AwaitingAction::Publish);
-    addItem(tr("Delete"), AwaitingAction::Delete);
-    addItem(saveTitle(*m_post, account && account->evernote), AwaitingAction::Save);
+    const AccountPtr account = m_app.currentBlog().selectedAccount();
+    const QString save = saveTitle(*m_post, account && account->evernote);
+    addItem(m_post->published ? tr("Update") : tr("Publish"), PostAction::Publish);
+    addItem(tr("Publish as a New Post"), PostAction::PublishAsNew);
+    addItem(tr("Delete"), PostAction::Delete);
+    addItem(save, PostAction::Save);
+    addItem(save, PostAction::MoveToDrafts);
 }
 
 void PostContextMenu::addCopyToBlog()
 {
-    const QList<AccountPtr> accounts = m_app.accountsCanReceivePostCopy();
+    const QList<AccountPtr> accounts = m_app.currentBlog().accountsCanReceivePostCopy();
     if (accounts.isEmpty())
         return;
     QMenu *blogs = addMenu(tr("Copy to Blog"));
@@ -60,7 +65,8 @@ void PostContextMenu::addCopyToBlog()
 void PostContextMenu::copyToBlog(const AccountPtr &account)
 {
     const QPointer<PostContextMenu> self(this);
-    const Result<QUrl> file = PostCopier::copyPostToBlog(m_app, m_post, account);
+    const Result<QUrl> file = PostCopier(m_app.platform().files, m_app.documentController(), m_app.currentBlog())
+                                  .copyPostToBlog(m_post, account);
     if (!self)
         return;
     if (file)

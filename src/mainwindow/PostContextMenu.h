@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/ZLLocalPostRepresentation.h"
+#include "compose/PostAction.h"
 #include "platform/ZLError.h"
 #include "store/Account.h"
 
@@ -19,7 +19,7 @@ public:
 
 Q_SIGNALS:
     void newPost();
-    void action(int action); ///< of AwaitingAction
+    void action(PostAction action);
     void didFailToCopy(const ZLError &error);
     void copied(const QUrl &file); ///< the post has a copy on another blog, which is the current one now
 

@@ -69,7 +69,7 @@ void ZLMainWindow::makeViews()
     m_selectorView = new ZLSelectorView(m_titleBarView);
     m_titleBarView->layout()->addWidget(m_selectorView);
     m_sheets = new ZLSheetHost(m_mainView);
-    m_prompts = std::make_unique<ZLPrompts>(m_app, *m_sheets);
+    m_prompts = std::make_unique<ZLPrompts>(*m_sheets);
     m_postList = std::make_unique<ZLPostListViewController>(m_app, *m_prompts, m_mainView);
     m_compose = std::make_unique<ComposeArea>(m_app, *m_prompts, *m_sheets);
     m_compose->setParent(this);
@@ -122,7 +122,7 @@ void ZLMainWindow::addCommand(QMenu *menu, const MenuCommand &command)
     m_rules.insert(command.name, command.rule);
     connect(action, &QAction::triggered, this, [this, command] {
         if (isRuleMet(command.rule))
-            (this->*command.action)();
+            command.action ? (this->*command.action)() : format(command.format);
     });
 }
 
@@ -136,7 +136,7 @@ void ZLMainWindow::connectViews()
     connect(m_sideBarView, &ZLSideBarView::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
     connect(m_sideBarView, &ZLSideBarView::didClickOnImportMedia, this, &ZLMainWindow::didClickOnImportMedia);
     connect(m_selectorView, &ZLSelectorView::selectorDidChange, this,
-        [this](int index) { m_app.selectorDidChange(index); });
+        [this](int index) { m_app.currentBlog().selectorDidChange(index); });
     connect(&m_app.notifications(), &ZLNotifications::didUpdatePosts, this, [this] {
         updateButtons();
         m_hasNewRows = true;
@@ -149,7 +149,14 @@ void ZLMainWindow::connectViews()
 
 ZLWindows ZLMainWindow::windows()
 {
-    return {&m_compose->controller(), m_postList.get(), m_prompts.get(), m_selectorView};
+    return {&m_compose->controller(), m_postList.get(), m_prompts.get(), m_selectorView, [this] { comeToFront(); }};
+}
+
+void ZLMainWindow::comeToFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 // Frame and layout
@@ -289,18 +296,21 @@ bool ZLMainWindow::validateMenuItem(const QString &name) const
 
 bool ZLMainWindow::isRuleMet(MenuCommand::Rule rule) const
 {
-    const bool hasAccount = m_app.numberOfConnectedAccounts() > 0 && !hasAttachedSheet();
+    const bool hasAccount = !m_app.currentBlog().accounts().isEmpty() && !hasAttachedSheet();
+    const PostActions actions = m_compose->controller().actions();
     switch (rule) {
     case MenuCommand::NoSheet:
         return !hasAttachedSheet();
     case MenuCommand::HasAccount:
         return hasAccount;
     case MenuCommand::CanSave:
-        return hasAccount && m_compose->canSave();
+        return hasAccount && actions.testFlag(PostAction::Save);
     case MenuCommand::CanPublish:
-        return hasAccount && m_compose->canPublish();
+        return hasAccount && actions.testFlag(PostAction::Publish);
     case MenuCommand::CanDelete:
-        return hasAccount && m_compose->canDelete();
+        return hasAccount && actions.testFlag(PostAction::Delete);
+    case MenuCommand::CanRevert:
+        return hasAccount && actions.testFlag(PostAction::Revert);
     case MenuCommand::CanFormat:
         return m_compose->canFormatSelectedDOMRange();
     case MenuCommand::Always:
@@ -319,6 +329,6 @@ void ZLMainWindow::updateMenus(bool validate)
 
 void ZLMainWindow::updateButtons()
 {
-    m_sideBarView->setButtonsEnabled(m_app.numberOfConnectedAccounts() > 0);
-    m_postList->view()->refreshButton()->setEnabled(m_app.numberOfConnectedAccounts() > 0);
+    m_sideBarView->setButtonsEnabled(!m_app.currentBlog().accounts().isEmpty());
+    m_postList->view()->refreshButton()->setEnabled(!m_app.currentBlog().accounts().isEmpty());
 }

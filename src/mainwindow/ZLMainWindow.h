@@ -33,6 +33,7 @@ public:
 
     /// The windows as the application controller asks for them.
     ZLWindows windows();
+    void comeToFront();
     ZLPostListViewController &postListViewController() { return *m_postList; }
     ComposeArea &composeArea() { return *m_compose; }
     ZLSheetHost &sheets() { return *m_sheets; }
@@ -51,14 +52,9 @@ public:
     void didClickPostOnMenuItem();
     void didClickSaveOnMenuItem();
     void didClickDeletePostOnMenuItem();
+    void didClickRevertOnMenuItem();
     void didClickRefreshPostListOnMenuItem();
-    void didClickStrikethroughOnMenuItem();
     void didClickLinkOnMenuItem();
-    void didClickOrderedListOnMenuItem();
-    void didClickUnorderedListOnMenuItem();
-    void addBold();
-    void addItalic();
-    void addUnderline();
     void undo();
     void redo();
     void cut();

@@ -25,7 +25,7 @@ void ZLMainWindow::didClickOnNewPost()
         if (!can) {
             m_compose->makeTitleBecomeFirstResponder(); // the screen is the new post already
             m_keyHold->release();
-        } else if (!m_app.createNewPost()) {
+        } else if (!m_app.posts().createNewPost()) {
             m_keyHold->drop();
         }
     });
@@ -47,25 +47,24 @@ void ZLMainWindow::didClickOnImportMedia()
 void ZLMainWindow::didClickPostOnMenuItem()
 {
     if (!hasAttachedSheet())
-        m_compose->controller().didPressedPublishButton();
+        m_compose->controller().doActionForCurrentPost(PostAction::Publish);
 }
 
 void ZLMainWindow::didClickSaveOnMenuItem()
 {
-    m_compose->controller().didPressedSaveButton();
+    m_compose->controller().doActionForCurrentPost(PostAction::Save);
 }
 void ZLMainWindow::didClickDeletePostOnMenuItem()
 {
-    m_compose->controller().didPressedDeleteButton();
+    m_compose->controller().doActionForCurrentPost(PostAction::Delete);
+}
+void ZLMainWindow::didClickRevertOnMenuItem()
+{
+    m_compose->controller().doActionForCurrentPost(PostAction::Revert);
 }
 void ZLMainWindow::didClickRefreshPostListOnMenuItem()
 {
     m_postList->refresh();
-}
-
-void ZLMainWindow::didClickStrikethroughOnMenuItem()
-{
-    m_compose->controller().execCommand(u"Strikethrough"_qs);
 }
 
 void ZLMainWindow::didClickLinkOnMenuItem()
@@ -74,34 +73,11 @@ void ZLMainWindow::didClickLinkOnMenuItem()
         m_compose->controller().addLinkToCurrentSelection();
 }
 
-void ZLMainWindow::didClickOrderedListOnMenuItem()
-{
-    m_compose->controller().execCommand(u"InsertOrderedList"_qs);
-}
-
-void ZLMainWindow::didClickUnorderedListOnMenuItem()
-{
-    m_compose->controller().execCommand(u"InsertUnorderedList"_qs);
-}
-
-// These items are always enabled, and yet have nothing to format while the cursor is elsewhere.
+// Some of these items are always enabled, and yet have nothing to format while the cursor is elsewhere.
 void ZLMainWindow::format(const QString &command)
 {
     if (m_compose->canFormatSelectedDOMRange())
         m_compose->controller().execCommand(command);
-}
-
-void ZLMainWindow::addBold()
-{
-    format(u"Bold"_qs);
-}
-void ZLMainWindow::addItalic()
-{
-    format(u"Italic"_qs);
-}
-void ZLMainWindow::addUnderline()
-{
-    format(u"Underline"_qs);
 }
 
 void ZLMainWindow::undo()
@@ -148,7 +124,7 @@ void ZLMainWindow::searchPosts()
 
 void ZLMainWindow::newAccount()
 {
-    m_app.newAccount();
+    m_app.connection().newAccount();
 }
 void ZLMainWindow::getStartedFromMenu()
 {

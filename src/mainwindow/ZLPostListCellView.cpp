@@ -68,6 +68,11 @@ void drawBackground(QPainter *painter, const QStyleOptionViewItem &option)
     painter->restore();
 }
 
+QString imageNamed(const QString &word, bool darkBackground)
+{
+    return u"postlist_%1_icon%2"_qs.arg(word, darkBackground ? QString() : u"_selected"_qs);
+}
+
 } // namespace
 
 void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -94,7 +99,10 @@ void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &op
     drawLines(painter, texts.adjusted(0, titleMetrics.height() + 4, 0, 0), detailFont,
         index.data(ZLPostListModel::DetailRole).toString().simplified(), detailColor);
 
-    const QString icon = statusImageForPostStatus(index.data(ZLPostListModel::StatusRole).toInt(), !selected);
+    const QString mark = index.data(ZLPostListModel::MarkRole).toString();
+    const QString icon = mark.isEmpty()
+        ? statusImageForPostStatus(index.data(ZLPostListModel::StatusRole).toInt(), !selected)
+        : imageNamed(mark, !selected);
     const QRect box = iconRect(option.rect, titleMetrics.height());
     painter->drawPixmap(box.topLeft(),
         ZLIcons::pixmap(icon, iconSide, ZLIcons::tone(icon, option.palette), painter->device()->devicePixelRatioF()));
@@ -121,12 +129,18 @@ QString ZLPostListCellView::statusImageForPostStatus(int status, bool darkBackgr
         {Row::EvernoteNote, u"evernote"_qs},
         {Row::Scheduled, u"schedule"_qs},
     };
-    return u"postlist_%1_icon%2"_qs.arg(
-        words.value(status, u"pendent"_qs), darkBackground ? QString() : u"_selected"_qs);
+    return imageNamed(words.value(status, u"pendent"_qs), darkBackground);
 }
 
-QString ZLPostListCellView::wordForPostStatus(int status)
+QString ZLPostListCellView::wordForPostStatus(int status, const QString &mark)
 {
+    static const QHash<QString, QString> marks{
+        {u"private"_qs, tr("Private")},
+        {u"pending"_qs, tr("Pending review")},
+        {u"upload"_qs, tr("On its way to the blog")},
+    };
+    if (!mark.isEmpty())
+        return marks.value(mark);
     static const QHash<int, QString> words{
         {Row::Published, tr("Published")},
         {Row::Draft, tr("Draft")},
@@ -147,7 +161,8 @@ bool ZLPostListCellView::helpEvent(
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QRect icon = iconRect(option.rect, QFontMetrics(option.font).height()).adjusted(-6, -6, 6, 6);
     const QString text = icon.contains(event->pos())
-        ? wordForPostStatus(index.data(ZLPostListModel::StatusRole).toInt())
+        ? wordForPostStatus(
+            index.data(ZLPostListModel::StatusRole).toInt(), index.data(ZLPostListModel::MarkRole).toString())
         : index.data(Qt::DisplayRole).toString();
     QToolTip::showText(event->globalPos(), ZLPlainText::toolTip(text), view);
     return true;

@@ -13,7 +13,8 @@ public:
 
     /// The icon of a state: `darkBackground` is true for the plain row and false for the selected one.
     static QString statusImageForPostStatus(int status, bool darkBackground);
-    static QString wordForPostStatus(int status); ///< what the icon tells, for a tool tip
+    /// What the icon tells, for a tool tip. `mark` is ZLPostListModel's.
+    static QString wordForPostStatus(int status, const QString &mark = {});
 
 protected:
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,

@@ -18,16 +18,35 @@ QVariant ZLPostListModel::data(const QModelIndex &index, int role) const
         return {};
     switch (role) {
     case Qt::DisplayRole:
-        return post->title.isEmpty() ? u"No title"_qs : post->title;
+        return post->title.isEmpty() ? u"No title"_qs : post->title.left(shownLength);
     case DetailRole:
         return detail(index.row());
     case StatusRole:
         return post->status;
+    case MarkRole:
+        return mark(*post);
     case Qt::AccessibleDescriptionRole: // what one sees as an icon, too
-        return u"%1. %2"_qs.arg(ZLPostListCellView::wordForPostStatus(post->status), detail(index.row()));
+        return u"%1. %2"_qs.arg(ZLPostListCellView::wordForPostStatus(post->status, mark(*post)), detail(index.row()));
     default:
         return {};
     }
+}
+
+/// What is going on comes first, then who may see it, then how far the post is.
+QString ZLPostListModel::mark(const ZLLocalPostRepresentation &post) const
+{
+    if (m_isOnItsWay(post.localFile))
+        return u"upload"_qs;
+    const bool isAsOnBlog = post.status == ZLLocalPostRepresentation::Published
+        || post.status == ZLLocalPostRepresentation::PublishedPage || post.status == ZLLocalPostRepresentation::Draft;
+    const bool isKnown = post.blogStatus == u"private" || post.blogStatus == u"pending";
+    return isAsOnBlog && isKnown ? post.blogStatus : QString();
+}
+
+void ZLPostListModel::uploadsDidChange()
+{
+    if (!m_posts.isEmpty())
+        Q_EMIT dataChanged(index(0), index(int(m_posts.size()) - 1), {MarkRole});
 }
 
 QString ZLPostListModel::detail(int row) const

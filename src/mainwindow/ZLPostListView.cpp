@@ -11,11 +11,13 @@
 #include "widgets/ZLTheme.h"
 
 #include <QAction>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 ZLPostListView::ZLPostListView(ZLPostListModel *model, QWidget *parent)
@@ -28,6 +30,7 @@ ZLPostListView::ZLPostListView(ZLPostListModel *model, QWidget *parent)
     makeHeader();
     makeTable(model);
     makeEmptyState();
+    makeSyncFailure();
     m_syncingView = new ZLSyncBar(tr("Syncing your posts…"), tr("Stop"), m_tableView);
     m_syncingView->setObjectName(u"syncBar"_qs);
     connect(model, &QAbstractItemModel::modelReset, this, &ZLPostListView::updateEmptyState);
@@ -102,6 +105,39 @@ void ZLPostListView::makeEmptyState()
     overTable->setContentsMargins({});
     overTable->addWidget(m_empty);
     m_empty->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void ZLPostListView::makeSyncFailure()
+{
+    m_syncFailure = new QFrame(this);
+    m_syncFailure->setBackgroundRole(QPalette::Window);
+    m_syncFailure->setAutoFillBackground(true);
+    m_syncFailureText = ZLPlainText::label(m_syncFailure);
+    m_syncFailureText->setObjectName(u"syncFailureText"_qs);
+    m_syncFailureText->setWordWrap(true);
+    m_syncFailureText->setFont(ZLTheme::font(font(), -1));
+    m_syncFailureText->setForegroundRole(QPalette::PlaceholderText);
+    auto *again = new QPushButton(tr("Try Again"), m_syncFailure);
+    again->setObjectName(u"tryAgainButton"_qs);
+    again->setFlat(true);
+    again->setFont(m_syncFailureText->font());
+    again->setFixedSize(again->fontMetrics().horizontalAdvance(again->text()) + 3 * ZLTheme::spacing, 28);
+    connect(again, &QPushButton::clicked, this, &ZLPostListView::tryAgainPressed);
+    auto *row = new QHBoxLayout(m_syncFailure);
+    row->setContentsMargins(2 * ZLTheme::spacing, ZLTheme::spacing, ZLTheme::spacing / 2, ZLTheme::spacing);
+    row->setSpacing(ZLTheme::spacing);
+    row->addWidget(m_syncFailureText, 1);
+    row->addWidget(again);
+    m_syncFailure->hide();
+    layout()->addWidget(m_syncFailure);
+}
+
+void ZLPostListView::setSyncFailure(const QString &text)
+{
+    constexpr int longest = 140; // a few lines; what a blog says can be a page long
+    m_syncFailureText->setText(text.size() > longest ? text.left(longest).trimmed() + u'…' : text);
+    m_syncFailureText->setToolTip(ZLPlainText::toolTip(text));
+    m_syncFailure->setVisible(!text.isEmpty());
 }
 
 void ZLPostListView::setLoading(bool loading)

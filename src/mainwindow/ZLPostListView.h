@@ -26,10 +26,12 @@ public:
     void setLoading(bool loading); ///< the big spinner over an empty list
     bool isLoading() const { return m_isLoading; }
     void updateEmptyState();
+    void setSyncFailure(const QString &text); ///< the quiet line below the rows; empty: none
 
 Q_SIGNALS:
     void deletePressed();
     void returnPressed();
+    void tryAgainPressed(); ///< in the line about a failed round
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -39,6 +41,7 @@ private:
     void makeHeader();
     void makeTable(ZLPostListModel *model);
     void makeEmptyState();
+    void makeSyncFailure();
     bool didPressKeyInSearchField(int key);
 
     QLineEdit *m_searchPostsField = nullptr;
@@ -50,5 +53,7 @@ private:
     QLabel *m_emptyText = nullptr;
     ZLSpinner *m_loading = nullptr;
     ZLSyncBar *m_syncingView = nullptr;
+    QWidget *m_syncFailure = nullptr;
+    QLabel *m_syncFailureText = nullptr;
     bool m_isLoading = false;
 };

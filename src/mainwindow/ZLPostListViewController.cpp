@@ -35,12 +35,13 @@ void ZLPostListViewController::connectView()
     connect(m_view->refreshButton(), &QAbstractButton::clicked, this, &ZLPostListViewController::refresh);
     connect(m_view->searchPostsField(), &QLineEdit::textChanged, this, &ZLPostListViewController::updatePosts);
     connect(m_view->syncingView(), &ZLSyncBar::stopped, this, [this] {
-        m_app.stopSyncing();
+        m_app.rounds().stopSyncing();
         hideSyncingLoading();
     });
+    connect(m_view, &ZLPostListView::tryAgainPressed, this, [this] { m_app.rounds().syncAllBlogs(); });
     connect(m_view, &ZLPostListView::deletePressed, this, [this] {
         if (const LocalPostPtr post = selectedLocalPost())
-            selectPost(post, AwaitingAction::Delete);
+            selectPost(post, PostAction::Delete);
     });
     connect(m_view, &ZLPostListView::returnPressed, this, [this] {
         if (delegate && selectedLocalPost())
@@ -61,6 +62,14 @@ void ZLPostListViewController::connectNotifications()
         hideLoadingView();
         updatePosts();
     });
+    m_model.setIsOnItsWay([this](const QUrl &file) {
+        const ZLWordpressService *service = m_app.currentBlog().wordpressService();
+        return service && service->uploadOfPost(file);
+    });
+    for (const auto step : {&ZLNotifications::syncingTaxonomiesPostStatus, &ZLNotifications::syncingImagesPostStatus,
+             &ZLNotifications::syncingContentPostStatus, &ZLNotifications::didFailToUploadPost})
+        connect(&notifications, step, &m_model, &ZLPostListModel::uploadsDidChange);
+    connect(&notifications, &ZLNotifications::didUpdatePost, &m_model, &ZLPostListModel::uploadsDidChange);
 }
 
 // Selection
@@ -93,7 +102,7 @@ void ZLPostListViewController::selectRow(int row)
 {
     const bool isSelected = row == selectedRowInTable();
     selectInTable(row);
-    if (!isSelected || m_awaitingAction != AwaitingAction::None)
+    if (!isSelected || m_awaitingAction != PostAction::None)
         tableViewSelectionDidChange();
 }
 
@@ -111,7 +120,7 @@ void ZLPostListViewController::tableViewSelectionDidChange()
     m_fileToLoad.clear();
     const LocalPostPtr post = m_model.post(m_selectedPostRow);
     if (post) {
-        if (m_awaitingAction == AwaitingAction::None && m_selectedLocalFile == post->localFile)
+        if (m_awaitingAction == PostAction::None && m_selectedLocalFile == post->localFile)
             return;
         // After the table has finished its own event.
         m_fileToLoad = post->localFile;
@@ -128,25 +137,20 @@ void ZLPostListViewController::tableViewSelectionDidChange()
 
 void ZLPostListViewController::loadSelectedPost(const LocalPostPtr &post)
 {
-    // Another row has been selected meanwhile; its own turn comes, and the waiting action is meant for it.
-    const LocalPostPtr selected = m_model.post(selectedRowInTable());
-    if (!selected || selected->localFile != post->localFile)
-        return;
-    load(post);
+    // Another row may have been selected meanwhile; its own turn comes, and the waiting action is meant for it.
+    if (m_fileToLoad == post->localFile)
+        load(post);
 }
 
 void ZLPostListViewController::load(const LocalPostPtr &post)
 {
     m_fileToLoad.clear();
-    const int action = std::exchange(m_awaitingAction, int(AwaitingAction::None));
+    const PostAction action = std::exchange(m_awaitingAction, PostAction::None);
     const bool isOther = std::exchange(m_selectedLocalFile, post->localFile) != post->localFile;
     if (!delegate)
         return;
-    if (action == AwaitingAction::None || action == AwaitingAction::Reload)
-        delegate->loadPost(post);
-    else
-        delegate->loadLocalPost(post, action);
-    if (isOther && action != AwaitingAction::Reload)
+    delegate->loadPost(post, action);
+    if (isOther)
         delegate->cleanUndoStack();
 }
 
@@ -157,7 +161,7 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post)
     const int row = m_model.rowOfFile(m_selectedLocalFile); // after a rebuild the row is another object
     if (row != -1)
         selectRow(row);
-    else if (const LocalPostPtr hidden = postOnScreen(); hidden && m_awaitingAction != AwaitingAction::None)
+    else if (const LocalPostPtr hidden = postOnScreen(); hidden && m_awaitingAction != PostAction::None)
         load(hidden); // a search leaves it out, and it is on the screen all the same
     else if (!hidden)
         deselectRow();
@@ -168,12 +172,12 @@ void ZLPostListViewController::selectPostWithoutLoad(const LocalPostPtr &post)
     selectPost(post); // the file is stored first, so that the row counts as loaded
 }
 
-void ZLPostListViewController::selectPost(const LocalPostPtr &post, int action)
+void ZLPostListViewController::selectPost(const LocalPostPtr &post, PostAction action)
 {
     m_awaitingAction = action;
     const int row = m_model.rowOfFile(post->localFile);
     if (row == -1) {
-        m_awaitingAction = AwaitingAction::None;
+        m_awaitingAction = PostAction::None;
         return deselectRow();
     }
     // A post whose file could not be opened is selected, but another one is on the screen.
@@ -182,16 +186,21 @@ void ZLPostListViewController::selectPost(const LocalPostPtr &post, int action)
     m_selectedLocalFile = post->localFile;
     if (!isLoaded)
         return selectRow(row);
-    m_awaitingAction = AwaitingAction::None;
+    m_awaitingAction = PostAction::None;
     if (delegate)
         delegate->doActionForCurrentPost(action);
 }
 
 void ZLPostListViewController::selectRowWithoutLoad(int row)
 {
+    const LocalPostPtr post = m_app.posts().posts().value(row);
+    selectFileWithoutLoad(post ? post->localFile : QUrl());
+}
+
+void ZLPostListViewController::selectFileWithoutLoad(const QUrl &file)
+{
     m_fileToLoad.clear();
-    const LocalPostPtr post = m_app.posts().value(row);
-    m_selectedLocalFile = post ? post->localFile : QUrl();
+    m_selectedLocalFile = file;
     m_selectedPostRow = m_model.rowOfFile(m_selectedLocalFile); // none also where a search leaves it out
     m_model.reloadRow(m_selectedPostRow);
     selectInTable(m_selectedPostRow);
@@ -218,14 +227,7 @@ void ZLPostListViewController::setRows(const QList<LocalPostPtr> &posts)
 void ZLPostListViewController::updatePosts()
 {
     const QString text = m_view->searchPostsField()->text();
-    setRows(text.isEmpty() ? m_app.posts() : m_app.getPostsForSearch(text));
-}
-
-void ZLPostListViewController::updatePostsAndSelectRow(int row)
-{
-    m_view->searchPostsField()->clear();
-    updatePosts();
-    selectRow(row);
+    setRows(text.isEmpty() ? m_app.posts().posts() : m_app.posts().getPostsForSearch(text));
 }
 
 void ZLPostListViewController::updatePostsAndSelectPreviousPost()
@@ -235,8 +237,7 @@ void ZLPostListViewController::updatePostsAndSelectPreviousPost()
     leaveVanishedPost();
 }
 
-/// A selected post whose file is gone takes the editor's content with it. A new post that was kept on the screen while
-/// another blog was chosen is in no row either, but its file is there.
+/// A selected post whose file is gone takes the editor's content with it.
 void ZLPostListViewController::leaveVanishedPost()
 {
     if (m_selectedLocalFile.isEmpty() || m_selectedPostRow != none)
@@ -260,27 +261,23 @@ void ZLPostListViewController::didDeleteLocalPost(const LocalPostPtr &post)
 
 void ZLPostListViewController::didUpdatePost(const PostPtr &, const LocalPostPtr &row, const QUrl &previousLocalURL)
 {
-    // A new post that was kept on the screen while another blog was connected is in no selected row.
-    const bool isKept = row && m_selectedLocalFile.isEmpty() && delegate && delegate->isOnScreen(row);
-    const bool wasSelected = isKept || (!previousLocalURL.isEmpty() && m_selectedLocalFile == previousLocalURL);
+    // The screen takes its own outcome; what is new here is only where the file lies.
+    if (row && !previousLocalURL.isEmpty() && m_selectedLocalFile == previousLocalURL)
+        m_selectedLocalFile = row->localFile;
     updatePosts();
-    if (wasSelected && row) {
-        m_awaitingAction = AwaitingAction::Reload;
-        selectPost(row);
-    } else {
-        leaveVanishedPost();
-    }
+    leaveVanishedPost();
 }
 
 bool ZLPostListViewController::keepsStatus(const ZLLocalPostRepresentation &post)
 {
-    return post.status == ZLLocalPostRepresentation::New || post.status == ZLLocalPostRepresentation::ConflictSolved;
+    return post.status == ZLLocalPostRepresentation::New || post.status == ZLLocalPostRepresentation::Conflict
+        || post.status == ZLLocalPostRepresentation::ConflictSolved;
 }
 
 /// Its row follows what is typed, also while a search hides it.
 LocalPostPtr ZLPostListViewController::postOnScreen() const
 {
-    const QList<LocalPostPtr> &posts = m_app.posts();
+    const QList<LocalPostPtr> &posts = m_app.posts().posts();
     const auto isSelected = [this](const LocalPostPtr &post) { return post->localFile == m_selectedLocalFile; };
     const auto found = std::find_if(posts.cbegin(), posts.cend(), isSelected);
     return found == posts.cend() ? nullptr : *found;
@@ -302,29 +299,23 @@ void ZLPostListViewController::setContentToSelectedPost(const QString &content)
     const LocalPostPtr post = postOnScreen();
     if (!post)
         return;
-    QString before = ContentPasses::removeHTMLFromString(post->content);
-    QString now = ContentPasses::removeHTMLFromString(content);
-    constexpr int shownLength = 70;
-    if (before.size() > shownLength && now.size() > shownLength) {
-        before.truncate(shownLength);
-        now.truncate(shownLength);
-    }
-    post->content = content;
+    // What the row shows of a text is at its beginning: a key deep in a long post changes nothing here.
+    const QString extract = ZLLocalPostRepresentation::contentExtract(content);
     const bool statusChanges = !keepsStatus(*post) && post->status != ZLLocalPostRepresentation::Modified;
+    if (!statusChanges && extract == post->content)
+        return;
+    post->content = extract;
     if (statusChanges)
         post->status = ZLLocalPostRepresentation::Modified;
-    // Spares a reload on each key press deep in a long post.
-    if (statusChanges || before != now)
-        m_model.reloadRow(m_model.rowOfPost(post));
+    m_model.reloadRow(m_model.rowOfPost(post));
 }
 
 void ZLPostListViewController::setStatusToSelectedPost(int status)
 {
     const LocalPostPtr post = postOnScreen();
-    if (!post || post->status == status)
+    if (!post || post->status == status || keepsStatus(*post))
         return;
     post->status = status;
-    ZLLog(u"reload table view"_qs);
     m_model.reloadRow(m_model.rowOfPost(post));
 }
 
@@ -332,14 +323,7 @@ void ZLPostListViewController::setStatusToSelectedPost(int status)
 
 void ZLPostListViewController::refresh()
 {
-    if (m_app.numberOfConnectedAccounts() == 0)
-        return;
-    if (!m_app.isReachable()) {
-        m_prompts.alert(tr("You're offline"), tr("You need to connect to the Internet to synchronize your posts."));
-        return;
-    }
-    showSyncingLoading();
-    m_app.refreshCurrentBlog();
+    m_app.rounds().refreshCurrentBlog();
 }
 
 void ZLPostListViewController::openNewPost()
@@ -353,7 +337,7 @@ void ZLPostListViewController::openNewPost()
     m_fileToLoad.clear();
     m_selectedPostRow = 0;
     if (delegate) {
-        delegate->loadPost(post);
+        delegate->loadPost(post, PostAction::None);
         delegate->makeTitleBecomeFirstResponder();
     }
     selectInTable(0);
@@ -380,6 +364,16 @@ void ZLPostListViewController::hideSyncingLoading()
     m_view->syncingView()->slideOut();
 }
 
+void ZLPostListViewController::showSyncFailure(const QString &text)
+{
+    m_view->setSyncFailure(text);
+}
+
+void ZLPostListViewController::hideSyncFailure()
+{
+    m_view->setSyncFailure({});
+}
+
 // Context menu
 
 void ZLPostListViewController::popUpMenu(const QPoint &position)
@@ -400,7 +394,7 @@ QMenu *ZLPostListViewController::menuForRow(int row)
         return nullptr;
     auto *menu = new PostContextMenu(m_app, post, m_view);
     connect(menu, &PostContextMenu::newPost, this, &ZLPostListViewController::didClickOnNewPost);
-    connect(menu, &PostContextMenu::action, this, [this, post](int action) { selectPost(post, action); });
+    connect(menu, &PostContextMenu::action, this, [this, post](PostAction action) { selectPost(post, action); });
     connect(menu, &PostContextMenu::didFailToCopy, this,
         [this](const ZLError &error) { m_prompts.alert(tr("The post could not be copied."), error.description); });
     connect(menu, &PostContextMenu::copied, this, [this](const QUrl &file) { selectPostFromLocalFileURL(file); });

@@ -30,27 +30,27 @@ public:
     LocalPostPtr selectedLocalPost() const;
     int selectedPostRow() const { return m_selectedPostRow; }
     QUrl selectedLocalFile() const { return m_selectedLocalFile; }
-    int awaitingAction() const { return m_awaitingAction; }
+    PostAction awaitingAction() const { return m_awaitingAction; }
 
     // selection
     void selectRow(int row);
-    void selectRowWithoutLoad(int row) override;
+    void selectRowWithoutLoad(int row);
+    void selectFileWithoutLoad(const QUrl &file) override;
     void selectPost(const LocalPostPtr &post);
     void selectPostWithoutLoad(const LocalPostPtr &post);
-    void selectPost(const LocalPostPtr &post, int action);
+    void selectPost(const LocalPostPtr &post, PostAction action);
     void selectPostFromLocalFileURL(const QUrl &url) override;
     void deselectRow() override;
 
     // updates
     void updatePosts() override;
-    void updatePostsAndSelectRow(int row) override;
     void updatePostsAndSelectPreviousPost() override;
     void reloadData();
     void didDeleteLocalPost(const LocalPostPtr &post) override;
     void didUpdatePost(const PostPtr &post, const LocalPostPtr &row, const QUrl &previousLocalURL) override;
     void setTitleToSelectedPost(const QString &title) override;
     void setContentToSelectedPost(const QString &content) override;
-    void setStatusToSelectedPost(int status);
+    void setStatusToSelectedPost(int status) override;
 
     // actions
     void refresh(); ///< the button: asks the blog
@@ -59,6 +59,8 @@ public:
     void hideLoadingView() override;
     void showSyncingLoading() override;
     void hideSyncingLoading() override;
+    void showSyncFailure(const QString &text) override;
+    void hideSyncFailure() override;
 
     /// The menu of one row, selected or not. The caller deletes it.
     QMenu *menuForRow(int row);
@@ -87,6 +89,6 @@ private:
     int m_selectedPostRow = none;
     QUrl m_selectedLocalFile;
     QUrl m_fileToLoad; ///< of the row that was selected just now; new rows must not take the selection from it
-    int m_awaitingAction = AwaitingAction::None;
+    PostAction m_awaitingAction = PostAction::None;
     bool m_isSelecting = false; ///< the selection is being set by the program
 };

@@ -42,36 +42,32 @@ void ZLProgram::prepare()
 }
 
 ZLProgram::ZLProgram()
-    : ZLProgram(Options())
-{
-}
-
-ZLProgram::ZLProgram(const Options &options)
     : m_fonts(std::async(std::launch::async, [] { QFontDatabase::families(); }))
     , m_files(ZLFileManager::forUser())
     , m_instance(m_files.applicationSupportDirectory())
     , m_defaults(m_files.applicationSupportDirectory() + u"/preferences.ini"_qs)
     , m_keychain(makeSystemKeychain())
-    , m_controller(platform(options))
+    , m_controller(platform())
     , m_window(std::make_unique<ZLMainWindow>(m_controller))
 {
     connect(&m_colorScheme, &DesktopColorScheme::didChange, this,
         [](DesktopColorScheme::Preference preference) { ZLTheme::apply(*qApp, schemeFor(preference)); });
-    connect(&m_instance, &SingleInstance::wasAskedToComeToFront, this, &ZLProgram::comeToFront);
+    connect(
+        &m_instance, &SingleInstance::wasAskedToComeToFront, &m_controller, &ZLAppDelegate::showMainApplicationWindow);
     m_controller.setWindows(m_window->windows());
     m_window->installEventFilter(this);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state != Qt::ApplicationActive)
-            m_controller.documentController().saveAll();
+            m_controller.applicationDidResignActive();
     });
 }
 
 ZLProgram::~ZLProgram() = default;
 
-ZLPlatform ZLProgram::platform(const Options &options)
+ZLPlatform ZLProgram::platform()
 {
     return {m_files, m_defaults, m_keychain, *makeSystemReachability(this), *makeSystemNotificationCenter(this),
-        m_workspace, m_clock, m_network, options.faviconService};
+        m_workspace, m_clock, m_network};
 }
 
 bool ZLProgram::start()
@@ -83,13 +79,6 @@ bool ZLProgram::start()
     m_window->show();
     QTimer::singleShot(longestWaitForPaintMs, this, &ZLProgram::launchOnce);
     return true;
-}
-
-void ZLProgram::comeToFront()
-{
-    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
-    m_window->raise();
-    m_window->activateWindow();
 }
 
 bool ZLProgram::eventFilter(QObject *watched, QEvent *event)
@@ -107,16 +96,11 @@ bool ZLProgram::eventFilter(QObject *watched, QEvent *event)
 
 void ZLProgram::launchOnce()
 {
-    if (!std::exchange(m_isLaunched, true))
-        launch();
-}
-
-QCoro::Task<void> ZLProgram::launch()
-{
-    const QPointer<ZLProgram> self(this);
-    co_await m_controller.applicationDidFinishLaunching();
-    if (self)
-        m_controller.showMainApplicationWindow();
+    if (std::exchange(m_isLaunched, true))
+        return;
+    m_controller.applicationDidFinishLaunching();
+    if (m_controller.currentBlog().accounts().isEmpty())
+        m_controller.connection().newAccount();
 }
 
 void ZLProgram::quit()

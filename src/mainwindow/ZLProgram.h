@@ -16,16 +16,10 @@ class ZLMainWindow;
 class ZLProgram : public QObject {
     Q_OBJECT
 public:
-    struct Options {
-        /// Where icons of blogs are looked up; empty: nowhere.
-        QString faviconService = QString::fromUtf16(ZalmoServices::faviconService);
-    };
-
     /// What must be said before the application object is made.
     static void prepare();
 
     ZLProgram();
-    explicit ZLProgram(const Options &options);
     ~ZLProgram() override;
 
     /// Shows the window; the launch follows its first paint. False: another program of this user is running, and
@@ -38,10 +32,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    ZLPlatform platform(const Options &options);
+    ZLPlatform platform();
     void launchOnce();
-    void comeToFront();
-    QCoro::Task<void> launch();
     /// Ends the program as soon as what was typed is in its document.
     void quit();
     /// Saves, asks when that fails, and ends the event loop unless the user wants to stay.

@@ -1,6 +1,6 @@
 #include "mainwindow/ZLPrompts.h"
 
-#include "app/ZLAppDelegate.h"
+#include "mainwindow/ConflictSheet.h"
 #include "mainwindow/ConnectionSheets.h"
 #include "mainwindow/ZLGetStartedWindowController.h"
 #include "widgets/ZLAlertSheet.h"
@@ -8,10 +8,19 @@
 
 #include <QCoroFuture>
 
-ZLPrompts::ZLPrompts(ZLAppDelegate &app, ZLSheetHost &host)
-    : m_app(app)
-    , m_host(host)
+ZLPrompts::ZLPrompts(ZLSheetHost &host)
+    : m_host(host)
 {
+}
+
+template <class Sheet>
+void ZLPrompts::beginQuestion(Sheet *sheet)
+{
+    connect(sheet, &Sheet::answered, &m_host, [host = &m_host, sheet] {
+        host->endSheet(sheet);
+        sheet->deleteLater();
+    });
+    m_host.beginSheet(sheet);
 }
 
 // Alerts
@@ -20,11 +29,7 @@ ZLAlertSheet *ZLPrompts::beginAlert(
     const QString &message, const QString &informativeText, const QStringList &buttons, int defaultButton)
 {
     auto *alert = new ZLAlertSheet(message, informativeText, buttons, defaultButton);
-    connect(alert, &ZLAlertSheet::answered, &m_host, [host = &m_host, alert] {
-        host->endSheet(alert);
-        alert->deleteLater();
-    });
-    m_host.beginSheet(alert);
+    beginQuestion(alert);
     return alert;
 }
 
@@ -51,132 +56,56 @@ QCoro::Task<int> ZLPrompts::ask(QString message, QString informativeText, QStrin
     co_return index;
 }
 
-// The address of a blog
-
-ZLIntroWindowController *ZLPrompts::intro()
+QCoro::Task<ConflictAnswer> ZLPrompts::askAboutConflict(ConflictSides sides)
 {
-    if (!m_intro) {
-        m_intro = new ZLIntroWindowController;
-        connect(m_intro, &ZLIntroWindowController::didClickConnect, this, [this] {
-            m_host.endSheet(m_intro);
-            m_app.connectToBlogURL(m_intro->blogURL());
-        });
-        connect(m_intro, &ZLIntroWindowController::didClickCancel, this, [this] {
-            m_host.endSheet(m_intro);
-            m_app.didPressedCancelButtonFromIntro();
-        });
-    }
-    return m_intro;
-}
-
-void ZLPrompts::showIntro()
-{
-    intro()->setCanCancel(m_app.numberOfConnectedAccounts() > 0);
-    m_host.beginSheet(m_intro);
-}
-
-bool ZLPrompts::isShowingIntroWindow() const
-{
-    return m_intro && m_host.isAttached(m_intro);
-}
-
-// Login
-
-ZLWordpressLoginWindow *ZLPrompts::loginSheet()
-{
-    if (m_login)
-        return m_login;
-    m_login = new ZLWordpressLoginWindow;
-    connect(m_login, &ZLWordpressLoginWindow::didClickLogin, this, [this] {
-        if (m_loginHasService)
-            m_app.didReconnectFromLoginSheet(m_login->username(), m_login->password());
-        else
-            m_app.didEntryUsernameAndPassword(m_login->username(), m_login->password());
+    auto *sheet = new ConflictSheet(sides);
+    connect(sheet, &ConflictSheet::answered, &m_host, [host = &m_host, sheet] {
+        host->endSheet(sheet);
+        sheet->deleteLater();
     });
-    // Return here takes the road of a new blog even on a sheet that has a service. Intended was the login button's.
-    connect(m_login, &ZLWordpressLoginWindow::didEndEditingPassword, this,
-        [this] { m_app.didEntryUsernameAndPassword(m_login->username(), m_login->password()); });
-    connect(m_login, &ZLWordpressLoginWindow::didClickCancel, this, [this] { m_app.didPressedCancelButton(); });
-    return m_login;
+    m_host.beginSheet(sheet);
+    const QFuture<ConflictAnswer> answer = sheet->answer();
+    const ConflictAnswer given = co_await answer;
+    co_return given;
 }
 
-void ZLPrompts::showLoginSheet(ZLWordpressService *service, const QString &username, const QString &blogName)
+// Connecting a blog
+
+QCoro::Task<std::optional<QString>> ZLPrompts::askForBlogURL(QString typed, bool canCancel)
 {
-    m_loginHasService = service != nullptr;
-    loginSheet()->setBlogName(blogName);
-    m_login->setFields(username, {});
-    m_login->focusFirstEmptyField();
-    m_host.beginSheet(m_login);
+    auto *sheet = new ZLIntroWindowController(typed, canCancel);
+    const QFuture<std::optional<QString>> answer = sheet->answer();
+    beginQuestion(sheet);
+    const std::optional<QString> address = co_await answer;
+    co_return address;
 }
 
-bool ZLPrompts::isLoginSheetVisible() const
+QCoro::Task<std::optional<Login>> ZLPrompts::askForLogin(LoginQuestion question)
 {
-    return m_login && m_host.isAttached(m_login);
+    auto *sheet = new ZLWordpressLoginWindow(question);
+    const QFuture<std::optional<Login>> answer = sheet->answer();
+    beginQuestion(sheet);
+    const std::optional<Login> login = co_await answer;
+    co_return login;
 }
 
-void ZLPrompts::closeLoginSheet()
+void ZLPrompts::showConnecting(const QString &host, std::function<void()> cancel)
 {
-    if (m_login)
-        m_host.endSheet(m_login);
-    m_loginHasService = false;
-}
-
-ZLWordpressLoginErrorWindow *ZLPrompts::loginErrorSheet()
-{
-    if (m_loginError)
-        return m_loginError;
-    m_loginError = new ZLWordpressLoginErrorWindow;
-    const auto entered = [this] {
-        m_app.didEntryUsernameAndPasswordFromWrongSheet(m_loginError->username(), m_loginError->password());
-    };
-    connect(m_loginError, &ZLWordpressLoginWindow::didClickLogin, this, entered);
-    connect(m_loginError, &ZLWordpressLoginWindow::didEndEditingPassword, this, entered);
-    connect(m_loginError, &ZLWordpressLoginWindow::didClickCancel, this,
-        [this] { m_app.didPressedCancelButtonFromWrongSheet(); });
-    return m_loginError;
-}
-
-void ZLPrompts::showLoginErrorSheet(const QString &username, const QString &password, const QString &blogName)
-{
-    loginErrorSheet()->setBlogName(blogName);
-    m_loginError->setFields(username, password);
-    m_loginError->focusFirstEmptyField();
-    m_host.beginSheet(m_loginError);
-}
-
-void ZLPrompts::closeLoginErrorSheet()
-{
-    if (m_loginError)
-        m_host.endSheet(m_loginError);
-}
-
-void ZLPrompts::clearLoginFields()
-{
-    if (m_login)
-        m_login->setFields({}, {});
-    if (m_loginError)
-        m_loginError->setFields({}, {});
-}
-
-// Waiting and done
-
-ZLConnectingSheet *ZLPrompts::connectingSheet()
-{
+    m_cancelConnecting = std::move(cancel);
     if (!m_connecting) {
         m_connecting = new ZLConnectingSheet;
-        connect(m_connecting, &ZLConnectingSheet::didClickCancel, this, [this] { m_app.cancelConnecting(); });
+        connect(m_connecting, &ZLConnectingSheet::didClickCancel, this, [this] {
+            if (const auto cancelConnecting = std::exchange(m_cancelConnecting, nullptr))
+                cancelConnecting();
+        });
     }
-    return m_connecting;
-}
-
-void ZLPrompts::showConnecting(const QString &blogURL)
-{
-    connectingSheet()->setBlogURL(blogURL);
+    m_connecting->setHost(host);
     m_host.beginSheet(m_connecting);
 }
 
 void ZLPrompts::hideConnecting()
 {
+    m_cancelConnecting = nullptr;
     if (m_connecting)
         m_host.endSheet(m_connecting);
 }
@@ -185,8 +114,6 @@ void ZLPrompts::showBlogIsConnectedSheet(const QString &title)
 {
     if (!m_connected)
         m_connected = new ZLBlogIsConnectedSheet;
-    if (m_intro)
-        m_intro->clear(); // the next blog has another address
     m_connected->setBlogTitle(title);
     m_host.beginSheet(m_connected);
 }

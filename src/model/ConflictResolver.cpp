@@ -3,6 +3,7 @@
 #include "model/LocalFileURL.h"
 #include "model/PostSync.h"
 #include "platform/ZLLog.h"
+#include "text/RandomString.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -28,31 +29,30 @@ PostPtr storedPost(const ZLDocument &document)
     return post;
 }
 
-QString conflicted(const QString &title)
-{
-    return QStringLiteral("[conflicted] ") + title;
-}
+const QString conflictedPrefix = QStringLiteral("[conflicted] ");
 
-bool saveCopy(ZLWordpressPost &post, const QString &path)
+/// Where the copy went; nothing when it could not be written.
+QString saveCopy(ZLWordpressPost &post, const QString &postPath)
 {
-    post.title = conflicted(post.title);
+    const QString path = PostSync::freeConflictSolvedPath(postPath);
+    post.title.prepend(conflictedPrefix);
+    post.becomeNew({});
     const Result<void> saved = post.saveAtPath(path);
     if (!saved)
         logError(QStringLiteral("error saving conflicted-post: %1"), saved.error());
-    return saved.has_value();
+    return saved ? path : QString();
 }
 
 /// One answer at work.
 class Answer {
 public:
-    Answer(const LocalPostPtr &row, const DocumentPtr &currentDocument)
+    Answer(const LocalPostPtr &row, const ZLDocumentController &documents)
         : m_row(row)
         , m_path(pathOfFileURL(row->localFile))
         , m_conflictPath(PostSync::conflictPath(m_path))
     {
-        if (currentDocument && isSameFile(currentDocument->fileURL(), row->localFile))
-            m_local = currentDocument;
-        else
+        m_local = documents.documentForURL(row->localFile);
+        if (!m_local)
             m_local = opened(m_path);
         m_remote = opened(m_conflictPath);
         if (m_remote && m_remote->isDamaged())
@@ -64,10 +64,16 @@ public:
         if (!m_local)
             return {};
         m_local->fileInfo.status = QStringLiteral("modified");
-        m_local->postInfo.updatedAt = now;
-        (void)m_local->saveDocument(); // logs, and tries again by itself
+        m_local->post.updatedAt = now;
+        if (!m_local->saveDocument()) // logs, and tries again by itself
+            return {};
         // A copy that was to be kept and cannot be read or written stays where it is.
-        if (!keepsRemoteCopy || (m_remote && saveCopy(*storedPost(*m_remote), PostSync::conflictSolvedPath(m_path))))
+        if (keepsRemoteCopy && (!m_remote || saveCopy(*storedPost(*m_remote), m_path).isNull()))
+            return {true, true, nullptr, {}, nullptr};
+        // The next update brings the blog from its own version to this one.
+        if (m_remote)
+            m_local->takeSyncedVersion(m_conflictPath);
+        else
             removeFile(m_conflictPath);
         return {true, true, nullptr, {}, nullptr};
     }
@@ -111,24 +117,27 @@ private:
     LocalPostPtr localCopy()
     {
         const PostPtr copy = storedPost(*m_local);
-        if (!saveCopy(*copy, PostSync::conflictSolvedPath(m_path)))
+        const QString path = saveCopy(*copy, m_path);
+        if (path.isNull())
             return nullptr;
         auto row = std::make_shared<ZLLocalPostRepresentation>();
         row->status = ZLLocalPostRepresentation::ConflictSolved;
-        row->title = conflicted(m_local->post.title);
+        row->title = conflictedPrefix + m_local->post.title;
         row->content = copy->content;
-        row->localFile = QUrl::fromLocalFile(PostSync::conflictSolvedPath(m_path));
+        row->localFile = QUrl::fromLocalFile(path);
         return row;
     }
 
-    /// A page reads as a post here, until the next read of the file puts it right. As intended it would be 2 at once.
     void describe(ZLLocalPostRepresentation &row, const ZLWordpressPost &post) const
     {
-        row.status = post.status == ZLWordpressPost::Publish ? ZLLocalPostRepresentation::Published
-            : post.status == ZLWordpressPost::Note           ? ZLLocalPostRepresentation::EvernoteNote
-                                                             : ZLLocalPostRepresentation::Draft;
+        using Row = ZLLocalPostRepresentation;
+        row.status = post.status == PostFields::Note ? Row::EvernoteNote
+            : post.status != PostFields::Publish     ? Row::Draft
+            : post.type == PostFields::Page          ? Row::PublishedPage
+                                                     : Row::Published;
         row.title = m_remote->post.title;
         row.content = post.content;
+        row.blogStatus = post.blogStatus;
         row.localFile = QUrl::fromLocalFile(m_path);
     }
 
@@ -141,22 +150,31 @@ private:
 } // namespace
 
 ConflictResolver::Outcome ConflictResolver::resolve(Action action, Selection selection, const LocalPostPtr &row,
-    const DocumentPtr &currentDocument, const QDateTime &now)
+    const ZLDocumentController &documents, const QDateTime &now)
 {
     if (!row || !PostSync::isPostPath(pathOfFileURL(row->localFile)))
         return {};
-    Answer answer(row, currentDocument);
+    Answer answer(row, documents);
     return selection == Local ? answer.keepLocal(action == KeepBoth, now) : answer.takeRemote(action == KeepBoth);
 }
 
-QDateTime ConflictResolver::remoteDate(const LocalPostPtr &row)
+Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents)
 {
-    const QString path = PostSync::conflictPath(pathOfFileURL(row->localFile));
-    const Result<DocumentPtr> remote = ZLDocument::open(QUrl::fromLocalFile(path));
-    return remote ? (*remote)->postInfo.updatedAt : QDateTime();
-}
-
-QDateTime ConflictResolver::localDate(const LocalPostPtr &row)
-{
-    return QFileInfo(pathOfFileURL(row->localFile)).lastModified().toUTC();
+    const DocumentPtr open = documents.documentForURL(row->localFile);
+    const Result<DocumentPtr> opened = open ? Result<DocumentPtr>(open) : ZLDocument::open(row->localFile);
+    if (!opened)
+        return failure(opened.error());
+    const DocumentPtr document = *opened;
+    const QString id = genRandString(8);
+    const QString posts = QFileInfo(QFileInfo(pathOfFileURL(row->localFile)).path()).path();
+    const QUrl url = QUrl::fromLocalFile(PostSync::postPath(posts + QStringLiteral("/p") + id));
+    document->post.becomeNew(id);
+    if (document->post.title.startsWith(conflictedPrefix))
+        document->post.title = document->storedTitle().mid(conflictedPrefix.size());
+    document->fileInfo.status = QStringLiteral("new");
+    if (const Result<void> saved = document->saveDocument(); !saved)
+        return failure(saved.error());
+    if (const Result<void> moved = documents.move(document, url); !moved)
+        return failure(moved.error());
+    return url;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/ZLDocument.h"
+#include "model/ZLDocumentController.h"
 
 #include <QDateTime>
 
@@ -8,6 +8,8 @@
 /// for the one who keeps the list. Every step that fails is logged, and the next goes on, but for what would lose a
 /// version: when the remote copy is to win and cannot be read, or the local one is to be kept and cannot be written,
 /// nothing is done at all; a remote copy that was to be kept and could not be stays as it is.
+///
+/// A copy that is kept leads to no post of the blog, whatever is done to it.
 class ConflictResolver {
 public:
     enum Action { KeepBoth = 0, Choose = 1 };
@@ -22,12 +24,12 @@ public:
         LocalPostPtr loaded; ///< is opened then; the row of `post.zalmo`
     };
 
-    /// `row` is the row in conflict. `currentDocument` is taken with what is unsaved in it when it is the row's file.
+    /// `row` is the row in conflict. An open document of its file is taken with what is unsaved in it. The local
+    /// version, when it wins, goes to the blog with the next update.
     static Outcome resolve(Action action, Selection selection, const LocalPostPtr &row,
-        const DocumentPtr &currentDocument, const QDateTime &now = QDateTime::currentDateTimeUtc());
+        const ZLDocumentController &documents, const QDateTime &now = QDateTime::currentDateTimeUtc());
 
-    /// What the second card of the question tells: the remote copy's date. Invalid when it cannot be opened.
-    static QDateTime remoteDate(const LocalPostPtr &row);
-    /// What the first card tells: the modification date of the row's file.
-    static QDateTime localDate(const LocalPostPtr &row);
+    /// Makes the copy that a conflict left (a row of status 6) a new post in a folder of its own beside the other's.
+    /// Gives its file; an open document goes along.
+    [[nodiscard]] static Result<QUrl> makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents);
 };

@@ -30,15 +30,22 @@ Result<QString> FilesAside::keepBeside(const QString &path, const QString &suffi
     if (QFileInfo(path).size() == 0)
         return QString();
     const QString aside = freePath(path + suffix);
-    // A second name also serves a file that must not be read; not every file system has them.
-    std::error_code error;
-    std::filesystem::create_hard_link(path.toStdU16String(), aside.toStdU16String(), error);
-    QFile file(path);
-    if (error && !file.copy(aside))
-        return failure(QStringLiteral("ZLFile"), 1,
-            QStringLiteral("Could not keep the file “%1” as “%2”: %3").arg(path, aside, file.errorString()));
+    if (const Result<void> kept = linkOrCopy(path, aside); !kept)
+        return failure(kept.error());
     ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
     return aside;
+}
+
+Result<void> FilesAside::linkOrCopy(const QString &from, const QString &to)
+{
+    // A second name also serves a file that must not be read; not every file system has them.
+    std::error_code error;
+    std::filesystem::create_hard_link(from.toStdU16String(), to.toStdU16String(), error);
+    QFile file(from);
+    if (!error || file.copy(to))
+        return {};
+    return failure(QStringLiteral("ZLFile"), 1,
+        QStringLiteral("Could not keep the file “%1” as “%2”: %3").arg(from, to, file.errorString()));
 }
 
 Result<void> FilesAside::move(const QString &from, const QString &to)

@@ -1,6 +1,7 @@
 #include "model/PostFile.h"
 
 #include "model/PostFileDate.h"
+#include "model/PostFileWords.h"
 #include "model/StoredTexts.h"
 #include "model/XMLDictionary.h"
 #include "model/XMLDictionaryParser.h"
@@ -39,25 +40,31 @@ void readPost(PostFile &file, const QVariantMap &post)
     file.title = decodedTwice(post, "title");
     file.content = decodedTwice(post, "content");
     file.taxonomies = taxonomiesFrom(post.value(QStringLiteral("keywords")));
+    PostFileWords::giveIds(file.taxonomies, text(post, "keyword_ids"));
 }
 
 void readPostInfo(PostFile &file, const QVariantMap &info)
 {
-    file.engine = decodedTwice(info, "engine");
+    file.status = PostFileWords::statusFrom(text(info, "engine"), text(info, "status"));
+    file.blogStatus = text(info, "blog_status");
     file.id = text(info, "id");
-    file.status = text(info, "status");
-    file.type = text(info, "type");
+    file.type = PostFileWords::typeFrom(text(info, "type"));
     file.createdAt = PostFileDate::dateWithString(text(info, "created_at"));
     file.updatedAt = PostFileDate::dateWithString(text(info, "updated_at"));
     file.authorId = text(info, "author_id");
     file.URL = text(info, "URL");
-    file.postURL = XMLDecodedString(file.URL);
     file.allowComments = readsTrue(text(info, "allow_comments"));
     file.allowPingback = readsTrue(text(info, "allow_pingback"));
     file.slug = text(info, "slug");
     const QVariantMap image = info.value(QStringLiteral("featured_image")).toMap();
     file.featuredImageId = text(image, "media_id");
     file.featuredImageURL = text(image, "URL");
+}
+
+void readFileInfo(PostFile &file, const QVariantMap &info)
+{
+    file.fileInfo = {text(info, "status"), text(info, "app_version")};
+    file.firstPublishBegan = PostFileDate::dateWithString(text(info, "first_publish_began"));
 }
 } // namespace
 
@@ -72,11 +79,17 @@ PostFile PostFile::fromData(const QByteArray &data)
     file.isWhole = parser.wasComplete() && XMLDictionary::nodeName(*root) == QLatin1String("zalmo");
     readPost(file, root->value(QStringLiteral("post")).toMap());
     readPostInfo(file, root->value(QStringLiteral("post_info")).toMap());
-    const QVariantMap info = root->value(QStringLiteral("file_info")).toMap();
-    file.fileStatus = text(info, "status");
-    file.appVersion = text(info, "app_version");
+    readFileInfo(file, root->value(QStringLiteral("file_info")).toMap());
     const StoredTexts stored = StoredTexts::fromData(data, legal);
     file.storedTitle = stored.title;
     file.storedContent = stored.content;
     return file;
+}
+
+PostFields PostFile::stored() const
+{
+    PostFields fields = *this;
+    fields.title = storedTitle;
+    fields.content = storedContent;
+    return fields;
 }

@@ -19,6 +19,7 @@ namespace {
 const QByteArrayView postName(PostSync::postName);
 const QByteArrayView solvedName(PostSync::conflictSolvedName);
 const QByteArrayView conflictName(PostSync::conflictName);
+const QByteArrayView strayName(".zalmo.tmp"); // what a kill left of a writing; none is under way during a walk
 
 /// A file descriptor that closes itself.
 class Descriptor {
@@ -98,6 +99,8 @@ void PostFolderWorker::readFolder(const QByteArray &folder, std::vector<QByteArr
             names.posts.push_back(name.toByteArray());
         else if (name.endsWith(conflictName))
             names.conflicts.push_back(name.toByteArray());
+        else if (name.endsWith(strayName))
+            unlinkat(directory, name.toByteArray().constData(), 0);
     };
     if (directory < 0 || !DirectoryEntries::visit(directory, sortIn))
         logFailure(folder);

@@ -11,8 +11,8 @@ PostRow PostRow::fromFile(const PostFile &file)
     return {
         file.title,
         ZLLocalPostRepresentation::contentExtract(file.content),
-        file.fileStatus,
-        file.engine,
+        file.fileInfo.status,
+        file.blogStatus,
         file.status,
         file.type,
         file.createdAt,
@@ -31,7 +31,7 @@ PostRow PostRow::fromData(const QByteArray &data)
 int PostRow::rowStatus(const QDateTime &now) const
 {
     using Row = ZLLocalPostRepresentation;
-    const bool isNote = engine == QLatin1String("evernote");
+    const bool isNote = status == PostFields::Note;
     if (fileStatus == QLatin1String("modified"))
         return Row::Modified;
     if (fileStatus == QLatin1String("new"))
@@ -42,20 +42,19 @@ int PostRow::rowStatus(const QDateTime &now) const
         return Row::ConflictSolved;
     if (isNote)
         return Row::EvernoteNote;
-    if (status == QLatin1String("publish")) {
+    if (status == PostFields::Publish) {
         if (createdAt.isValid() && createdAt > now)
             return Row::Scheduled;
-        return type == QLatin1String("page") ? Row::PublishedPage : Row::Published;
+        return type == PostFields::Page ? Row::PublishedPage : Row::Published;
     }
-    return status == QLatin1String("draft") ? Row::Draft : Row::New;
+    return status == PostFields::Draft ? Row::Draft : Row::New;
 }
 
 ZLLocalPostRepresentation PostRow::row(const QUrl &localFile, const QDateTime &now) const
 {
-    const int status = rowStatus(now);
-    const bool isPublished =
-        this->status == QLatin1String("publish") && status != ZLLocalPostRepresentation::EvernoteNote;
-    return {title, content, status, localFile, postURL, isPublished};
+    const int shown = rowStatus(now);
+    const bool isPublished = status == PostFields::Publish && shown != ZLLocalPostRepresentation::ConflictSolved;
+    return {title, content, shown, blogStatus, localFile, postURL, isPublished};
 }
 
 qsizetype PostRow::extractLength(QStringView content, bool isWhole)

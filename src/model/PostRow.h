@@ -9,9 +9,9 @@ struct PostRow {
     QString title;
     QString content; ///< its beginning, see ZLLocalPostRepresentation::contentExtract()
     QString fileStatus;
-    QString engine;
-    QString status;
-    QString type;
+    QString blogStatus;
+    int status = PostFields::New;
+    int type = PostFields::Post;
     QDateTime createdAt;
     QUrl postURL;
     bool isWhole = false; ///< the file is no damaged one

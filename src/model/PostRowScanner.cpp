@@ -1,6 +1,7 @@
 #include "model/PostRowScanner.h"
 
 #include "model/PostFileDate.h"
+#include "model/PostFileWords.h"
 #include "model/StoredTexts.h"
 #include "model/XMLStrings.h"
 #include "text/PlainXML.h"
@@ -20,6 +21,7 @@ enum Element {
     PostInfo,
     Engine,
     PostStatus,
+    BlogStatus,
     Type,
     CreatedAt,
     PostURL,
@@ -45,6 +47,7 @@ constexpr Known knownElements[] = {
     {"post_info", Zalmo, PostInfo},
     {"engine", PostInfo, Engine},
     {"status", PostInfo, PostStatus},
+    {"blog_status", PostInfo, BlogStatus},
     {"type", PostInfo, Type},
     {"created_at", PostInfo, CreatedAt},
     {"URL", PostInfo, PostURL},
@@ -60,6 +63,8 @@ constexpr Known knownElements[] = {
     {"media_id", FeaturedImage, OtherLeaf + 6},
     {"URL", FeaturedImage, OtherLeaf + 7},
     {"app_version", FileInfo, OtherLeaf + 8},
+    {"first_publish_began", FileInfo, OtherLeaf + 9},
+    {"keyword_ids", Post, OtherLeaf + 10},
 };
 
 bool isContainer(int element)
@@ -119,7 +124,7 @@ QString sharedText(QByteArrayView text)
 {
     static const QString values[] = {QStringLiteral("wordpress"), QStringLiteral("evernote"), QStringLiteral("publish"),
         QStringLiteral("draft"), QStringLiteral("new"), QStringLiteral("post"), QStringLiteral("page"),
-        QStringLiteral("modified")};
+        QStringLiteral("modified"), QStringLiteral("private"), QStringLiteral("pending")};
     for (const QString &value : values) {
         if (value == QLatin1String(text.data(), text.size()))
             return value;
@@ -160,6 +165,7 @@ std::optional<PostRow> PostRowScanner::scan()
     if (!PlainXML::walk(m_data, *this) || !m_isDone || !isBlank(m_data.sliced(m_textBegin)))
         return std::nullopt;
     m_row.isWhole = true;
+    m_row.status = PostFileWords::statusFrom(m_engine, m_status);
     return std::move(m_row);
 }
 
@@ -213,13 +219,16 @@ void PostRowScanner::store(int element, QByteArrayView text)
         m_row.content = contentExtract(text);
         break;
     case Engine:
-        m_row.engine = XMLDecodedString(sharedText(text));
+        m_engine = sharedText(text);
         break;
     case PostStatus:
-        m_row.status = sharedText(text);
+        m_status = sharedText(text);
+        break;
+    case BlogStatus:
+        m_row.blogStatus = sharedText(text);
         break;
     case Type:
-        m_row.type = sharedText(text);
+        m_row.type = PostFileWords::typeFrom(sharedText(text));
         break;
     case CreatedAt:
         m_row.createdAt = PostFileDate::dateWithString(trimmedText(text));

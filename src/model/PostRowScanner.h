@@ -34,6 +34,8 @@ private:
     QByteArrayView m_data;
     qsizetype m_textBegin = 0; ///< behind the last tag
     PostRow m_row;
+    QString m_engine;
+    QString m_status;
     std::array<Open, deepest> m_path;
     int m_depth = 0;
     quint32 m_seen = 0; ///< a bit for each element of the table

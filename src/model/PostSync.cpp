@@ -1,5 +1,9 @@
 #include "model/PostSync.h"
 
+#include "model/PostFileWords.h"
+
+#include <QFileInfo>
+
 namespace {
 /// The file of this name beside a "post.zalmo".
 QString beside(const QString &path, const char *name)
@@ -20,16 +24,23 @@ int integerValue(const QString &version)
 }
 } // namespace
 
-PostSync::Effect PostSync::decide(
-    const QDateTime &remote, const QDateTime &local, const ZLFileInfo &file, const QString &path)
+bool PostSync::hasLocalChanges(const ZLFileInfo &file)
 {
-    const bool hasLocalChanges = file.status == QLatin1String("modified") || file.status == QLatin1String("conflict");
-    if (isNewer(remote, local)) {
-        if (!hasLocalChanges)
+    return file.status == QLatin1String("modified") || file.status == QLatin1String("conflict");
+}
+
+PostSync::Effect PostSync::decide(
+    const PostFields &remote, const PostFields &known, const ZLFileInfo &file, const QString &path)
+{
+    if (isNewer(remote.updatedAt, known.updatedAt)) {
+        if (!hasLocalChanges(file))
             return Overwrite;
         return isPostPath(path) ? PutConflictBeside : Keep;
     }
-    return hasLocalChanges || integerValue(file.appVersion) >= currentVersion ? Keep : Overwrite;
+    // Older files do not know private and pending.
+    const bool isCurrent =
+        integerValue(file.appVersion) >= PostFileWords::currentVersion && remote.blogStatus == known.blogStatus;
+    return hasLocalChanges(file) || isCurrent ? Keep : Overwrite;
 }
 
 bool PostSync::isPostPath(const QString &path)
@@ -47,7 +58,21 @@ QString PostSync::conflictPath(const QString &path)
     return beside(path, conflictName);
 }
 
-QString PostSync::conflictSolvedPath(const QString &path)
+QString PostSync::syncedPath(const QString &path)
 {
-    return beside(path, conflictSolvedName);
+    return beside(path, syncedName);
+}
+
+bool PostSync::isConflictSolvedPath(const QString &path)
+{
+    return path.endsWith(QLatin1String(conflictSolvedName));
+}
+
+QString PostSync::freeConflictSolvedPath(const QString &path)
+{
+    const QString folder = QFileInfo(path).path() + u'/';
+    QString candidate = folder + QLatin1String(conflictSolvedName);
+    for (int number = 2; QFileInfo::exists(candidate); ++number)
+        candidate = QStringLiteral("%1%2-%3").arg(folder).arg(number).arg(QLatin1String(conflictSolvedName));
+    return candidate;
 }

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "model/PostFields.h"
 #include "model/ZLFileInfo.h"
-
-#include <QDateTime>
 
 /// What becomes of a post file when a remote copy of the post arrives.
 namespace PostSync {
@@ -12,20 +11,25 @@ enum Effect {
     PutConflictBeside, ///< both changed: the file is marked, and the remote copy goes beside it
 };
 
-/// Files of an older format than this are brought up, unless they have local changes.
-constexpr int currentVersion = 3;
-
-Effect decide(const QDateTime &remote, const QDateTime &local, const ZLFileInfo &file, const QString &path);
+/// `known` is the version that the blog last gave, or the file's where that is not known; `file` is the file's block.
+Effect decide(const PostFields &remote, const PostFields &known, const ZLFileInfo &file, const QString &path);
+/// Whether the file holds what the blog does not have yet.
+bool hasLocalChanges(const ZLFileInfo &file);
 
 // The files of a post's folder.
 inline constexpr char postName[] = "post.zalmo";
 inline constexpr char conflictName[] = "conflict.zalmo";
 inline constexpr char conflictSolvedName[] = "conflict-solved.zalmo";
+inline constexpr char syncedName[] = "synced.zalmo";
 
 /// "post.zalmo" in the folder of a post.
 QString postPath(const QString &folder);
-/// The twin of a "post.zalmo".
+// What stands beside a "post.zalmo": the blog's version that waits for a decision, and the version that the blog last
+// gave. The second counts only while the post has local changes; else it is a left-over.
 QString conflictPath(const QString &path);
-QString conflictSolvedPath(const QString &path);
+QString syncedPath(const QString &path);
 bool isPostPath(const QString &path); ///< ends in "post.zalmo"
+bool isConflictSolvedPath(const QString &path);
+/// Where a further copy goes: "conflict-solved.zalmo", or a name that ends in it where that is taken.
+QString freeConflictSolvedPath(const QString &path);
 } // namespace PostSync

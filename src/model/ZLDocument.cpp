@@ -3,14 +3,14 @@
 #include "model/FilesAside.h"
 #include "model/LocalFileURL.h"
 #include "model/PostFile.h"
+#include "model/PostFileWords.h"
 #include "model/PostSync.h"
 #include "model/ZLFileExtension.h"
 #include "platform/ZLAtomicFile.h"
+#include "platform/ZLFileManager.h"
 #include "platform/ZLLog.h"
 #include "text/BlankContent.h"
-#include "text/ContentPasses.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -18,13 +18,12 @@ namespace {
 constexpr int autosaveDelay = 1000;
 constexpr int longestAutosaveDelay = 3000;
 
-QStringList keywordsOf(const QList<ZLTaxonomy> &taxonomies)
+std::shared_ptr<const ZLWordpressPost> syncedPostOf(const PostFields &stored)
 {
-    // Unlike taxonomiesArray(), a taxonomy of a foreign type is kept here, as a category.
-    QStringList keywords;
-    for (const ZLTaxonomy &taxonomy : taxonomies)
-        keywords << taxonomy.keyword();
-    return keywords;
+    auto made = std::make_shared<ZLWordpressPost>();
+    static_cast<PostFields &>(*made) = stored;
+    made->storedContent = stored.content;
+    return made;
 }
 } // namespace
 
@@ -74,37 +73,27 @@ Result<void> ZLDocument::readFromURL()
     take(file);
     m_changed = false;
     m_autosave.stop();
-    m_dataOnDisk = data();
+    m_onDisk = contents();
+    m_synced.reset();
+    if (isInStepOnDisk())
+        m_synced = syncedPostOf(storedFields());
     return {};
 }
 
 void ZLDocument::take(const PostFile &file)
 {
-    post.title = file.title.isNull() ? QStringLiteral("") : file.title;
-    post.content = file.content.isNull() ? BlankContent::paragraph : file.content;
-    post.createdAt = file.createdAt;
-    post.updatedAt = file.updatedAt;
-    post.URL = file.postURL;
-    post.taxonomies = file.taxonomies;
+    static_cast<PostFields &>(post) = file;
+    fileInfo = file.fileInfo;
+    if (post.title.isNull())
+        post.title = QStringLiteral("");
+    if (post.content.isNull())
+        post.content = BlankContent::paragraph;
     post.localFile = m_fileURL;
     m_title = {post.title, file.storedTitle.isNull() ? post.title : file.storedTitle};
     m_content = {post.content, file.storedContent.isNull() ? post.content : file.storedContent};
-
-    postInfo.engine = file.engine;
-    postInfo.status = file.status;
-    postInfo.type = file.type;
-    postInfo.id = file.id;
-    postInfo.authorId = file.authorId;
-    postInfo.URL = file.URL;
-    postInfo.updatedAt = file.updatedAt;
-    postInfo.createdAt = file.createdAt;
-    postInfo.slug = file.slug;
-    postInfo.allowComments = file.allowComments;
-    postInfo.allowPingback = file.allowPingback;
-    postInfo.featuredImageId = file.featuredImageId;
-    postInfo.featuredImageURL = file.featuredImageURL;
-    fileInfo.status = file.fileStatus;
-    fileInfo.appVersion = file.appVersion;
+    // Copies that were kept by earlier versions still lead to the blog's post.
+    if (PostSync::isConflictSolvedPath(pathOfFileURL(m_fileURL)))
+        post.becomeNew({});
 }
 
 QString ZLDocument::storedTitle() const
@@ -122,19 +111,30 @@ QString ZLDocument::storedTitle(const QString &shown) const
     return m_title.of(shown);
 }
 
+PostFields ZLDocument::storedFields() const
+{
+    PostFields fields = post;
+    fields.title = storedTitle();
+    fields.content = storedContent();
+    return fields;
+}
+
 QByteArray ZLDocument::data() const
 {
-    const QVariantMap postFields{
-        {QStringLiteral("title"), storedTitle()},
-        {QStringLiteral("content"), storedContent()},
-        {QStringLiteral("keywords"), keywordsOf(post.taxonomies)},
-    };
-    const QVariantMap infoFields = postInfo.dictionary();
-    const QVariantMap fileFields = fileInfo.dictionary();
-    return ZLFileExtension::generateXMLDataForPost(&postFields, &infoFields, &fileFields);
+    ZLFileInfo written = fileInfo;
+    if (written.appVersion.isEmpty())
+        written.appVersion = QString::number(PostFileWords::currentVersion);
+    return ZLFileExtension::generateXMLDataForPost(storedFields(), &written);
 }
 
 void ZLDocument::updateChangeCount()
+{
+    if (fileInfo.status.isEmpty() && m_onDisk != contents())
+        fileInfo.status = post.status == PostFields::New ? QStringLiteral("new") : QStringLiteral("modified");
+    noteChange();
+}
+
+void ZLDocument::noteChange()
 {
     if (!m_changed)
         m_unsavedFor.start();
@@ -168,32 +168,52 @@ Result<void> ZLDocument::saveDocument()
 
 Result<void> ZLDocument::write()
 {
-    const QByteArray bytes = data();
-    if (m_damaged && bytes == m_dataOnDisk)
+    if (m_damaged && m_onDisk == contents())
         return {};
     const QString path = pathOfFileURL(m_fileURL);
     const Result<QString> aside =
         m_damaged ? FilesAside::keepBeside(path, QStringLiteral(".damaged")) : Result<QString>(QString());
     if (!aside)
         return failure(aside.error());
-    if (m_dataOnDisk.isNull())
-        QDir().mkpath(QFileInfo(path).path()); // its failure shows with the file's
-    const Result<void> written = ZLAtomicFile::write(path, bytes);
+    if (!m_onDisk)
+        ZLFileManager::makeFolder(QFileInfo(path).path()); // its failure shows with the file's
+    if (isInStepOnDisk() && !fileInfo.status.isEmpty())
+        keepSyncedVersion();
+    const Result<void> written = ZLAtomicFile::write(path, data());
     if (!written) {
         if (!aside->isNull())
             QFile::remove(*aside);
         return written;
     }
     m_damaged = false;
-    m_dataOnDisk = bytes;
+    m_onDisk = contents();
     m_fileState = currentFileState();
+    if (isInStepOnDisk())
+        QFile::remove(PostSync::syncedPath(path));
     return {};
+}
+
+bool ZLDocument::isInStepOnDisk() const
+{
+    return m_onDisk && !m_damaged && m_onDisk->fileInfo.status.isEmpty() && m_onDisk->post.isOnBlog()
+        && PostSync::isPostPath(pathOfFileURL(m_fileURL));
+}
+
+// What the writer has typed is worth more than this version, so that a failure does not keep it from the disk: the next
+// update then sends the whole post.
+void ZLDocument::keepSyncedVersion() const
+{
+    const QString path = pathOfFileURL(m_fileURL);
+    const QString synced = PostSync::syncedPath(path);
+    QFile::remove(synced); // a left-over
+    if (const Result<void> kept = FilesAside::linkOrCopy(path, synced); !kept)
+        ZLLog(kept.error().description);
 }
 
 void ZLDocument::close()
 {
     // Who changed the fields without noting it means them to last as well.
-    if (m_changed || data() != m_dataOnDisk)
+    if (m_changed || m_onDisk != contents())
         (void)saveDocument();
     Q_EMIT didClose();
 }
@@ -205,7 +225,7 @@ Result<void> ZLDocument::revertDocument()
 
 void ZLDocument::revertIfReplaced()
 {
-    if (m_changed || data() != m_dataOnDisk || m_fileState == currentFileState())
+    if (m_changed || m_onDisk != contents() || m_fileState == currentFileState())
         return;
     if (const Result<void> read = readFromURL(); !read)
         ZLLog(QStringLiteral("error-%1").arg(read.error().description));
@@ -221,7 +241,7 @@ void ZLDocument::forgetChanges()
 {
     m_autosave.stop();
     m_changed = false;
-    m_dataOnDisk = data();
+    m_onDisk = contents();
 }
 
 Result<void> ZLDocument::moveToURL(const QUrl &to, ZLDocument *there)
@@ -230,7 +250,7 @@ Result<void> ZLDocument::moveToURL(const QUrl &to, ZLDocument *there)
     const QString path = pathOfFileURL(to);
     if (from == path)
         return {};
-    if (path.isEmpty() || !QDir().mkpath(QFileInfo(path).path()))
+    if (path.isEmpty() || !ZLFileManager::makeFolder(QFileInfo(path).path()))
         return failure(
             QStringLiteral("ZLFile"), 1, QStringLiteral("Could not make the folder of the file “%1”").arg(path));
     if (const Result<void> way = makeWay(path, there); !way)
@@ -273,13 +293,13 @@ Result<void> ZLDocument::giveWay()
         return failure(QStringLiteral("ZLFile"), 1,
             QStringLiteral("Could not replace the file “%1”: %2").arg(path, file.errorString()));
     }
-    const QString copy = QFileInfo(path).path() + u'/' + QLatin1String(PostSync::conflictSolvedName);
-    if (QFileInfo::exists(copy))
-        return setAside(QStringLiteral(".kept"));
+    const QString copy = PostSync::freeConflictSolvedPath(path);
     if (const Result<void> moved = FilesAside::move(path, copy); !moved)
         return moved;
+    QFile::remove(PostSync::syncedPath(path));
     takePlace(QUrl::fromLocalFile(copy));
     // Otherwise its row would stand for the post on the blog, and deleting the copy would delete that.
+    post.becomeNew({});
     fileInfo.status = QStringLiteral("conflict-solved");
     (void)saveDocument(); // logs, and tries again by itself
     return {};
@@ -294,55 +314,88 @@ Result<void> ZLDocument::setAside(const QString &suffix)
     return {};
 }
 
+bool ZLDocument::isInConflict() const
+{
+    const QString path = pathOfFileURL(m_fileURL);
+    return fileInfo.status == QLatin1String("conflict")
+        || (PostSync::isPostPath(path) && QFileInfo::exists(PostSync::conflictPath(path)));
+}
+
+ZLDocument::SyncedPost ZLDocument::syncedPost() const
+{
+    if (m_synced)
+        return *m_synced;
+    m_synced = nullptr;
+    const QString path = pathOfFileURL(m_fileURL);
+    if (!PostSync::hasLocalChanges(fileInfo) || !PostSync::isPostPath(path))
+        return nullptr;
+    const QString synced = PostSync::syncedPath(path);
+    const Result<QByteArray> bytes = QFileInfo::exists(synced) ? ZLAtomicFile::read(synced) : QByteArray();
+    const PostFile file = PostFile::fromData(bytes.value_or(QByteArray()));
+    if (file.isWhole && file.id == post.id)
+        m_synced = syncedPostOf(file.stored());
+    return *m_synced;
+}
+
+bool ZLDocument::hasSyncedVersion() const
+{
+    return PostSync::hasLocalChanges(fileInfo) && syncedPost();
+}
+
+Result<void> ZLDocument::revertToSyncedVersion()
+{
+    if (isInConflict() || !hasSyncedVersion())
+        return failure(QStringLiteral("ZLFile"), 1,
+            QStringLiteral("The blog's version of “%1” is not on this computer").arg(post.title));
+    ZLWordpressPost synced = *syncedPost();
+    if (const Result<void> saved = synced.saveAtPath(pathOfFileURL(m_fileURL)); !saved)
+        return saved;
+    const Result<void> read = readFromURL();
+    if (read)
+        Q_EMIT didSave();
+    return read;
+}
+
+void ZLDocument::takeSyncedVersion(const QString &path)
+{
+    const QString synced = PostSync::syncedPath(pathOfFileURL(m_fileURL));
+    QFile::remove(synced);
+    if (const Result<void> moved = FilesAside::move(path, synced); !moved)
+        ZLLog(moved.error().description);
+    m_synced.reset();
+}
+
+Result<void> ZLDocument::setFirstPublishBegan(const QDateTime &date)
+{
+    post.firstPublishBegan = date;
+    noteChange();
+    return saveDocument();
+}
+
 PostPtr ZLDocument::wordpressPost() const
 {
     auto made = std::make_shared<ZLWordpressPost>();
-    made->title = post.title;
-    made->storedContent = storedContent();
-    // The page shows what the blog stores, so the editor's form comes of that; the text decoded twice would lose
-    // a literal "&lt;".
-    made->content = made->storedContent.isEmpty() ? post.content : made->storedContent;
-    made->replaceWPContentsForEditor();
-    made->taxonomies = post.taxonomies;
+    static_cast<PostFields &>(*made) = post;
     made->localFile = m_fileURL;
-    made->id = postInfo.id;
-    made->createdAt = postInfo.createdAt;
-    made->updatedAt = postInfo.updatedAt;
-    made->authorId = postInfo.authorId;
-    made->URL = postInfo.URL;
-    made->featuredImageURL = postInfo.featuredImageURL;
-    made->featuredImageId = postInfo.featuredImageId;
-    made->status = postInfo.status == QLatin1String("publish") ? ZLWordpressPost::Publish
-        : postInfo.status == QLatin1String("draft")            ? ZLWordpressPost::Draft
-                                                               : ZLWordpressPost::New;
-    if (postInfo.engine == QLatin1String("evernote"))
-        made->status = ZLWordpressPost::Note;
-    made->type = postInfo.type == QLatin1String("page") ? ZLWordpressPost::Page : ZLWordpressPost::Post;
-    made->allowComments = postInfo.allowComments;
-    made->allowPingback = postInfo.allowPingback;
-    made->slug = postInfo.slug;
+    made->storedContent = storedContent();
+    if (!made->storedContent.isEmpty())
+        made->content = made->storedContent; // decoded twice, it would lose a literal "&lt;"
+    made->synced = syncedPost();
     return made;
 }
 
 void ZLDocument::setRecentlySyncedWordpressPost(const ZLWordpressPost &remote)
 {
-    if (remote.status == ZLWordpressPost::Draft)
-        postInfo.status = QStringLiteral("draft");
-    else if (remote.status == ZLWordpressPost::Publish)
-        postInfo.status = QStringLiteral("publish");
+    const int before = post.status;
+    static_cast<PostFields &>(post) = remote;
+    if (!post.isOnBlog())
+        post.status = before;
+    if (!remote.storedContent.isNull())
+        post.content = remote.storedContent;
+    post.firstPublishBegan = {};
     fileInfo.status = QStringLiteral("");
-    post.title = remote.title;
-    post.content = remote.storedContent.isNull() ? remote.content : remote.storedContent;
-    post.taxonomies = remote.taxonomies;
     m_title = {post.title, post.title};
     m_content = {post.content, post.content};
-    postInfo.engine = QStringLiteral("wordpress");
-    postInfo.id = remote.id;
-    postInfo.authorId = remote.authorId;
-    postInfo.createdAt = remote.createdAt;
-    postInfo.updatedAt = remote.updatedAt;
-    postInfo.URL = remote.URL;
-    postInfo.featuredImageURL = remote.featuredImageURL.isEmpty() ? QString() : remote.featuredImageURL;
-    postInfo.featuredImageId = remote.featuredImageId.isEmpty() ? QString() : remote.featuredImageId;
-    updateChangeCount();
+    m_synced = syncedPostOf(post);
+    noteChange();
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "model/ZLFileInfo.h"
-#include "model/ZLPostInfo.h"
 #include "model/ZLWordpressPost.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
+#include <optional>
 
 struct PostFile;
 
@@ -16,6 +16,9 @@ struct PostFile;
 /// Title and content have two readings. `post` holds what the format's reader gives: entities decoded twice, white
 /// space trimmed. The document also remembers both texts byte for byte as the file stored them, and gives those back
 /// (to the file and to the blog) for as long as `post` still holds what was read.
+///
+/// The first change of a post that the blog knows is written with the file as it was kept beside as "synced.zalmo",
+/// until an upload has held or a sync has written the post.
 ///
 /// A document is shared by all who opened its file, and lives until the last of them lets go. close() therefore only
 /// says that one of them is done: what is unsaved is written, and an edit that another holder makes afterwards is
@@ -32,7 +35,6 @@ public:
     ~ZLDocument() override;
 
     ZLAbstractPost post;
-    ZLPostInfo postInfo;
     ZLFileInfo fileInfo;
 
     QUrl fileURL() const { return m_fileURL; }
@@ -49,7 +51,8 @@ public:
 
     /// The text of the file. Bytes in UTF-8.
     QByteArray data() const;
-    /// Notes a change, which is written a moment later.
+    /// Notes a change of `post`, which is written a moment later. It marks the file: "modified" for a post that the
+    /// blog knows, "new" for another; a mark that is there ("new", "conflict", "conflict-solved") stays.
     void updateChangeCount();
     bool hasUnautosavedChanges() const { return m_changed; }
     /// Writes now. A failure is returned, said by didFailToSave() and tried again at the next change or save; nothing
@@ -68,9 +71,23 @@ public:
     /// The same, when somebody else has written the file since and there is nothing unsaved here.
     void revertIfReplaced();
 
-    /// The working post of this document. `localPost` is left to the caller.
+    /// A conflict waits: the blog's other version stands beside the file, or the file's mark says that it did.
+    bool isInConflict() const;
+    /// See ZLWordpressPost::synced.
+    std::shared_ptr<const ZLWordpressPost> syncedPost() const;
+    /// Whether there are local changes, and the version to which revertToSyncedVersion() goes back is known.
+    bool hasSyncedVersion() const;
+    /// Gives up the local changes, saved or not. Fails while a conflict waits and without a version to go back to.
+    [[nodiscard]] Result<void> revertToSyncedVersion();
+    /// The file at `path` becomes the version that the blog last gave.
+    void takeSyncedVersion(const QString &path);
+    /// Notes in the file, at once, that a first publish is under way; an invalid date, that it no longer is.
+    Result<void> setFirstPublishBegan(const QDateTime &date);
+
+    /// The working post of this document, its body as it is stored. `localPost` is left to the caller.
     PostPtr wordpressPost() const;
-    /// Stores a remote state: title, content, taxonomies, id, author, dates, addresses. Slug, flags and type stay.
+    /// Takes what the blog has now, all fields as they are; the file is in step with it then. A status that is neither
+    /// draft nor published is not taken.
     void setRecentlySyncedWordpressPost(const ZLWordpressPost &remote);
 
 Q_SIGNALS:
@@ -83,8 +100,13 @@ private:
     explicit ZLDocument(const QUrl &fileURL);
     [[nodiscard]] Result<void> readFromURL();
     void take(const PostFile &file);
+    void noteChange();
     void scheduleAutosave();
     [[nodiscard]] Result<void> write();
+    /// The fields with both texts as they are stored.
+    PostFields storedFields() const;
+    bool isInStepOnDisk() const;
+    void keepSyncedVersion() const;
     [[nodiscard]] static Result<void> makeWay(const QString &path, ZLDocument *there);
     [[nodiscard]] Result<void> giveWay();
     [[nodiscard]] Result<void> setAside(const QString &suffix);
@@ -103,11 +125,20 @@ private:
         bool operator==(const FileState &) const = default;
     };
     FileState currentFileState() const;
+    /// What the file says, as far as the fields here can.
+    struct Contents {
+        PostFields post;
+        ZLFileInfo fileInfo;
+        bool operator==(const Contents &) const = default;
+    };
+    Contents contents() const { return {post, fileInfo}; }
+    using SyncedPost = std::shared_ptr<const ZLWordpressPost>;
 
     QUrl m_fileURL;
     RememberedText m_title;
     RememberedText m_content;
-    QByteArray m_dataOnDisk; ///< data() when the file was last read or written
+    std::optional<Contents> m_onDisk; ///< when the file was last read or written; nothing before it was
+    mutable std::optional<SyncedPost> m_synced; ///< nothing: synced.zalmo has to be asked
     FileState m_fileState;
     QTimer m_autosave;
     QElapsedTimer m_unsavedFor;

@@ -1,28 +1,30 @@
 #include "model/ZLFileExtension.h"
 
 #include "model/PostFileDate.h"
+#include "model/PostFileWords.h"
 #include "model/XMLStrings.h"
-
-#include <QDateTime>
+#include "model/ZLFileInfo.h"
 
 namespace {
-QString textOf(const QVariant &value)
-{
-    if (value.typeId() == QMetaType::QDateTime)
-        return PostFileDate::description(value.toDateTime());
-    return value.toString();
-}
-
 /// Appends elements to the text of a file. All are escaped, since what a blog calls an id may hold anything.
 class Elements {
 public:
     void open(QLatin1String name) { m_text.append(u'<').append(name).append(u'>'); }
     void close(QLatin1String name) { m_text.append(QLatin1String("</")).append(name).append(u'>'); }
-    void element(QLatin1String name, const QVariant &value)
+    void element(QLatin1String name, const QString &value)
     {
         open(name);
-        m_text.append(XMLEncodedString(textOf(value)));
+        m_text.append(XMLEncodedString(value));
         close(name);
+    }
+    void element(QLatin1String name, const QDateTime &date) { element(name, PostFileDate::description(date)); }
+    void element(QLatin1String name, bool flag) { element(name, flag ? QStringLiteral("1") : QStringLiteral("0")); }
+    /// Only what is there, so that the file of a plain post has the plain form.
+    template <class Value>
+    void elementIfAny(QLatin1String name, const Value &value, bool isAny)
+    {
+        if (isAny)
+            element(name, value);
     }
     QByteArray data() const { return m_text.toUtf8(); }
 
@@ -30,73 +32,62 @@ private:
     QString m_text;
 };
 
-QVariant field(const QVariantMap &map, QLatin1String name)
-{
-    return map.value(QString(name));
-}
-
-void writePost(Elements &elements, const QVariantMap &post)
+void writePost(Elements &elements, const PostFields &post)
 {
     elements.open(QLatin1String("post"));
-    elements.element(QLatin1String("title"), field(post, QLatin1String("title")));
-    elements.element(QLatin1String("content"), field(post, QLatin1String("content")));
+    elements.element(QLatin1String("title"), post.title);
+    elements.element(QLatin1String("content"), post.content);
     elements.open(QLatin1String("keywords"));
-    const QVariant keywords = field(post, QLatin1String("keywords"));
-    if (keywords.typeId() == QMetaType::QStringList || keywords.typeId() == QMetaType::QVariantList) {
-        for (const QVariant &keyword : keywords.toList())
-            elements.element(QLatin1String("keyword"), keyword);
-    }
+    for (const QString &keyword : post.taxonomiesArray())
+        elements.element(QLatin1String("keyword"), keyword);
     elements.close(QLatin1String("keywords"));
+    const QString ids = PostFileWords::keywordIds(post.taxonomies);
+    elements.elementIfAny(QLatin1String("keyword_ids"), ids, !ids.isEmpty());
     elements.close(QLatin1String("post"));
 }
 
-void writeFeaturedImage(Elements &elements, const QVariant &image)
-{
-    elements.open(QLatin1String("featured_image"));
-    const QVariantMap fields = image.toMap();
-    if (fields.contains(QStringLiteral("media_id")))
-        elements.element(QLatin1String("media_id"), field(fields, QLatin1String("media_id")));
-    if (fields.contains(QStringLiteral("URL")))
-        elements.element(QLatin1String("URL"), field(fields, QLatin1String("URL")));
-    elements.close(QLatin1String("featured_image"));
-}
-
-void writePostInfo(Elements &elements, const QVariantMap &info)
+void writePostInfo(Elements &elements, const PostFields &post)
 {
     elements.open(QLatin1String("post_info"));
-    for (const auto name :
-        {QLatin1String("engine"), QLatin1String("id"), QLatin1String("status"), QLatin1String("type"),
-            QLatin1String("created_at"), QLatin1String("updated_at"), QLatin1String("author_id"), QLatin1String("URL"),
-            QLatin1String("allow_comments"), QLatin1String("allow_pingback"), QLatin1String("slug")})
-        elements.element(name, field(info, name));
-    writeFeaturedImage(elements, field(info, QLatin1String("featured_image")));
+    elements.element(QLatin1String("engine"), PostFileWords::engine(post.status));
+    elements.element(QLatin1String("id"), post.id);
+    elements.element(QLatin1String("status"), PostFileWords::status(post.status));
+    elements.elementIfAny(QLatin1String("blog_status"), post.blogStatus, !post.blogStatus.isEmpty());
+    elements.element(QLatin1String("type"), PostFileWords::type(post.type));
+    elements.element(QLatin1String("created_at"), post.createdAt);
+    elements.element(QLatin1String("updated_at"), post.updatedAt);
+    elements.element(QLatin1String("author_id"), post.authorId);
+    elements.element(QLatin1String("URL"), post.URL);
+    elements.element(QLatin1String("allow_comments"), post.allowComments);
+    elements.element(QLatin1String("allow_pingback"), post.allowPingback);
+    elements.element(QLatin1String("slug"), post.slug);
+    elements.open(QLatin1String("featured_image"));
+    elements.elementIfAny(QLatin1String("media_id"), post.featuredImageId, !post.featuredImageId.isEmpty());
+    elements.elementIfAny(QLatin1String("URL"), post.featuredImageURL, !post.featuredImageURL.isEmpty());
+    elements.close(QLatin1String("featured_image"));
     elements.close(QLatin1String("post_info"));
 }
 
-void writeFileInfo(Elements &elements, const QVariantMap *info)
+void writeFileInfo(Elements &elements, const PostFields &post, const ZLFileInfo *info)
 {
+    const QString version = info ? info->appVersion : QString::number(PostFileWords::currentVersion);
     elements.open(QLatin1String("file_info"));
-    if (!info) {
-        elements.element(QLatin1String("app_version"), QStringLiteral("3"));
-    } else {
-        elements.element(QLatin1String("status"), field(*info, QLatin1String("status")));
-        if (info->contains(QStringLiteral("app_version")))
-            elements.element(QLatin1String("app_version"), field(*info, QLatin1String("app_version")));
-    }
+    if (info)
+        elements.element(QLatin1String("status"), info->status);
+    elements.elementIfAny(QLatin1String("app_version"), version, !version.isNull());
+    elements.elementIfAny(
+        QLatin1String("first_publish_began"), post.firstPublishBegan, post.firstPublishBegan.isValid());
     elements.close(QLatin1String("file_info"));
 }
 } // namespace
 
-QByteArray ZLFileExtension::generateXMLDataForPost(
-    const QVariantMap *post, const QVariantMap *postInfo, const QVariantMap *fileInfo)
+QByteArray ZLFileExtension::generateXMLDataForPost(const PostFields &post, const ZLFileInfo *fileInfo)
 {
     Elements elements;
     elements.open(QLatin1String("zalmo"));
-    if (post)
-        writePost(elements, *post);
-    if (postInfo)
-        writePostInfo(elements, *postInfo);
-    writeFileInfo(elements, fileInfo);
+    writePost(elements, post);
+    writePostInfo(elements, post);
+    writeFileInfo(elements, post, fileInfo);
     elements.close(QLatin1String("zalmo"));
     return elements.data();
 }

@@ -24,6 +24,7 @@ struct ZLLocalPostRepresentation {
     /// body once the editor has set it.
     QString content;
     int status = New;
+    QString blogStatus; ///< "private", "pending" or empty, see PostFields
     QUrl localFile;
     QUrl postURL; ///< empty when the post has no public address
     bool published = false; ///< the post exists in published form on the blog, whatever its local state

@@ -29,7 +29,7 @@ Q_SIGNALS:
     void didUpdatePosts();
     void didSyncPosts();
     void didDeletePost(); ///< asked for; the blog may still refuse
-    void deletionDidEnd(); ///< the blog has deleted a post, or has not
+    void deletionDidEnd(const QUrl &localFile); ///< the blog has deleted this post, or has not
     void openNewPost();
     void changingBlog();
     void didChangeBlog();

@@ -8,8 +8,8 @@ struct ZLTaxonomy {
     enum Type { Category = 0, Tag = 1 };
 
     QString name;
-    QString taxonomyId; ///< filled only on the way to the blog
-    int type = Category; ///< other values occur in foreign data: files treat them as categories, strings leave them out
+    QString termId; ///< the blog's id of the term; empty when it is not known. Two terms of one name differ in it
+    int type = Category; ///< files treat all but tags as categories
 
     /// As files and the tag field name it: a category by its bare name, a tag with a leading "#".
     QString keyword() const { return type == Tag ? u'#' + name : name; }

@@ -3,82 +3,20 @@
 #include "model/FilesAside.h"
 #include "model/LocalFileURL.h"
 #include "model/PostSync.h"
-#include "model/ZLDocument.h"
+#include "model/ZLDocumentController.h"
 #include "model/ZLFileExtension.h"
 #include "platform/ZLAtomicFile.h"
 #include "platform/ZLLog.h"
-#include "text/ContentPasses.h"
 
+#include <QFile>
 #include <QFileInfo>
-
-namespace {
-QString statusInFile(int status)
-{
-    switch (status) {
-    case ZLWordpressPost::New:
-    case ZLWordpressPost::Note:
-        return QStringLiteral("new");
-    case ZLWordpressPost::Draft:
-        return QStringLiteral("draft");
-    case ZLWordpressPost::Publish:
-        return QStringLiteral("publish");
-    default:
-        return {};
-    }
-}
-
-QString oneOrZero(bool flag)
-{
-    return flag ? QStringLiteral("1") : QStringLiteral("0");
-}
-} // namespace
-
-void ZLWordpressPost::replaceWPContentsForEditor()
-{
-    content = ContentPasses::contentForEditor(content);
-}
-
-QVariantMap ZLWordpressPost::infoDictionary() const
-{
-    QVariantMap info{
-        {QStringLiteral("engine"), status == Note ? QStringLiteral("evernote") : QStringLiteral("wordpress")},
-        {QStringLiteral("id"), id},
-        {QStringLiteral("status"), statusInFile(status)},
-        {QStringLiteral("type"), type == Page ? QStringLiteral("page") : QStringLiteral("post")},
-        {QStringLiteral("created_at"), createdAt},
-        {QStringLiteral("updated_at"), updatedAt},
-        {QStringLiteral("author_id"), authorId},
-        {QStringLiteral("URL"), URL},
-        {QStringLiteral("allow_comments"), oneOrZero(allowComments)},
-        {QStringLiteral("allow_pingback"), oneOrZero(allowPingback)},
-        {QStringLiteral("slug"), slug},
-    };
-    QVariantMap image;
-    if (!featuredImageId.isEmpty())
-        image.insert(QStringLiteral("media_id"), featuredImageId);
-    if (!featuredImageURL.isEmpty())
-        image.insert(QStringLiteral("URL"), featuredImageURL);
-    if (!image.isEmpty())
-        info.insert(QStringLiteral("featured_image"), image);
-    return info;
-}
 
 QByteArray ZLWordpressPost::generateXMLDataFileInfo(const ZLFileInfo *fileInfo) const
 {
-    const QVariantMap postFields{
-        {QStringLiteral("title"), title},
-        {QStringLiteral("content"), storedContent.isNull() ? content : storedContent},
-        {QStringLiteral("keywords"), taxonomiesArray()},
-    };
-    const QVariantMap infoFields = infoDictionary();
-    if (!fileInfo)
-        return ZLFileExtension::generateXMLDataForPost(&postFields, &infoFields, nullptr);
-    QVariantMap fileFields;
-    if (!fileInfo->status.isNull())
-        fileFields.insert(QStringLiteral("status"), fileInfo->status);
-    if (!fileInfo->appVersion.isNull())
-        fileFields.insert(QStringLiteral("app_version"), fileInfo->appVersion);
-    return ZLFileExtension::generateXMLDataForPost(&postFields, &infoFields, &fileFields);
+    PostFields fields = *this;
+    if (!storedContent.isNull())
+        fields.content = storedContent;
+    return ZLFileExtension::generateXMLDataForPost(fields, fileInfo);
 }
 
 Result<void> ZLWordpressPost::saveAtPath(const QString &path, const QString &)
@@ -90,7 +28,7 @@ Result<void> ZLWordpressPost::saveAtPath(const QString &path, const QString &)
     if (path.endsWith(QLatin1String(PostSync::conflictName))) {
         const ZLFileInfo fresh;
         data = generateXMLDataFileInfo(&fresh);
-    } else if (path.endsWith(QLatin1String(PostSync::conflictSolvedName))) {
+    } else if (PostSync::isConflictSolvedPath(path)) {
         const ZLFileInfo solved{QStringLiteral("conflict-solved"), {}};
         data = generateXMLDataFileInfo(&solved);
     } else {
@@ -102,27 +40,30 @@ Result<void> ZLWordpressPost::saveAtPath(const QString &path, const QString &)
         createdAt = now;
     if (!updatedAt.isValid())
         updatedAt = now;
-    return ZLAtomicFile::write(path, data, updatedAt);
+    const Result<void> written = ZLAtomicFile::write(path, data, updatedAt);
+    if (written && PostSync::isPostPath(path))
+        QFile::remove(PostSync::syncedPath(path)); // the file itself is that version again
+    return written;
 }
 
 Result<void> ZLWordpressPost::syncWithPostAtPath(
-    const QString &path, const QString &type, const DocumentPtr &currentDocument)
+    const QString &path, const QString &type, const ZLDocumentController &documents)
 {
     const QUrl url = QUrl::fromLocalFile(path);
-    const bool isOnScreen = currentDocument && isSameFile(currentDocument->fileURL(), url);
-    const Result<DocumentPtr> opened = isOnScreen ? Result<DocumentPtr>(currentDocument) : ZLDocument::open(url);
+    const DocumentPtr open = documents.documentForURL(url);
+    const Result<DocumentPtr> opened = open ? Result<DocumentPtr>(open) : ZLDocument::open(url);
     if (!opened) {
         ZLLog(QStringLiteral("error: %1").arg(opened.error().description));
         return failure(opened.error());
     }
     const DocumentPtr document = *opened;
-    switch (PostSync::decide(updatedAt, document->postInfo.updatedAt, document->fileInfo, path)) {
+    const std::shared_ptr<const ZLWordpressPost> synced = document->syncedPost();
+    const PostFields &known = synced ? static_cast<const PostFields &>(*synced) : document->post;
+    switch (PostSync::decide(*this, known, document->fileInfo, path)) {
     case PostSync::Keep:
         return {};
     case PostSync::PutConflictBeside:
-        document->fileInfo.status = QStringLiteral("conflict");
-        (void)document->saveDocument(); // a failure is logged there
-        return saveAtPath(PostSync::conflictPath(path), type);
+        return putConflictBeside(*document);
     case PostSync::Overwrite:
         break;
     }
@@ -132,7 +73,14 @@ Result<void> ZLWordpressPost::syncWithPostAtPath(
             return failure(aside.error());
     }
     const Result<void> saved = saveAtPath(path, type);
-    if (saved && isOnScreen)
-        (void)document->revertDocument();
+    if (saved && open)
+        (void)open->revertDocument();
     return saved;
+}
+
+Result<void> ZLWordpressPost::putConflictBeside(ZLDocument &document)
+{
+    document.fileInfo.status = QStringLiteral("conflict");
+    (void)document.saveDocument(); // a failure is logged there
+    return saveAtPath(PostSync::conflictPath(pathOfFileURL(document.fileURL())));
 }

@@ -1,9 +1,10 @@
 #include "platform/ZLAtomicFile.h"
 
-#include <QDir>
+#include "platform/ZLFileManager.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <filesystem>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -11,6 +12,8 @@
 #endif
 
 namespace {
+
+constexpr QFile::Permissions userAlone = QFile::ReadOwner | QFile::WriteOwner;
 
 tl::unexpected<ZLError> fileFailure(const QString &what, const QString &path, const QString &reason)
 {
@@ -34,23 +37,39 @@ void syncFolder(const QString &path)
 
 } // namespace
 
+bool ZLAtomicFile::makePrivate(const QString &path)
+{
+    QFile file(path);
+    return ZLFileManager::makeFolder(QFileInfo(path).path()) && file.open(QIODevice::ReadWrite, userAlone)
+        && file.setPermissions(userAlone);
+}
+
 Result<void> ZLAtomicFile::write(const QString &path, const QByteArray &bytes, const QDateTime &modified)
 {
     const QString what = QStringLiteral("Could not save the file");
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    const QFileInfo info(path);
+    const QString target = info.isSymLink() ? info.symLinkTarget() : path;
+    QFile file(target + QStringLiteral(".tmp"));
+    if (!file.open(QIODevice::WriteOnly, userAlone))
         return fileFailure(what, path, file.errorString());
+    const auto give = [&](const QString &reason) {
+        file.remove();
+        return fileFailure(what, path, reason);
+    };
     if (file.write(bytes) != bytes.size() || !file.flush())
-        return fileFailure(what, path, file.errorString());
+        return give(file.errorString());
 #ifdef Q_OS_UNIX
     if (::fsync(file.handle()) != 0)
-        return fileFailure(what, path, qt_error_string());
+        return give(qt_error_string());
 #endif
     if (modified.isValid())
         file.setFileTime(modified, QFileDevice::FileModificationTime);
-    if (!file.commit())
-        return fileFailure(what, path, file.errorString());
-    syncFolder(path);
+    file.close();
+    std::error_code error;
+    std::filesystem::rename(file.fileName().toStdU16String(), target.toStdU16String(), error);
+    if (error)
+        return give(QString::fromStdString(error.message()));
+    syncFolder(target);
     return {};
 }
 

@@ -1,5 +1,7 @@
 #include "platform/ZLDefaults.h"
 
+#include "platform/ZLAtomicFile.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -41,6 +43,7 @@ void ZLDefaults::setObjectForKey(const QVariant &value, const QString &key)
 {
     if (objectForKey(key) == value && m_settings.contains(key))
         return;
+    ZLAtomicFile::makePrivate(m_settings.fileName());
     m_settings.setValue(key, value);
     Q_EMIT didChange(key, value);
 }

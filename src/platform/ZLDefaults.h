@@ -9,7 +9,7 @@
 class ZLDefaults : public QObject {
     Q_OBJECT
 public:
-    /// `file` is the path of the INI file; it and its folder are made at the first write.
+    /// `file` is the path of the INI file; it and its folder are made at the first write, for the user alone.
     explicit ZLDefaults(const QString &file, QObject *parent = nullptr);
 
     /// Starting values: what a key reads while the user has not set it.

@@ -10,13 +10,17 @@ namespace {
 constexpr QLatin1String executableName("zalmo");
 constexpr QLatin1String bundleIdentifier("com.zalmo.Zalmo");
 
+constexpr QFile::Permissions userAlone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+
+bool isMade(const QString &path)
+{
+    return QFileInfo(path).isDir() || (isMade(QFileInfo(path).path()) && QDir().mkdir(path, userAlone));
+}
+
 /// The path when the folder is there or could be made, else null with a log line.
 QString madeFolder(const QString &path)
 {
-    if (QDir().mkpath(path))
-        return path;
-    ZLLog(QStringLiteral("could not make the folder %1").arg(path));
-    return {};
+    return ZLFileManager::makeFolder(path) ? path : QString();
 }
 
 } // namespace
@@ -36,7 +40,7 @@ ZLFileManager ZLFileManager::forUser()
 QString ZLFileManager::applicationSupportDirectory() const
 {
     const QString path = m_dataHome + u'/' + executableName;
-    if (QDir().mkpath(path))
+    if (makeFolder(path))
         return path;
     ZLLog(QStringLiteral("Unable to find or create application support directory:\n%1").arg(path));
     return {};
@@ -58,7 +62,11 @@ QString ZLFileManager::blogPath(const QString &alias) const
         ZLLog(QStringLiteral("refused a blog name that cannot name a folder: %1").arg(alias));
         return {};
     }
-    return m_dataHome + u'/' + executableName + QStringLiteral("/accounts/") + alias;
+    const QString accounts = m_dataHome + u'/' + executableName + QStringLiteral("/accounts/");
+    const QString deeper = accounts + alias;
+    const bool isInUse =
+        alias.contains(u'/') && QDir::cleanPath(deeper) == deeper && QDir(deeper + QStringLiteral("/posts")).exists();
+    return isInUse ? deeper : accounts + folderNameForAlias(alias);
 }
 
 QString ZLFileManager::postPath(const QString &alias, const QString &postId) const
@@ -94,9 +102,18 @@ bool ZLFileManager::isPlainFileName(const QString &name)
         && !name.contains(QDir::separator()) && !name.contains(QChar(u'\0')) && name.toUtf8().size() <= longestName;
 }
 
-bool ZLFileManager::isSafeAlias(const QString &alias)
+QString ZLFileManager::folderNameForAlias(const QString &alias)
 {
-    const QStringList parts = alias.split(u'/', Qt::SkipEmptyParts);
-    return !alias.isEmpty() && !alias.startsWith(u'/')
-        && std::all_of(parts.begin(), parts.end(), [](const QString &part) { return isPlainFileName(part); });
+    return QString(alias).replace(u'/', u'-');
+}
+
+bool ZLFileManager::makeFolder(const QString &path)
+{
+    if (!path.startsWith(u'/') || !isMade(path)) {
+        ZLLog(QStringLiteral("could not make the folder %1").arg(path));
+        return false;
+    }
+    if (QFile::permissions(path) & (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther))
+        QFile::setPermissions(path, userAlone);
+    return true;
 }

@@ -36,6 +36,8 @@ void ZLTelemetry::trackEvent(const QString &name, const QVariantMap &dimensions)
 
 void ZLTelemetry::setUserProperty(const QString &key, const QVariant &value)
 {
+    if (!isEnabled())
+        return;
     QVariantMap user = m_defaults.objectForKey(userKey).toMap();
     user.insert(key, value);
     m_defaults.setObjectForKey(user, userKey);
@@ -54,7 +56,7 @@ void ZLTelemetry::incrementUserProperty(const QString &key, int by)
 
 void ZLTelemetry::send(const QVariantMap &message)
 {
-    if (m_collector.isEmpty())
+    if (m_collector.isEmpty() || !isEnabled())
         return;
     QNetworkRequest request(m_collector);
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));

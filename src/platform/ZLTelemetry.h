@@ -7,16 +7,14 @@
 class QNetworkAccessManager;
 class ZLDefaults;
 
-/// Anonymous usage counters and events. Off by default ("sendAnonymousData", which the callers ask before the events
-/// that it gates), and writes nowhere until a deployer names a collector; nothing in the program reads it back.
+/// Anonymous usage counters and events. While the default "sendAnonymousData" is off, as it is at first, nothing is
+/// counted or sent; and nothing goes anywhere until a deployer names a collector. The program reads nothing of it back.
 class ZLTelemetry {
 public:
     /// Events go to `collector` as JSON by HTTP POST; with an empty address they go nowhere.
     ZLTelemetry(ZLDefaults &defaults, QNetworkAccessManager &network, const QUrl &collector = configuredCollector());
     static QUrl configuredCollector();
 
-    /// The default "sendAnonymousData".
-    bool isEnabled() const;
     void trackEvent(const QString &name, const QVariantMap &dimensions = {});
     /// What is known of the anonymous user lasts from one start to the next.
     void setUserProperty(const QString &key, const QVariant &value);
@@ -24,6 +22,7 @@ public:
     void incrementUserProperty(const QString &key, int by = 1);
 
 private:
+    bool isEnabled() const;
     void send(const QVariantMap &message);
 
     ZLDefaults &m_defaults;

@@ -8,7 +8,7 @@
 
 /// The persistent entities: plain objects that live in one ZLManagedObjectContext. Attributes bear the store's names.
 
-/// Per-blog preferences. The starting values hold for a new object.
+/// Per-blog preferences. The starting values hold for a new object. PreferenceFields.h has them as a table.
 struct AccountPreferences {
     bool allow_comments = true;
     bool allow_pingback = true;
@@ -24,12 +24,16 @@ struct AccountPreferences {
     int recent_posts = 0;
     bool use_feature_image = false;
     std::optional<bool> login_automatically = true; ///< its presence and its value are tested in different places
+
+    bool operator==(const AccountPreferences &) const = default;
 };
 
 /// The link of one blog to one notebook.
 struct Evernote {
     QString notebook_guid;
     QDateTime last_synced;
+
+    bool operator==(const Evernote &) const = default;
 };
 
 /// One category or tag of one blog.
@@ -37,6 +41,8 @@ struct Taxonomy {
     QString name;
     QString taxonomy_id; ///< the blog's term id; null when not known yet
     int taxonomy_type = 0; ///< 0 category, 1 tag
+
+    bool operator==(const Taxonomy &) const = default;
 };
 using TaxonomyPtr = std::shared_ptr<Taxonomy>;
 
@@ -46,7 +52,7 @@ struct Account {
     QString blog_name; ///< the blog's alias; null when not set
     QString name; ///< the user name used to log in
     int type = 0;
-    QString url; ///< the blog's address, without "/xmlrpc.php"
+    QString url; ///< the blog's address, without "/xmlrpc.php" and never with a login in it
     std::shared_ptr<Evernote> evernote;
     std::shared_ptr<AccountPreferences> preferences;
     QList<TaxonomyPtr> taxonomies;
@@ -58,7 +64,6 @@ using AccountPtr = std::shared_ptr<Account>;
 
 /// Which account was current.
 struct SelectedAccount {
-    qint64 rowid = 0;
     QDateTime date;
     AccountPtr account;
 };

@@ -1,11 +1,15 @@
 #include "store/StoreRows.h"
 
+#include "store/PreferenceFields.h"
 #include "store/StoreSchema.h"
 
 #include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
+
+using StoreRows::AccountRow;
+using StoreRows::SelectedRow;
 
 namespace {
 
@@ -22,9 +26,11 @@ public:
     {
         if (!m_reason.isNull())
             return false;
-        m_query.prepare(statement);
-        for (const QVariant &value : values)
-            m_query.addBindValue(value);
+        if (statement != m_prepared)
+            m_query.prepare(statement);
+        m_prepared = statement;
+        for (qsizetype at = 0; at < values.size(); ++at)
+            m_query.bindValue(int(at), values[at]);
         if (!m_query.exec())
             m_reason = m_query.lastError().text();
         return m_reason.isNull();
@@ -35,174 +41,194 @@ public:
         for (bool more = run(statement) && m_query.next(); more; more = m_query.next())
             row(m_query);
     }
-    qint64 lastRowid() const { return m_query.lastInsertId().toLongLong(); }
     QString reason() const { return m_reason; }
 
 private:
     QSqlQuery m_query;
+    QString m_prepared;
     QString m_reason;
 };
-
-using Accounts = QHash<qint64, AccountPtr>;
 
 QString dateText(const QDateTime &date)
 {
     return date.isValid() ? date.toUTC().toString(Qt::ISODateWithMs) : QString();
 }
 
-/// The columns in the order in which they are read and written.
-const QString preferencesColumns =
-    QStringLiteral("account, allow_comments, allow_pingback, allow_notifications, default_article_type, "
-                   "default_open_image_link, default_open_links, feature_image_width, feature_image_height, "
-                   "thumb_image_width, thumb_image_height, full_image_as_default, recent_posts, use_feature_image, "
-                   "login_automatically");
-
-QVariant orNull(qint64 rowid)
+QDateTime dateFrom(const QVariant &value)
 {
-    return rowid ? QVariant(rowid) : QVariant(QMetaType::fromType<qint64>());
+    return QDateTime::fromString(value.toString(), Qt::ISODateWithMs);
 }
 
-std::shared_ptr<AccountPreferences> preferencesFrom(const QSqlQuery &row)
+/// Of the account and its preferences, in the order in which they are read and written.
+QString preferencesColumns()
 {
-    auto found = std::make_shared<AccountPreferences>();
-    found->allow_comments = row.value(1).toBool();
-    found->allow_pingback = row.value(2).toBool();
-    found->allow_notifications = row.value(3).toBool();
-    found->default_article_type = row.value(4).toInt();
-    found->default_open_image_link = row.value(5).toInt();
-    found->default_open_links = row.value(6).toInt();
-    found->feature_image_width = row.value(7).toInt();
-    found->feature_image_height = row.value(8).toInt();
-    found->thumb_image_width = row.value(9).toInt();
-    found->thumb_image_height = row.value(10).toInt();
-    found->full_image_as_default = row.value(11).toBool();
-    found->recent_posts = row.value(12).toInt();
-    found->use_feature_image = row.value(13).toBool();
-    found->login_automatically.reset();
-    if (!row.value(14).isNull())
-        found->login_automatically = row.value(14).toBool();
+    QStringList columns{QStringLiteral("account")};
+    for (const PreferenceField &field : preferenceFields())
+        columns << field.name;
+    return columns.join(QStringLiteral(", "));
+}
+
+AccountPreferences preferencesFrom(const QSqlQuery &row)
+{
+    AccountPreferences found;
+    int column = 0;
+    for (const PreferenceField &field : preferenceFields())
+        field.set(found, row.value(++column));
     return found;
 }
 
-QVariantList valuesOf(const AccountPreferences &of, qint64 account)
-{
-    const QVariant automatically =
-        of.login_automatically ? QVariant(int(*of.login_automatically)) : QVariant(QMetaType::fromType<int>());
-    return {account, int(of.allow_comments), int(of.allow_pingback), int(of.allow_notifications),
-        of.default_article_type, of.default_open_image_link, of.default_open_links, of.feature_image_width,
-        of.feature_image_height, of.thumb_image_width, of.thumb_image_height, int(of.full_image_as_default),
-        of.recent_posts, int(of.use_feature_image), automatically};
-}
-
-void readAccounts(Statements &sql, StoreRows::Objects &objects, Accounts &byRowid)
+void readAccounts(Statements &sql, QList<AccountRow> &accounts)
 {
     sql.forEach(QStringLiteral("SELECT rowid, blog_name, name, type, url FROM Account ORDER BY position"),
         [&](const QSqlQuery &row) {
-            auto account = std::make_shared<Account>();
-            account->rowid = row.value(0).toLongLong();
-            account->blog_name = row.value(1).toString();
-            account->name = row.value(2).toString();
-            account->type = row.value(3).toInt();
-            account->url = row.value(4).toString();
-            byRowid.insert(account->rowid, account);
-            objects.accounts.append(account);
+            AccountRow account;
+            account.rowid = row.value(0).toLongLong();
+            account.position = int(accounts.size());
+            account.blog_name = row.value(1).toString();
+            account.name = row.value(2).toString();
+            account.type = row.value(3).toInt();
+            account.url = row.value(4).toString();
+            accounts.append(account);
         });
 }
 
-void readBelongings(Statements &sql, const Accounts &accounts)
+void readBelongings(Statements &sql, QList<AccountRow> &accounts)
 {
-    sql.forEach(QStringLiteral("SELECT %1 FROM AccountPreferences").arg(preferencesColumns), [&](const QSqlQuery &row) {
-        if (const AccountPtr account = accounts.value(row.value(0).toLongLong()))
-            account->preferences = preferencesFrom(row);
-    });
-    sql.forEach(QStringLiteral("SELECT account, notebook_guid, last_synced FROM Evernote"), [&](const QSqlQuery &row) {
-        if (const AccountPtr account = accounts.value(row.value(0).toLongLong()))
-            account->evernote = std::make_shared<Evernote>(
-                Evernote{row.value(1).toString(), QDateTime::fromString(row.value(2).toString(), Qt::ISODateWithMs)});
-    });
-    sql.forEach(
+    QHash<qint64, AccountRow *> byRowid;
+    for (AccountRow &account : accounts)
+        byRowid.insert(account.rowid, &account);
+    const auto forEachOfAccount = [&](const QString &statement, auto take) {
+        sql.forEach(statement, [&](const QSqlQuery &row) {
+            if (AccountRow *account = byRowid.value(row.value(0).toLongLong()))
+                take(*account, row);
+        });
+    };
+    forEachOfAccount(QStringLiteral("SELECT %1 FROM AccountPreferences").arg(preferencesColumns()),
+        [](AccountRow &account, const QSqlQuery &row) { account.preferences = preferencesFrom(row); });
+    forEachOfAccount(QStringLiteral("SELECT account, notebook_guid, last_synced FROM Evernote"),
+        [](AccountRow &account, const QSqlQuery &row) {
+            account.evernote = Evernote{row.value(1).toString(), dateFrom(row.value(2))};
+        });
+    forEachOfAccount(
         QStringLiteral("SELECT account, name, taxonomy_id, taxonomy_type FROM Taxonomy ORDER BY account, position"),
-        [&](const QSqlQuery &row) {
-            if (const AccountPtr account = accounts.value(row.value(0).toLongLong()))
-                account->taxonomies.append(std::make_shared<Taxonomy>(
-                    Taxonomy{row.value(1).toString(), row.value(2).toString(), row.value(3).toInt()}));
+        [](AccountRow &account, const QSqlQuery &row) {
+            account.taxonomies.append({row.value(1).toString(), row.value(2).toString(), row.value(3).toInt()});
         });
 }
 
-void readSelected(Statements &sql, StoreRows::Objects &objects, const Accounts &accounts)
+void readSelected(Statements &sql, QList<SelectedRow> &selected)
 {
-    sql.forEach(
-        QStringLiteral("SELECT rowid, date, account FROM SelectedAccount ORDER BY rowid"), [&](const QSqlQuery &row) {
-            objects.selected.append(std::make_shared<SelectedAccount>(SelectedAccount{row.value(0).toLongLong(),
-                QDateTime::fromString(row.value(1).toString(), Qt::ISODateWithMs),
-                accounts.value(row.value(2).toLongLong())}));
-        });
+    sql.forEach(QStringLiteral("SELECT date, account FROM SelectedAccount ORDER BY rowid"), [&](const QSqlQuery &row) {
+        selected.append({dateFrom(row.value(0)), row.value(1).toLongLong()});
+    });
 }
 
-void writeBelongings(Statements &sql, const Account &account, qint64 rowid)
+void writePreferences(Statements &sql, const AccountRow &account)
 {
-    if (account.preferences)
-        sql.run(
-            QStringLiteral("INSERT INTO AccountPreferences (%1) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-                .arg(preferencesColumns),
-            valuesOf(*account.preferences, rowid));
-    if (account.evernote)
-        sql.run(QStringLiteral("INSERT INTO Evernote (account, notebook_guid, last_synced) VALUES (?, ?, ?)"),
-            {rowid, account.evernote->notebook_guid, dateText(account.evernote->last_synced)});
-    int position = 0;
-    for (const TaxonomyPtr &taxonomy : account.taxonomies)
-        sql.run(QStringLiteral("INSERT INTO Taxonomy (account, position, name, taxonomy_id, taxonomy_type) "
-                               "VALUES (?, ?, ?, ?, ?)"),
-            {rowid, position++, taxonomy->name, taxonomy->taxonomy_id, taxonomy->taxonomy_type});
+    if (!account.preferences) {
+        sql.run(QStringLiteral("DELETE FROM AccountPreferences WHERE account = ?"), {account.rowid});
+        return;
+    }
+    QVariantList values{account.rowid};
+    for (const PreferenceField &field : preferenceFields())
+        values << field.of(*account.preferences);
+    const QString places = QStringLiteral("?") + QStringLiteral(", ?").repeated(values.size() - 1);
+    sql.run(
+        QStringLiteral("INSERT OR REPLACE INTO AccountPreferences (%1) VALUES (%2)").arg(preferencesColumns(), places),
+        values);
+}
+
+void writeEvernote(Statements &sql, const AccountRow &account)
+{
+    if (!account.evernote) {
+        sql.run(QStringLiteral("DELETE FROM Evernote WHERE account = ?"), {account.rowid});
+        return;
+    }
+    sql.run(QStringLiteral("INSERT OR REPLACE INTO Evernote (account, notebook_guid, last_synced) VALUES (?, ?, ?)"),
+        {account.rowid, account.evernote->notebook_guid, dateText(account.evernote->last_synced)});
+}
+
+void writeTaxonomies(Statements &sql, const AccountRow &account, const QList<Taxonomy> &before)
+{
+    const QString replace = QStringLiteral("INSERT OR REPLACE INTO Taxonomy (account, position, name, taxonomy_id, "
+                                           "taxonomy_type) VALUES (?, ?, ?, ?, ?)");
+    for (qsizetype at = 0; at < account.taxonomies.size(); ++at) {
+        const Taxonomy &taxonomy = account.taxonomies[at];
+        if (at >= before.size() || before[at] != taxonomy)
+            sql.run(replace, {account.rowid, at, taxonomy.name, taxonomy.taxonomy_id, taxonomy.taxonomy_type});
+    }
+    if (account.taxonomies.size() < before.size())
+        sql.run(QStringLiteral("DELETE FROM Taxonomy WHERE account = ? AND position >= ?"),
+            {account.rowid, account.taxonomies.size()});
+}
+
+void writeAccount(Statements &sql, const AccountRow &account, const AccountRow &before)
+{
+    if (account == before)
+        return;
+    sql.run(
+        QStringLiteral("INSERT INTO Account (rowid, position, blog_name, name, type, url) VALUES (?, ?, ?, ?, ?, ?) "
+                       "ON CONFLICT (rowid) DO UPDATE SET position = excluded.position, "
+                       "blog_name = excluded.blog_name, name = excluded.name, type = excluded.type, "
+                       "url = excluded.url"),
+        {account.rowid, account.position, account.blog_name, account.name, account.type, account.url});
+    if (account.preferences != before.preferences)
+        writePreferences(sql, account);
+    if (account.evernote != before.evernote)
+        writeEvernote(sql, account);
+    writeTaxonomies(sql, account, before.taxonomies);
+}
+
+void writeAccounts(Statements &sql, const QList<AccountRow> &before, const QList<AccountRow> &after)
+{
+    QHash<qint64, AccountRow> gone;
+    for (const AccountRow &account : before)
+        gone.insert(account.rowid, account);
+    QList<AccountRow> known;
+    for (const AccountRow &account : after)
+        known << gone.take(account.rowid);
+    for (auto account = gone.keyBegin(); account != gone.keyEnd(); ++account)
+        sql.run(QStringLiteral("DELETE FROM Account WHERE rowid = ?"), {*account}); // and what belongs to it
+    for (qsizetype at = 0; at < after.size(); ++at)
+        writeAccount(sql, after[at], known[at]);
+}
+
+void writeSelected(Statements &sql, const QList<SelectedRow> &selected)
+{
+    sql.run(QStringLiteral("DELETE FROM SelectedAccount"));
+    for (const SelectedRow &row : selected)
+        sql.run(QStringLiteral("INSERT INTO SelectedAccount (date, account) VALUES (?, ?)"),
+            {dateText(row.date), row.account ? QVariant(row.account) : QVariant(QMetaType::fromType<qint64>())});
 }
 
 } // namespace
 
-Result<StoreRows::Objects> StoreRows::read(const QSqlDatabase &database)
+Result<StoreRows::Rows> StoreRows::read(const QSqlDatabase &database)
 {
     Statements sql(database);
-    Objects objects;
-    Accounts byRowid;
-    readAccounts(sql, objects, byRowid);
-    readBelongings(sql, byRowid);
-    readSelected(sql, objects, byRowid);
+    Rows rows;
+    readAccounts(sql, rows.accounts);
+    readBelongings(sql, rows.accounts);
+    readSelected(sql, rows.selected);
     if (!sql.reason().isNull())
         return StoreSchema::databaseFailure(QStringLiteral("The account store could not be read"), sql.reason());
-    return objects;
+    return rows;
 }
 
-Result<void> StoreRows::write(QSqlDatabase database, const Objects &objects)
+Result<void> StoreRows::write(QSqlDatabase database, const Rows &before, const Rows &after)
 {
     const QString what = QStringLiteral("The account store could not be saved");
+    if (before == after)
+        return {};
     if (!database.transaction())
         return StoreSchema::databaseFailure(what, database.lastError().text());
     Statements sql(database);
-    QHash<const Account *, qint64> rowids;
-    QList<qint64> selectedRowids;
-    // The delete rules take what belongs to an account along.
-    sql.run(QStringLiteral("DELETE FROM SelectedAccount"));
-    sql.run(QStringLiteral("DELETE FROM Account"));
-    int position = 0;
-    for (const AccountPtr &account : objects.accounts) {
-        sql.run(QStringLiteral(
-                    "INSERT INTO Account (rowid, position, blog_name, name, type, url) VALUES (?, ?, ?, ?, ?, ?)"),
-            {orNull(account->rowid), position++, account->blog_name, account->name, account->type, account->url});
-        rowids.insert(account.get(), sql.lastRowid());
-        writeBelongings(sql, *account, rowids.value(account.get()));
-    }
-    for (const SelectedAccountPtr &selected : objects.selected) {
-        sql.run(QStringLiteral("INSERT INTO SelectedAccount (rowid, date, account) VALUES (?, ?, ?)"),
-            {orNull(selected->rowid), dateText(selected->date), orNull(rowids.value(selected->account.get()))});
-        selectedRowids.append(sql.lastRowid());
-    }
-    if (!sql.reason().isNull() || !database.commit()) {
-        const QString reason = sql.reason().isNull() ? database.lastError().text() : sql.reason();
-        database.rollback();
-        return StoreSchema::databaseFailure(what, reason);
-    }
-    for (const AccountPtr &account : objects.accounts)
-        account->rowid = rowids.value(account.get());
-    for (qsizetype i = 0; i < selectedRowids.size(); ++i)
-        objects.selected[i]->rowid = selectedRowids[i];
-    return {};
+    writeAccounts(sql, before.accounts, after.accounts);
+    if (before.selected != after.selected)
+        writeSelected(sql, after.selected);
+    if (sql.reason().isNull() && database.commit())
+        return {};
+    const QString reason = sql.reason().isNull() ? database.lastError().text() : sql.reason();
+    database.rollback();
+    return StoreSchema::databaseFailure(what, reason);
 }

@@ -5,14 +5,38 @@
 
 #include <QSqlDatabase>
 
-/// The rows of the account store: the one place that speaks SQL.
+/// The rows of the account store as values, and the one place that speaks SQL for them.
 namespace StoreRows {
-struct Objects {
-    QList<AccountPtr> accounts;
-    QList<SelectedAccountPtr> selected;
+/// More categories and tags than this are not kept of one account: they would hold up each start.
+inline constexpr qsizetype mostTaxonomies = 50000;
+
+struct AccountRow {
+    qint64 rowid = 0;
+    int position = 0;
+    QString blog_name;
+    QString name;
+    int type = 0;
+    QString url;
+    std::optional<AccountPreferences> preferences;
+    std::optional<Evernote> evernote;
+    QList<Taxonomy> taxonomies;
+
+    bool operator==(const AccountRow &) const = default;
+};
+struct SelectedRow {
+    QDateTime date;
+    qint64 account = 0; ///< 0 for none
+
+    bool operator==(const SelectedRow &) const = default;
+};
+struct Rows {
+    QList<AccountRow> accounts; ///< in their order
+    QList<SelectedRow> selected;
+
+    bool operator==(const Rows &) const = default;
 };
 
-[[nodiscard]] Result<Objects> read(const QSqlDatabase &database);
-/// Replaces all rows by these objects, in one transaction; sets the rowid of new ones.
-[[nodiscard]] Result<void> write(QSqlDatabase database, const Objects &objects);
+[[nodiscard]] Result<Rows> read(const QSqlDatabase &database);
+/// Brings the database from `before`, which it holds, to `after`, in one transaction; what is the same is not touched.
+[[nodiscard]] Result<void> write(QSqlDatabase database, const Rows &before, const Rows &after);
 } // namespace StoreRows

@@ -1,7 +1,10 @@
 #include "store/StoreSchema.h"
 
+#include "store/PreferenceFields.h"
+
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QStringList>
 #include <QVariant>
 #include <array>
@@ -50,6 +53,24 @@ Result<void> runStep(QSqlDatabase &database, int version)
     return StoreSchema::databaseFailure(what, reason);
 }
 
+/// A preference that is newer than the store gets its column, with its starting value for the accounts that are there.
+Result<void> addMissingPreferences(QSqlDatabase &database)
+{
+    const QString table = QStringLiteral("AccountPreferences");
+    const QSqlRecord columns = database.record(table);
+    QSqlQuery query(database);
+    for (const PreferenceField &field : preferenceFields()) {
+        const QVariant start = field.startingValue();
+        const QString value = start.isNull() ? QStringLiteral("NULL") : start.toString();
+        const QString add =
+            QStringLiteral("ALTER TABLE %1 ADD COLUMN %2 INTEGER DEFAULT %3").arg(table, field.name, value);
+        if (!columns.contains(field.name) && !query.exec(add))
+            return StoreSchema::databaseFailure(
+                QStringLiteral("The account store could not be brought up to date"), query.lastError().text());
+    }
+    return {};
+}
+
 } // namespace
 
 tl::unexpected<ZLError> StoreSchema::databaseFailure(const QString &what, const QString &reason)
@@ -70,5 +91,5 @@ Result<void> StoreSchema::migrate(QSqlDatabase &database)
     for (int version = found; version < currentVersion; ++version)
         if (const auto step = runStep(database, version); !step)
             return step;
-    return {};
+    return addMissingPreferences(database);
 }

@@ -1,11 +1,12 @@
 #include "store/ZLManagedObjectContext.h"
 
-#include "store/StoreRows.h"
+#include "platform/ZLAtomicFile.h"
+#include "platform/ZLFileManager.h"
+#include "platform/ZLLog.h"
 #include "store/StoreSchema.h"
 
-#include <QDataStream>
-#include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
@@ -18,58 +19,97 @@ Result<void> madeFolder(const QString &directory)
     if (info.exists() && !info.isDir())
         return failure(QStringLiteral("YOUR_ERROR_DOMAIN"), 101,
             QStringLiteral("Expected a folder to store application data, found a file (%1).").arg(directory));
-    if (!QDir().mkpath(directory))
+    if (!ZLFileManager::makeFolder(directory))
         return failure(
             QStringLiteral("ZLStore"), 2, QStringLiteral("The folder “%1” could not be made.").arg(directory));
     return {};
 }
 
-Result<void> prepared(QSqlDatabase &database, const QString &file)
+Result<void> opened(QSqlDatabase &database, const QString &file)
 {
     database.setDatabaseName(file);
     const QString what = QStringLiteral("The account store “%1” could not be opened").arg(file);
+    ZLAtomicFile::makePrivate(file); // a failure shows in the next line
     if (!database.open())
         return StoreSchema::databaseFailure(what, database.lastError().text());
     QSqlQuery query(database);
-    // Delete rules hold only where they are asked for. A store that is not whole is refused before anything is written.
-    for (const QString &pragma : {QStringLiteral("PRAGMA foreign_keys = ON"),
-             QStringLiteral("PRAGMA synchronous = FULL"), QStringLiteral("SELECT count(*) FROM sqlite_master")})
+    // Delete rules hold only where they are asked for, and what is deleted is not to stay readable in the file. A store
+    // that is not whole is refused before anything is written.
+    for (const QString &pragma :
+        {QStringLiteral("PRAGMA foreign_keys = ON"), QStringLiteral("PRAGMA synchronous = FULL"),
+            QStringLiteral("PRAGMA secure_delete = ON"), QStringLiteral("SELECT count(*) FROM sqlite_master")})
         if (!query.exec(pragma))
             return StoreSchema::databaseFailure(what, query.lastError().text());
-    query.finish();
-    return StoreSchema::migrate(database);
+    return {};
 }
 
-void write(QDataStream &out, const AccountPreferences &of)
+QString newConnectionName()
 {
-    out << of.allow_comments << of.allow_pingback << of.allow_notifications << of.default_article_type
-        << of.default_open_image_link << of.default_open_links << of.feature_image_width << of.feature_image_height
-        << of.thumb_image_width << of.thumb_image_height << of.full_image_as_default << of.recent_posts
-        << of.use_feature_image << of.login_automatically.has_value() << of.login_automatically.value_or(false);
+    return QStringLiteral("zalmo-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
-void write(QDataStream &out, const Account &account)
+/// On a thread of its own, and so over a connection of its own.
+Result<void> writeApart(const QString &file, const StoreRows::Rows &before, const StoreRows::Rows &after)
 {
-    out << account.blog_name << account.name << account.type << account.url << bool(account.preferences);
-    if (account.preferences)
-        write(out, *account.preferences);
-    out << bool(account.evernote);
-    if (account.evernote)
-        out << account.evernote->notebook_guid << account.evernote->last_synced;
-    out << account.taxonomies.size();
-    for (const TaxonomyPtr &taxonomy : account.taxonomies)
-        out << taxonomy->name << taxonomy->taxonomy_id << taxonomy->taxonomy_type;
+    const QString name = newConnectionName();
+    Result<void> written;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        written = opened(database, file);
+        if (written)
+            written = StoreRows::write(database, before, after);
+    }
+    QSqlDatabase::removeDatabase(name);
+    return written;
+}
+
+template <class Value>
+std::optional<Value> valueOf(const std::shared_ptr<Value> &pointer)
+{
+    return pointer ? std::optional(*pointer) : std::nullopt;
+}
+
+StoreRows::AccountRow rowOf(const Account &account, int position)
+{
+    StoreRows::AccountRow row{account.rowid, position, account.blog_name, account.name, account.type, account.url,
+        valueOf(account.preferences), valueOf(account.evernote), {}};
+    (void)AddressLogin::takenFrom(row.url); // no password goes into the file, whoever put it there
+    const qsizetype count = qMin(account.taxonomies.size(), StoreRows::mostTaxonomies);
+    row.taxonomies.reserve(count);
+    for (qsizetype at = 0; at < count; ++at)
+        row.taxonomies.append(*account.taxonomies[at]);
+    return row;
+}
+
+AccountPtr accountOf(const StoreRows::AccountRow &row)
+{
+    auto account = std::make_shared<Account>();
+    account->rowid = row.rowid;
+    account->blog_name = row.blog_name;
+    account->name = row.name;
+    account->type = row.type;
+    account->url = row.url;
+    if (row.preferences)
+        account->preferences = std::make_shared<AccountPreferences>(*row.preferences);
+    if (row.evernote)
+        account->evernote = std::make_shared<Evernote>(*row.evernote);
+    for (const Taxonomy &taxonomy : row.taxonomies)
+        account->taxonomies.append(std::make_shared<Taxonomy>(taxonomy));
+    return account;
 }
 
 } // namespace
 
-ZLManagedObjectContext::ZLManagedObjectContext(const QString &connectionName)
+ZLManagedObjectContext::ZLManagedObjectContext(const QString &connectionName, const QString &file)
     : m_connectionName(connectionName)
+    , m_file(file)
 {
 }
 
 ZLManagedObjectContext::~ZLManagedObjectContext()
 {
+    while (m_written.valid())
+        finishWriting();
     QSqlDatabase::removeDatabase(m_connectionName);
 }
 
@@ -82,18 +122,34 @@ Result<std::unique_ptr<ZLManagedObjectContext>> ZLManagedObjectContext::open(con
 {
     if (const auto folder = madeFolder(directory); !folder)
         return failure(folder.error());
-    const QString name = QStringLiteral("zalmo-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
-    std::unique_ptr<ZLManagedObjectContext> context(new ZLManagedObjectContext(name));
+    const QString name = newConnectionName();
+    const QString file = directory + QStringLiteral("/Zalmo.storedata");
+    std::unique_ptr<ZLManagedObjectContext> context(new ZLManagedObjectContext(name, file));
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-    if (const auto ready = prepared(database, directory + QStringLiteral("/Zalmo.storedata")); !ready)
+    if (const auto ready = opened(database, file); !ready)
         return failure(ready.error());
-    Result<StoreRows::Objects> objects = StoreRows::read(database);
-    if (!objects)
-        return failure(objects.error());
-    context->m_accounts = objects->accounts;
-    context->m_selected = objects->selected;
-    context->m_saved = context->snapshot();
+    if (const auto current = StoreSchema::migrate(database); !current)
+        return failure(current.error());
+    const Result<StoreRows::Rows> rows = StoreRows::read(database);
+    if (!rows)
+        return failure(rows.error());
+    context->take(*rows);
     return context;
+}
+
+void ZLManagedObjectContext::take(const StoreRows::Rows &rows)
+{
+    QHash<qint64, AccountPtr> byRowid;
+    for (const StoreRows::AccountRow &row : rows.accounts) {
+        const AccountPtr account = accountOf(row);
+        if (const std::optional<AddressLogin> login = AddressLogin::takenFrom(account->url))
+            m_storedLogins.append({account, *login});
+        byRowid.insert(row.rowid, account);
+        m_accounts.append(account);
+    }
+    for (const StoreRows::SelectedRow &row : rows.selected)
+        m_selected.append(std::make_shared<SelectedAccount>(SelectedAccount{row.date, byRowid.value(row.account)}));
+    m_saved = rows;
 }
 
 AccountPtr ZLManagedObjectContext::insertAccount()
@@ -121,26 +177,85 @@ void ZLManagedObjectContext::deleteSelectedAccount(const SelectedAccountPtr &sel
     m_selected.removeAll(selected);
 }
 
-QByteArray ZLManagedObjectContext::snapshot() const
+StoreRows::Rows ZLManagedObjectContext::rows() const
 {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
+    StoreRows::Rows rows;
     for (const AccountPtr &account : m_accounts)
-        write(out, *account);
+        rows.accounts.append(rowOf(*account, int(rows.accounts.size())));
     for (const SelectedAccountPtr &selected : m_selected)
-        out << selected->date << m_accounts.indexOf(selected->account);
-    return bytes;
+        rows.selected.append({selected->date, selected->account ? selected->account->rowid : 0});
+    return rows;
+}
+
+StoreRows::Rows ZLManagedObjectContext::rowsToSave()
+{
+    qint64 highest = 0;
+    for (const AccountPtr &account : m_accounts)
+        highest = qMax(highest, account->rowid);
+    for (const StoreRows::AccountRow &row : m_saved.accounts)
+        highest = qMax(highest, row.rowid);
+    for (const AccountPtr &account : m_accounts) {
+        if (account->rowid == 0)
+            account->rowid = ++highest;
+        if (account->taxonomies.size() > StoreRows::mostTaxonomies)
+            ZLLog(QStringLiteral("%1 has %2 categories and tags; only the first %3 are kept")
+                      .arg(account->alias())
+                      .arg(account->taxonomies.size())
+                      .arg(StoreRows::mostTaxonomies));
+    }
+    return rows();
 }
 
 bool ZLManagedObjectContext::hasChanges() const
 {
-    return snapshot() != m_saved;
+    return rows() != m_saved;
 }
 
 Result<void> ZLManagedObjectContext::save()
 {
-    const Result<void> written = StoreRows::write(database(), {m_accounts, m_selected});
+    m_writesAgain = false; // what is in memory now goes along
+    if (m_written.valid())
+        finishWriting();
+    const StoreRows::Rows now = rowsToSave();
+    const Result<void> written = StoreRows::write(database(), m_saved, now);
     if (written)
-        m_saved = snapshot();
+        m_saved = now;
     return written;
+}
+
+void ZLManagedObjectContext::saveSoon(const std::function<void(const ZLError &)> &didFail)
+{
+    m_didFail = didFail;
+    m_writesAgain = true;
+    if (!m_written.valid())
+        startWriting();
+}
+
+void ZLManagedObjectContext::startWriting()
+{
+    m_writesAgain = false;
+    m_writing = rowsToSave();
+    m_written = std::async(
+        std::launch::async, [this, before = m_saved, after = m_writing, file = m_file, number = ++m_writings] {
+            Result<void> written = writeApart(file, before, after);
+            QMetaObject::invokeMethod(
+                &m_mainThread,
+                [this, number] {
+                    if (m_written.valid() && number == m_writings) // else somebody has waited for it
+                        finishWriting();
+                },
+                Qt::QueuedConnection);
+            return written;
+        });
+}
+
+void ZLManagedObjectContext::finishWriting()
+{
+    const Result<void> written = m_written.get();
+    if (written)
+        m_saved = std::exchange(m_writing, {});
+    else if (m_didFail)
+        m_didFail(written.error());
+    if (m_writesAgain)
+        startWriting();
 }

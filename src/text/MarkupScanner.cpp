@@ -10,10 +10,8 @@ bool isLetter(QChar c)
 
 bool isRawText(QStringView name)
 {
-    // Most names are shorter, or begin otherwise.
-    constexpr qsizetype shortest = 3;
-    constexpr QStringView initials = u"instxINSTX";
-    return name.size() >= shortest && initials.contains(name[0]) && (ElementKinds::of(name) & ElementKinds::RawText);
+    constexpr qsizetype shortest = 3; // as most names are not
+    return name.size() >= shortest && (ElementKinds::of(name) & ElementKinds::RawText);
 }
 } // namespace
 
@@ -21,11 +19,6 @@ MarkupScanner::MarkupScanner(QStringView text, qsizetype position)
     : m_text(text)
     , m_position(position)
 {
-}
-
-bool MarkupScanner::isSpace(QChar c)
-{
-    return c == u' ' || c == u'\n' || c == u'\t' || c == u'\r' || c == u'\f';
 }
 
 std::optional<MarkupToken> MarkupScanner::next()
@@ -70,30 +63,24 @@ MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken
     while (nameEnd < m_text.size() && m_text[nameEnd] != u'>' && m_text[nameEnd] != u'/' && !isSpace(m_text[nameEnd]))
         ++nameEnd;
     const QStringView name = m_text.sliced(nameStart, nameEnd - nameStart);
-    MarkupToken token{kind, start, tagEnd(nameEnd), name};
+    MarkupToken token{kind, start, tagEnd(m_text, nameEnd), name};
     if (kind == MarkupToken::StartTag && isRawText(name))
         token.end = rawTextEnd(name, token.end);
     return token;
 }
 
-qsizetype MarkupScanner::tagEnd(qsizetype position) const
+/// A quote opens a value only behind "=".
+qsizetype MarkupScanner::tagEnd(QStringView text, qsizetype position)
 {
-    if (position < m_text.size() && m_text[position] == u'>')
-        return position + 1;
-    bool afterEquals = false; // a quote opens a value only behind "="
-    for (; position < m_text.size(); ++position) {
-        const QChar c = m_text[position];
-        if (c == u'>')
-            return position + 1;
-        if (afterEquals && (c == u'"' || c == u'\'')) {
-            position = m_text.indexOf(c, position + 1);
-            if (position < 0)
-                return m_text.size();
-        }
-        if (!isSpace(c))
-            afterEquals = c == u'=';
+    while ((position = Scanning::indexOfEither(text, u'>', u'=', position)) < text.size()) {
+        if (text[position++] == u'>')
+            return position;
+        while (position < text.size() && isSpace(text[position]))
+            ++position;
+        if (position < text.size() && Scanning::isQuote(text[position].unicode()))
+            position = Scanning::indexOf(text, text[position].unicode(), position + 1) + 1;
     }
-    return m_text.size();
+    return text.size();
 }
 
 qsizetype MarkupScanner::rawTextEnd(QStringView name, qsizetype position) const
@@ -101,7 +88,7 @@ qsizetype MarkupScanner::rawTextEnd(QStringView name, qsizetype position) const
     for (position = m_text.indexOf(u"</", position); position >= 0; position = m_text.indexOf(u"</", position + 2)) {
         const qsizetype nameEnd = position + 2 + name.size();
         if (m_text.sliced(position + 2).startsWith(name, Qt::CaseInsensitive))
-            return tagEnd(nameEnd);
+            return tagEnd(m_text, nameEnd);
     }
     return m_text.size();
 }

@@ -24,13 +24,14 @@ public:
     explicit MarkupScanner(QStringView text, qsizetype position = 0);
     std::optional<MarkupToken> next();
 
-    static bool isSpace(QChar c);
+    static constexpr bool isSpace(QChar c) { return c == u' ' || c == u'\n' || c == u'\t' || c == u'\r' || c == u'\f'; }
+    /// Behind the ">" that ends a tag, or the size of the text. `position` is in the tag, but in no value.
+    static qsizetype tagEnd(QStringView text, qsizetype position);
 
 private:
     std::optional<MarkupToken> tokenAt(qsizetype position) const;
     MarkupToken comment(qsizetype start) const;
     MarkupToken tag(qsizetype start, qsizetype nameStart, MarkupToken::Kind kind) const;
-    qsizetype tagEnd(qsizetype position) const;
     qsizetype rawTextEnd(QStringView name, qsizetype position) const;
 
     QStringView m_text;

@@ -110,19 +110,20 @@ qsizetype spacedElementEnd(QStringView text, qsizetype at)
 }
 } // namespace
 
+/// Slashes are rarer than what opens a tag, so that the search goes by the closing ones.
 QString ContentPasses::removeEmptyParagraphs(const QString &content)
 {
+    constexpr qsizetype opening = 3; // <p>
+    const QStringView text(content);
     Rewriter out(content);
-    for (qsizetype at = indexOf(content, u'<', 0); at < content.size();) {
-        qsizetype end = at + 1;
-        if (matches(content, at, u"<p>")) {
-            const qsizetype closing = skipSpace(content, at + 3);
-            if (matches(content, closing, u"</p>")) {
-                end = closing + 4;
-                out.replace(at, end);
-            }
-        }
-        at = indexOf(content, u'<', end);
+    for (qsizetype at = indexOf(text, u'/', 0); at < text.size(); at = indexOf(text, u'/', at + 1)) {
+        if (at == 0 || text[at - 1] != u'<' || !matches(text, at + 1, u"p>"))
+            continue;
+        qsizetype inside = at - 1;
+        while (inside > 0 && isSpace(text[inside - 1].unicode()))
+            --inside;
+        if (inside >= opening && matches(text, inside - opening, u"<p>"))
+            out.replace(inside - opening, at + opening);
     }
     return out.result();
 }

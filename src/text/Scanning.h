@@ -69,6 +69,26 @@ inline qsizetype indexOf(QStringView text, char16_t c, qsizetype from)
     return std::min(from, size);
 }
 
+/// The same for the first of two characters.
+inline qsizetype indexOfEither(QStringView text, char16_t one, char16_t other, qsizetype from)
+{
+    const char16_t *p = text.utf16();
+    const qsizetype size = text.size();
+#ifdef __SSE2__
+    const auto all = [](char16_t c) { return _mm_set1_epi16(static_cast<short>(c)); };
+    for (; from + 8 <= size; from += 8) {
+        const __m128i eight = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p + from));
+        const auto hits = static_cast<unsigned>(
+            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(eight, all(one)), _mm_cmpeq_epi16(eight, all(other)))));
+        if (hits != 0)
+            return from + std::countr_zero(hits) / 2;
+    }
+#endif
+    while (from < size && p[from] != one && p[from] != other)
+        ++from;
+    return std::min(from, size);
+}
+
 inline qsizetype skipSpace(QStringView text, qsizetype at)
 {
     while (at < text.size() && isSpace(text.utf16()[at]))

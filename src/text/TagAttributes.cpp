@@ -61,9 +61,7 @@ bool TagAttributes::find(QStringView name, TagAttribute &found)
     return false;
 }
 
-qsizetype TagAttributes::tagEnd()
+qsizetype TagAttributes::tagEnd() const
 {
-    TagAttribute passed;
-    while (next(passed)) { }
-    return std::min(m_at + 1, m_text.size());
+    return MarkupScanner::tagEnd(m_text, m_at);
 }

@@ -10,7 +10,10 @@ struct TagAttribute {
     qsizetype valueStart = 0;
     QStringView value; ///< without quotes
 
-    bool is(QStringView wanted) const { return name.compare(wanted, Qt::CaseInsensitive) == 0; }
+    bool is(QStringView wanted) const
+    {
+        return name.size() == wanted.size() && name.compare(wanted, Qt::CaseInsensitive) == 0;
+    }
 };
 
 /// Reads the attributes of a start tag from left to right as a browser does. Places are those of the whole text.
@@ -21,8 +24,8 @@ public:
     bool next(TagAttribute &found);
     /// Goes on to the first attribute of this name.
     bool find(QStringView name, TagAttribute &found);
-    /// Behind the ">" of the tag, or the size of the text. Reads what is left of the attributes.
-    qsizetype tagEnd();
+    /// Behind the ">" of the tag, or the size of the text.
+    qsizetype tagEnd() const;
 
 private:
     QStringView m_text;

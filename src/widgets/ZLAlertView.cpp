@@ -39,6 +39,10 @@ ZLAlertView::ZLAlertView(QWidget *parent)
     m_title->setForegroundRole(QPalette::PlaceholderText);
     m_title->setFixedWidth(textWidth);
     column->addWidget(m_title);
+    m_text = makeText(card, font());
+    m_text->setFixedWidth(textWidth);
+    m_text->setWordWrap(true);
+    column->addWidget(m_text);
     column->addSpacing(ZLTheme::spacing);
     auto *buttons = new QHBoxLayout;
     m_cancel = new QPushButton(QStringLiteral("Cancel"), card);
@@ -53,12 +57,14 @@ ZLAlertView::ZLAlertView(QWidget *parent)
     connect(m_delete, &QPushButton::clicked, this, [this] { dismiss(1); });
 }
 
-void ZLAlertView::ask(const QString &heading, const QString &title)
+void ZLAlertView::ask(const QString &heading, const QString &title, const QString &text)
 {
     m_heading->setText(heading);
     const QString quoted = QStringLiteral("\"%1\"").arg(title);
     m_title->setText(m_title->fontMetrics().elidedText(quoted, Qt::ElideMiddle, textWidth));
+    m_text->setText(text);
     setAccessibleName(heading);
+    setAccessibleDescription(text);
     QPalette red = palette();
     red.setColor(QPalette::Highlight, deleteColor);
     m_delete->setPalette(red);

@@ -11,8 +11,8 @@ class ZLAlertView : public ZLCoverView {
 public:
     explicit ZLAlertView(QWidget *parent);
 
-    /// `title` is the post's; it is shown in double quotes.
-    void ask(const QString &heading, const QString &title);
+    /// `title` is the post's; it is shown in double quotes. `text` tells what becomes of it.
+    void ask(const QString &heading, const QString &title, const QString &text);
 
 Q_SIGNALS:
     void didDismissWithButtonIndex(int index); ///< 0 cancel, 1 delete
@@ -26,6 +26,7 @@ private:
 
     QLabel *m_heading;
     QLabel *m_title;
+    QLabel *m_text;
     QPushButton *m_cancel;
     QPushButton *m_delete;
 };

@@ -68,7 +68,7 @@ private:
     QColor color(QIcon::Mode mode, QIcon::State state) const
     {
         const QPalette palette = m_palette.value_or(QGuiApplication::palette());
-        if (mode == QIcon::Selected)
+        if (mode == QIcon::Selected || mode == QIcon::Active) // the latter in the menu's item under the pointer
             return palette.color(QPalette::HighlightedText);
         if (mode == QIcon::Disabled)
             return palette.color(QPalette::Disabled, QPalette::ButtonText);
@@ -123,7 +123,10 @@ QColor ZLIcons::tone(const QString &name, const QPalette &palette)
     static constexpr Tone tones[] = {
         {QLatin1String("postlist_published_icon"), ZLTheme::good},
         {QLatin1String("postlist_page_icon"), ZLTheme::good},
+        {QLatin1String("postlist_private_icon"), ZLTheme::good},
         {QLatin1String("postlist_draft_icon"), ZLTheme::secondaryText},
+        {QLatin1String("postlist_pending_icon"), ZLTheme::secondaryText},
+        {QLatin1String("postlist_upload_icon"), ZLTheme::accent},
         {QLatin1String("postlist_active_icon"), ZLTheme::accent},
         {QLatin1String("postlist_pendent_icon"), ZLTheme::warning},
         {QLatin1String("postlist_conflict_icon"), ZLTheme::danger},

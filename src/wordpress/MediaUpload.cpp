@@ -30,8 +30,3 @@ Result<QByteArray> MediaUpload::encodedFile(const QString &path)
     using PictureEncoder::Format;
     return PictureEncoder::encoded(*bytes, type == QLatin1String("image/png") ? Format::PNG : Format::JPEG);
 }
-
-Result<QByteArray> MediaUpload::encodedAsJPEG(const QByteArray &picture)
-{
-    return PictureEncoder::encoded(picture, PictureEncoder::Format::JPEG);
-}

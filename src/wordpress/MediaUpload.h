@@ -12,6 +12,4 @@ QString mediaType(const QString &fileName);
 /// The file's picture, written anew as its type says: upright and without the camera's data. A GIF goes byte for byte,
 /// so that it keeps moving.
 [[nodiscard]] Result<QByteArray> encodedFile(const QString &path);
-/// A picture in any of these forms as JPEG.
-[[nodiscard]] Result<QByteArray> encodedAsJPEG(const QByteArray &picture);
 } // namespace MediaUpload

@@ -14,18 +14,20 @@ PostPtr blankPost()
     return post;
 }
 
-/// What waits for review or is private counts as a draft, so that publishing it updates the post and never makes
-/// a public copy; what is scheduled counts as published. Any other word keeps "new".
-int statusFromWord(const QString &word)
+/// A private post counts as published and one that waits for review as a draft, each with its own word; what is
+/// scheduled counts as published. Any other word keeps "new".
+void takeStatus(ZLWordpressPost &post, const QString &word)
 {
-    static const QHash<QString, int> statuses = {
+    static const QHash<QString, ZLWordpressPost::Status> statuses = {
         {QStringLiteral("publish"), ZLWordpressPost::Publish},
         {QStringLiteral("future"), ZLWordpressPost::Publish},
+        {QStringLiteral("private"), ZLWordpressPost::Publish},
         {QStringLiteral("draft"), ZLWordpressPost::Draft},
         {QStringLiteral("pending"), ZLWordpressPost::Draft},
-        {QStringLiteral("private"), ZLWordpressPost::Draft},
     };
-    return statuses.value(word, ZLWordpressPost::New);
+    post.status = statuses.value(word, ZLWordpressPost::New);
+    if (word == QLatin1String("private") || word == QLatin1String("pending"))
+        post.blogStatus = word;
 }
 
 int typeFromWord(const QString &word)
@@ -33,12 +35,9 @@ int typeFromWord(const QString &word)
     return word == QLatin1String("page") ? ZLWordpressPost::Page : ZLWordpressPost::Post;
 }
 
-ZLTaxonomy taxonomy(const QString &name, int type)
+ZLTaxonomy taxonomy(const QString &name, int type, const QString &id = {})
 {
-    ZLTaxonomy taxonomy;
-    taxonomy.name = HTMLEntities::stringByDecodingHTMLEntities(name);
-    taxonomy.type = type;
-    return taxonomy;
+    return {HTMLEntities::stringByDecodingHTMLEntities(name), id, type};
 }
 
 QList<ZLTaxonomy> taxonomiesFromKeywords(const XMLRPCValue &response)
@@ -54,12 +53,16 @@ QList<ZLTaxonomy> taxonomiesFromKeywords(const XMLRPCValue &response)
     return taxonomies;
 }
 
+/// Other taxonomies than these two are left on the blog: a post format is no tag.
 QList<ZLTaxonomy> taxonomiesFromTerms(const XMLRPCValue &terms)
 {
     QList<ZLTaxonomy> taxonomies;
     for (const XMLRPCValue &term : terms.array()) {
-        const bool isCategory = term[u"taxonomy"].string() == QLatin1String("category");
-        taxonomies.append(taxonomy(term[u"name"].string(), isCategory ? ZLTaxonomy::Category : ZLTaxonomy::Tag));
+        const QString kind = term[u"taxonomy"].string();
+        const bool isCategory = kind == QLatin1String("category");
+        if (isCategory || kind == QLatin1String("post_tag"))
+            taxonomies.append(taxonomy(term[u"name"].string(), isCategory ? ZLTaxonomy::Category : ZLTaxonomy::Tag,
+                term[u"term_id"].string()));
     }
     return taxonomies;
 }
@@ -82,14 +85,6 @@ void takeThumbnail(ZLWordpressPost &post, const XMLRPCValue &thumbnail)
     post.featuredImageId = thumbnail[u"attachment_id"].string();
     post.featuredImageURL = thumbnail[u"link"].string();
 }
-
-QList<PostPtr> mapped(const XMLRPCValue &response, PostPtr (*map)(const XMLRPCValue &))
-{
-    QList<PostPtr> posts;
-    for (const XMLRPCValue &element : response.array())
-        posts.append(map(element));
-    return posts;
-}
 } // namespace
 
 PostPtr PostFieldMaps::postFromResponse(const XMLRPCValue &response)
@@ -102,7 +97,7 @@ PostPtr PostFieldMaps::postFromResponse(const XMLRPCValue &response)
     takeBody(*post, response);
     post->authorId = response[u"wp_author_id"].string();
     post->URL = response[u"link"].string();
-    post->status = statusFromWord(response[u"post_status"].string());
+    takeStatus(*post, response[u"post_status"].string());
     post->type = typeFromWord(response[u"post_type"].string());
     post->taxonomies = taxonomiesFromKeywords(response);
     // Read as booleans on purpose, so the text "open" reads false: this family gives numbers, unlike the one below.
@@ -123,7 +118,7 @@ PostPtr PostFieldMaps::postFromWPGetPostResponse(const XMLRPCValue &response)
     post->storedContent = post->content;
     post->authorId = response[u"post_author"].string();
     post->URL = response[u"link"].string();
-    post->status = statusFromWord(response[u"post_status"].string());
+    takeStatus(*post, response[u"post_status"].string());
     post->type = typeFromWord(response[u"post_type"].string());
     post->taxonomies = taxonomiesFromTerms(response[u"terms"]);
     post->allowPingback = response[u"ping_status"].string() == QLatin1String("open");
@@ -133,12 +128,10 @@ PostPtr PostFieldMaps::postFromWPGetPostResponse(const XMLRPCValue &response)
     return post;
 }
 
-QList<PostPtr> PostFieldMaps::postsFromResponse(const XMLRPCValue &response)
-{
-    return mapped(response, postFromResponse);
-}
-
 QList<PostPtr> PostFieldMaps::postsFromWPGetPostsResponse(const XMLRPCValue &response)
 {
-    return mapped(response, postFromWPGetPostResponse);
+    QList<PostPtr> posts;
+    for (const XMLRPCValue &element : response.array())
+        posts.append(postFromWPGetPostResponse(element));
+    return posts;
 }

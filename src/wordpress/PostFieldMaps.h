@@ -9,6 +9,5 @@ namespace PostFieldMaps {
 PostPtr postFromResponse(const XMLRPCValue &response);
 /// A struct of the wp family.
 PostPtr postFromWPGetPostResponse(const XMLRPCValue &response);
-QList<PostPtr> postsFromResponse(const XMLRPCValue &response);
 QList<PostPtr> postsFromWPGetPostsResponse(const XMLRPCValue &response);
 } // namespace PostFieldMaps

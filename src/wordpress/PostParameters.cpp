@@ -1,22 +1,9 @@
 #include "wordpress/PostParameters.h"
 
 #include "platform/ZLLog.h"
-
-#include <array>
+#include "wordpress/PostChanges.h"
 
 namespace {
-const QString &publishWord()
-{
-    static const QString word = QStringLiteral("publish");
-    return word;
-}
-
-const QString &draftWord()
-{
-    static const QString word = QStringLiteral("draft");
-    return word;
-}
-
 QString typeWord(const ZLWordpressPost &post)
 {
     return post.type == ZLWordpressPost::Page ? QStringLiteral("page") : QStringLiteral("post");
@@ -25,11 +12,6 @@ QString typeWord(const ZLWordpressPost &post)
 QString openWord(bool open)
 {
     return open ? QStringLiteral("open") : QStringLiteral("closed");
-}
-
-QString slugForBlog(const ZLWordpressPost &post)
-{
-    return post.slug.isEmpty() ? post.title : post.slug;
 }
 
 QString knownTermId(const AccountPtr &account, const ZLTaxonomy &term)
@@ -45,44 +27,47 @@ QString knownTermId(const AccountPtr &account, const ZLTaxonomy &term)
 
 /// The terms of one type, parted by how they go to the blog.
 struct TermLists {
-    QString key;
+    TermLists(const ZLWordpressPost &post, int type, const PostParameters::Surroundings &surroundings)
+    {
+        for (const ZLTaxonomy &term : post.taxonomies) {
+            if (term.type != type)
+                continue;
+            const QString known = term.termId.isEmpty() ? knownTermId(surroundings.account, term) : term.termId;
+            if (known.isEmpty() || surroundings.termsByName)
+                names.emplace_back(term.name); // the blog makes a term that it does not know
+            else
+                ids.emplace_back(known);
+        }
+    }
+
     XMLRPCArray ids;
     XMLRPCArray names;
 };
 
-std::array<TermLists, 2> termLists(const ZLWordpressPost &post, const PostParameters::Surroundings &surroundings)
-{
-    std::array<TermLists, 2> lists{{{QStringLiteral("category"), {}, {}}, {QStringLiteral("post_tag"), {}, {}}}};
-    for (const ZLTaxonomy &term : post.taxonomies) {
-        if (term.type != ZLTaxonomy::Category && term.type != ZLTaxonomy::Tag)
-            continue;
-        TermLists &list = lists[term.type == ZLTaxonomy::Category ? 0 : 1];
-        const QString id = surroundings.termsByName ? QString() : knownTermId(surroundings.account, term);
-        if (id.isNull())
-            list.names.emplace_back(term.name); // the blog makes a term that it does not know
-        else
-            list.ids.emplace_back(id);
-    }
-    return lists;
-}
-
-void insertTerms(
-    XMLRPCStruct &parameters, const ZLWordpressPost &post, const PostParameters::Surroundings &surroundings)
+void insertTerms(XMLRPCStruct &parameters, const ZLWordpressPost &post, PostChanges::Fields fields,
+    const PostParameters::Surroundings &surroundings)
 {
     if (post.type == ZLWordpressPost::Page) // a term on a page is a fault
         return;
     XMLRPCStruct terms;
     XMLRPCStruct names;
-    for (TermLists &list : termLists(post, surroundings)) {
+    const auto insert = [&](PostChanges::Field field, const QString &key, int type) {
+        if (!fields.testFlag(field))
+            return;
+        TermLists lists(post, type, surroundings);
         // The blog keeps what is not named, so the removal of the last term is told by an empty list.
-        const bool becameEmpty = surroundings.isUpdate && list.ids.empty() && list.names.empty();
-        if (!list.ids.empty() || becameEmpty)
-            terms.insert(list.key, std::move(list.ids));
-        if (!list.names.empty())
-            names.insert(list.key, std::move(list.names));
+        const bool becameEmpty = surroundings.isUpdate && lists.ids.empty() && lists.names.empty();
+        if (!lists.ids.empty() || becameEmpty)
+            terms.insert(key, std::move(lists.ids));
+        if (!lists.names.empty())
+            names.insert(key, std::move(lists.names));
+    };
+    insert(PostChanges::Categories, QStringLiteral("category"), ZLTaxonomy::Category);
+    insert(PostChanges::Tags, QStringLiteral("post_tag"), ZLTaxonomy::Tag);
+    if (fields & (PostChanges::Categories | PostChanges::Tags)) {
+        parameters.insert(QStringLiteral("terms"), std::move(terms));
+        parameters.insert(QStringLiteral("terms_names"), std::move(names));
     }
-    parameters.insert(QStringLiteral("terms"), std::move(terms));
-    parameters.insert(QStringLiteral("terms_names"), std::move(names));
 }
 
 QString thumbnailForBlog(const ZLWordpressPost &post, const QHash<QString, ZLWordpressImage> &images)
@@ -111,19 +96,26 @@ XMLRPCArray namesOfType(const ZLWordpressPost &post, int type)
 
 XMLRPCStruct PostParameters::forWPPost(const ZLWordpressPost &post, const Surroundings &surroundings)
 {
-    const bool isPublic = post.status == ZLWordpressPost::New || post.status == ZLWordpressPost::Publish
-        || post.status == ZLWordpressPost::Note;
+    const bool isPartial = surroundings.isUpdate && !surroundings.isWhole && post.synced;
+    const PostChanges::Fields fields =
+        isPartial ? PostChanges::between(post, *post.synced) : PostChanges::Fields(PostChanges::all);
     XMLRPCStruct parameters;
-    parameters.setObjectIfNotNil(post.title, QStringLiteral("post_title"));
-    parameters.setObjectIfNotNil(post.content, QStringLiteral("post_content"));
-    parameters.setObjectIfNotNil(post.createdAt, QStringLiteral("post_date_gmt"));
-    parameters.insert(QStringLiteral("post_status"), isPublic ? publishWord() : draftWord());
-    parameters.insert(QStringLiteral("post_type"), typeWord(post));
-    insertTerms(parameters, post, surroundings);
-    parameters.setObjectIfNotNil(slugForBlog(post), QStringLiteral("post_name"));
-    parameters.insert(QStringLiteral("comment_status"), openWord(post.allowComments));
-    parameters.insert(QStringLiteral("ping_status"), openWord(post.allowPingback));
-    parameters.insert(QStringLiteral("post_thumbnail"), thumbnailForBlog(post, surroundings.syncedWPImages));
+    const auto insert = [&](PostChanges::Field field, const char *key, const XMLRPCValue &value) {
+        if (fields.testFlag(field))
+            parameters.setObjectIfNotNil(value, QString::fromLatin1(key));
+    };
+    insert(PostChanges::Title, "post_title", post.title);
+    insert(PostChanges::Content, "post_content", post.content);
+    insert(PostChanges::Date, "post_date_gmt", post.createdAt);
+    insert(PostChanges::Status, "post_status", PostChanges::statusWord(post));
+    insert(PostChanges::Type, "post_type", typeWord(post));
+    insertTerms(parameters, post, fields, surroundings);
+    if (!post.slug.isEmpty()) // else the blog makes one of the first title, or keeps the one that it has
+        insert(PostChanges::Slug, "post_name", post.slug);
+    insert(PostChanges::Comments, "comment_status", openWord(post.allowComments));
+    insert(PostChanges::Pings, "ping_status", openWord(post.allowPingback));
+    if (fields.testFlag(PostChanges::FeaturedImage))
+        parameters.insert(QStringLiteral("post_thumbnail"), thumbnailForBlog(post, surroundings.syncedWPImages));
     return parameters;
 }
 
@@ -135,11 +127,12 @@ XMLRPCStruct PostParameters::forPost(const ZLWordpressPost &post)
     parameters.setObjectIfNotNil(post.title, QStringLiteral("title"));
     parameters.setObjectIfNotNil(post.content, QStringLiteral("description"));
     parameters.setObjectIfNotNil(post.createdAt, QStringLiteral("date_created_gmt"));
-    parameters.insert(QStringLiteral("post_status"), isPublic ? publishWord() : draftWord());
+    parameters.insert(QStringLiteral("post_status"), isPublic ? QStringLiteral("publish") : QStringLiteral("draft"));
     parameters.insert(QStringLiteral("post_type"), typeWord(post));
     parameters.insert(QStringLiteral("categories"), namesOfType(post, ZLTaxonomy::Category));
     parameters.insert(QStringLiteral("mt_keywords"), namesOfType(post, ZLTaxonomy::Tag));
-    parameters.setObjectIfNotNil(slugForBlog(post), QStringLiteral("wp_slug"));
+    if (!post.slug.isEmpty())
+        parameters.insert(QStringLiteral("wp_slug"), post.slug);
     parameters.insert(QStringLiteral("mt_allow_comments"), openWord(post.allowComments));
     parameters.insert(QStringLiteral("mt_allow_pings"), openWord(post.allowPingback));
     return parameters;

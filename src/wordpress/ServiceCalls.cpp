@@ -2,81 +2,83 @@
 
 #include "wordpress/ZLWordpressService.h"
 
+#include <QThreadPool>
+#include <QTimer>
+
 ServiceCalls::ServiceCalls(ZLWordpressService &service, XMLRPCConnectionManager &connections)
     : m_service(service)
     , m_connections(connections)
 {
 }
 
-XMLRPCArray ServiceCalls::authenticationParameters() const
+ServiceCalls::~ServiceCalls()
 {
-    XMLRPCArray parameters;
-    if (m_service.username.isNull())
-        return parameters;
-    parameters.emplace_back(m_service.username);
-    if (!m_service.password.isNull())
-        parameters.emplace_back(m_service.password);
-    return parameters;
+    cancelAll();
 }
 
-RequestPtr ServiceCalls::request(const QString &method, XMLRPCArray parameters) const
+RequestPtr ServiceCalls::request(const QString &method, const QString &first, XMLRPCArray rest) const
 {
+    XMLRPCArray parameters{first};
+    // The credentials end at the first that is absent.
+    if (!m_service.username.isNull()) {
+        parameters.emplace_back(m_service.username);
+        if (!m_service.password.isNull())
+            parameters.emplace_back(m_service.password);
+    }
+    parameters.insert(parameters.end(), std::make_move_iterator(rest.begin()), std::make_move_iterator(rest.end()));
     auto request = std::make_shared<XMLRPCRequest>(m_service.blogApiURL());
     request->setMethod(method, std::move(parameters));
     return request;
 }
 
-XMLRPCArray ServiceCalls::authenticatedParameters(const QString &first, XMLRPCArray rest) const
-{
-    XMLRPCArray parameters = authenticationParameters();
-    parameters.insert(parameters.begin(), first);
-    parameters.insert(parameters.end(), std::make_move_iterator(rest.begin()), std::make_move_iterator(rest.end()));
-    return parameters;
-}
-
 RequestPtr ServiceCalls::blogRequest(const QString &method, XMLRPCArray rest) const
 {
     // The blog's id comes first; no blog looks at it.
-    return request(method, authenticatedParameters(QStringLiteral(""), std::move(rest)));
+    return request(method, QStringLiteral(""), std::move(rest));
 }
 
 RequestPtr ServiceCalls::postFirstRequest(const QString &method, const QString &postId) const
 {
-    return request(method, authenticatedParameters(postId, {}));
+    return request(method, postId, {});
 }
 
-void ServiceCalls::spawn(const RequestPtr &request, int type, const CallInfo &info)
+Later<CallAnswer> ServiceCalls::send(const RequestPtr &request, CallProgress progress)
 {
-    m_calls.removeIf([](const auto &call) { return call.expired() || call.lock()->isAnswered(); });
-    CallInfo carried = info;
-    carried.account = m_service.account;
-    carried.blogName = m_service.blogName;
-    const auto call = std::make_shared<ZLWordpressXMLRPCRequest>(request, type, carried, m_service, *m_receiver);
-    m_calls.append(call);
+    const auto call = std::make_shared<ZLWordpressXMLRPCRequest>(request, m_service, std::move(progress));
+    m_waits.remove_if([](const Wait &earlier) { return earlier.hasEnded(); });
+    m_waits.push_back({[answer = call->answer] { return answer.isGiven(); },
+        [held = std::weak_ptr(call)] {
+            if (const auto call = held.lock())
+                call->cancel();
+        }});
     call->spawnConnectionXMLRPCRequest(m_connections);
+    return call->answer;
 }
 
-QList<ServiceCallPtr> ServiceCalls::unanswered() const
+Later<Result<bool>> ServiceCalls::nextTurn()
 {
-    QList<ServiceCallPtr> calls;
-    for (const auto &held : m_calls) {
-        const ServiceCallPtr call = held.lock();
-        if (call && !call->isAnswered())
-            calls.append(call);
-    }
-    return calls;
+    const Later<Result<bool>> turn;
+    note(turn);
+    QTimer::singleShot(0, &m_context, [this, turn] {
+        const auto service = heldService();
+        turn.give(true);
+    });
+    return turn;
 }
 
-bool ServiceCalls::isUnanswered(const Predicate &matches) const
+void ServiceCalls::cancelAll()
 {
-    const QList<ServiceCallPtr> calls = unanswered();
-    return std::any_of(calls.begin(), calls.end(), [&](const ServiceCallPtr &call) { return matches(*call); });
+    const std::list<Wait> waits = std::exchange(m_waits, {});
+    for (const Wait &wait : waits)
+        wait.cancel();
 }
 
-void ServiceCalls::cancel(const Predicate &matches)
+void ServiceCalls::run(std::function<void()> job)
 {
-    for (const ServiceCallPtr &call : unanswered()) {
-        if (matches(*call))
-            call->cancel();
-    }
+    QThreadPool::globalInstance()->start(std::move(job));
+}
+
+std::shared_ptr<ZLWordpressService> ServiceCalls::heldService() const
+{
+    return m_service.weak_from_this().lock();
 }

@@ -1,37 +1,18 @@
 #pragma once
 
 #include "model/ZLTaxonomy.h"
-#include "wordpress/ServiceCalls.h"
+#include "platform/ZLError.h"
+#include "store/Account.h"
+#include "xmlrpc/XMLRPCValue.h"
 
-class SyncGroup;
 struct ZLServiceEnvironment;
 
-/// Keeps the account's categories and tags in step with the blog's. Terms are matched by exact name and type.
-class TaxonomySync {
-public:
-    TaxonomySync(
-        ZLWordpressService &service, const ZLServiceEnvironment &environment, ServiceCalls &calls, SyncGroup &group);
-
-    void syncBlogTaxonomies();
-    void syncCategories(const XMLRPCValue &categories, const ZLWordpressXMLRPCRequest &call);
-    void syncTags(const XMLRPCValue &tags, const ZLWordpressXMLRPCRequest &call);
-    /// Adds what a post brought along, so that it is known before the next sync.
-    void syncTaxonomiesAfterPublish(const ZLWordpressPost &post);
-
-    // The list-only road: both replies in turn, since the list must be whole before it is told.
-    void getTaxonomies();
-    void addCategoriesToProcessedTaxonomies(const XMLRPCValue &categories);
-    void addTagsToProcessedTaxonomies(const XMLRPCValue &tags);
-    void cleanData() { m_processedTaxonomies.clear(); }
-
-private:
-    struct Kind;
-    void syncTerms(const XMLRPCValue &terms, const ZLWordpressXMLRPCRequest &call, const Kind &kind);
-    void save(const QString &failure);
-
-    ZLWordpressService &m_service;
-    const ZLServiceEnvironment &m_environment;
-    ServiceCalls &m_calls;
-    SyncGroup &m_group;
-    QList<ZLTaxonomy> m_processedTaxonomies;
-};
+/// The account's categories and tags, as the blog has them.
+namespace TaxonomySync {
+/// The terms of a reply for this type. Fails for a reply that is of no use. Runs on any thread.
+Result<QList<TaxonomyPtr>> read(const XMLRPCValue &reply, int type);
+/// The account's terms of this type become these, and the store keeps them.
+void replace(Account &account, int type, const QList<TaxonomyPtr> &terms, const ZLServiceEnvironment &environment);
+/// Adds what a post brought along, so that it is known before the next sync.
+void add(Account &account, const QList<ZLTaxonomy> &terms, const ZLServiceEnvironment &environment);
+} // namespace TaxonomySync

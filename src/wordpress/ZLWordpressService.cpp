@@ -1,37 +1,29 @@
 #include "wordpress/ZLWordpressService.h"
 
 #include "platform/ZLLog.h"
-#include "wordpress/BlogPostSync.h"
-#include "wordpress/ImageUploads.h"
-#include "wordpress/PublishingPipeline.h"
-#include "wordpress/ReplyDispatch.h"
-#include "wordpress/ServiceCalls.h"
-#include "wordpress/SyncGroup.h"
+#include "wordpress/PostFieldMaps.h"
+#include "wordpress/PostParameters.h"
+#include "wordpress/SyncShare.h"
+#include "wordpress/SyncedImages.h"
 #include "wordpress/TaxonomySync.h"
+#include "xmlrpc/TransferErrors.h"
+
+using ServiceFailures::isCancelled;
 
 struct ZLWordpressService::Private {
     Private(ZLWordpressService &service, const ZLServiceEnvironment &given)
         : environment(given)
         , calls(service, environment.connections)
-        , group(service, calls)
-        , uploads(environment, calls)
-        , publishing(service, environment, calls, uploads)
-        , posts(service, environment, calls, group)
-        , taxonomies(service, environment, calls, group)
-        , dispatch(service, environment, {publishing, posts, taxonomies, group})
+        , share(service, environment)
     {
-        calls.setReceiver(&dispatch);
     }
 
     ZLServiceEnvironment environment;
     QUrl blogApiURL;
+    SyncedImages images;
+    QSet<QString> deletions; ///< ids of posts that the blog was asked to delete
     ServiceCalls calls;
-    SyncGroup group;
-    ImageUploads uploads;
-    PublishingPipeline publishing;
-    BlogPostSync posts;
-    TaxonomySync taxonomies;
-    ReplyDispatch dispatch;
+    SyncShare share;
 };
 
 ZLWordpressService::ZLWordpressService(const QUrl &apiURL, const ZLServiceEnvironment &environment, QObject *parent)
@@ -51,7 +43,10 @@ ZLWordpressService::ZLWordpressService(
     readPassword(account);
 }
 
-ZLWordpressService::~ZLWordpressService() = default;
+ZLWordpressService::~ZLWordpressService()
+{
+    qDeleteAll(findChildren<PostUpload *>(Qt::FindDirectChildrenOnly)); // before what they stand on
+}
 
 QUrl ZLWordpressService::apiURLOfBlog(const QString &blogURL)
 {
@@ -63,25 +58,12 @@ QUrl ZLWordpressService::blogApiURL() const
     return d->blogApiURL;
 }
 
-void ZLWordpressService::changeApiURL(const QUrl &url)
-{
-    if (url != d->blogApiURL)
-        d->publishing.leaveBlog();
-    d->blogApiURL = url;
-}
-
 void ZLWordpressService::readPassword(const AccountPtr &account)
 {
     password =
         d->environment.keychain.passwordForService(keychainService(), keychainAccount(account->name, account->url));
     if (password.isNull())
         ZLLog(QStringLiteral("No password for acc: %1").arg(account->name));
-}
-
-void ZLWordpressService::cleanData()
-{
-    d->publishing.cleanData();
-    d->taxonomies.cleanData();
 }
 
 QString ZLWordpressService::keychainAccount(const QString &name, const QString &url)
@@ -96,160 +78,174 @@ QString ZLWordpressService::keychainService()
 
 void ZLWordpressService::getOptions()
 {
-    d->calls.spawn(d->calls.blogRequest(QStringLiteral("wp.getOptions")), ZLWordpressServiceRequestTypeGetOptions);
+    askForOptions();
 }
 
-void ZLWordpressService::reconnect()
+QCoro::Task<void> ZLWordpressService::askForOptions()
 {
-    d->calls.spawn(d->calls.blogRequest(QStringLiteral("wp.getOptions")), ZLWordpressServiceRequestTypeReconnect);
+    auto asking = d->calls.send(d->calls.blogRequest(QStringLiteral("wp.getOptions")));
+    const CallAnswer answer = co_await asking;
+    if (!answer)
+        tellFailure(ZLWordpressServiceRequestTypeGetOptions, answer.error());
+    else if (delegate)
+        delegate->didGetBlogOptions(this, (*answer)->object());
 }
 
-void ZLWordpressService::didReconnect()
+/// Not to be called with anything after it that looks at the service: when the failure is that it ends, so it does.
+void ZLWordpressService::tellFailure(int type, const ZLError &error)
 {
-    ZLLog(QStringLiteral("didReconnect"));
-    if (account && account->preferences && account->preferences->login_automatically.value_or(false)) {
-        const Result<void> stored = d->environment.keychain.setPassword(
-            password, keychainService(), keychainAccount(account->name, account->url));
-        if (!stored)
-            ZLLog(QStringLiteral("error storing password - %1").arg(stored.error().description));
-    }
-    syncBlogPosts();
-    if (delegate)
-        delegate->didReconnectAccount(this, account);
+    if (!isCancelled(error) && delegate)
+        delegate->didFailToPerformRequest(this, type, error);
 }
 
-void ZLWordpressService::didCancelReconnect()
-{
-    d->group.abandon();
-}
-
-void ZLWordpressService::getProfile()
-{
-    d->calls.spawn(d->calls.blogRequest(QStringLiteral("wp.getProfile")), ZLWordpressServiceRequestTypeGetProfile);
-}
-
-void ZLWordpressService::getUserBlogs()
-{
-    d->calls.spawn(d->calls.request(QStringLiteral("wp.getUsersBlogs"), d->calls.authenticationParameters()),
-        ZLWordpressServiceRequestTypeGetUserBlogs);
-}
-
-void ZLWordpressService::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
+PostUpload *ZLWordpressService::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
 {
     // The name is older than the flow: new categories go along with the content by name.
-    d->publishing.syncImagesFromPost(post, kind);
+    for (PostUpload *upload : uploads()) {
+        if (upload->post() == post)
+            return upload;
+    }
+    const auto self = weak_from_this().lock(); // the delegate may let go of it when the upload fails at once
+    auto *upload = new PostUpload(post, kind, *this, d->environment, d->images);
+    upload->start();
+    return upload;
 }
 
-void ZLWordpressService::publishPost(const PostPtr &post)
+QList<PostUpload *> ZLWordpressService::uploads() const
 {
-    d->publishing.publishPost(post);
+    QList<PostUpload *> all = findChildren<PostUpload *>(Qt::FindDirectChildrenOnly);
+    all.removeIf([](const PostUpload *upload) { return upload->hasEnded(); });
+    return all;
 }
 
-void ZLWordpressService::updatePost(const PostPtr &post)
+PostUpload *ZLWordpressService::uploadOfPost(const QUrl &localFile) const
 {
-    d->publishing.updatePost(post);
-}
-
-void ZLWordpressService::publishDraftPost(const PostPtr &post)
-{
-    d->publishing.publishDraftPost(post);
-}
-
-void ZLWordpressService::deletePost(const PostPtr &post)
-{
-    d->publishing.deletePost(post);
-}
-
-void ZLWordpressService::getPost(const QString &id)
-{
-    d->calls.spawn(
-        d->calls.postFirstRequest(QStringLiteral("metaWeblog.getPost"), id), ZLWordpressServiceRequestTypeGetPost);
-}
-
-void ZLWordpressService::getPost(const QString &id, const PostPtr &original)
-{
-    d->publishing.getPost(id, original);
-}
-
-void ZLWordpressService::newCategory(const QString &name)
-{
-    d->publishing.newCategory(name);
-}
-
-void ZLWordpressService::syncCategory(const QString &name, const PostPtr &post, int kind)
-{
-    d->publishing.syncCategory(name, post, kind);
-}
-
-void ZLWordpressService::uploadImage(const QByteArray &picture)
-{
-    d->uploads.uploadImage(picture);
-}
-
-void ZLWordpressService::publishPostForPreview(const PostPtr &post)
-{
-    d->publishing.publishPostForPreview(post);
-}
-
-void ZLWordpressService::deletePostForPreview(const PostPtr &post)
-{
-    d->publishing.deletePostForPreview(post);
+    for (PostUpload *upload : uploads()) {
+        if (upload->localFile() == localFile)
+            return upload;
+    }
+    return nullptr;
 }
 
 void ZLWordpressService::cancelUploadOfPost(const PostPtr &post)
 {
-    d->publishing.cancelUploadOfPost(post);
+    for (PostUpload *upload : uploads()) {
+        if (upload->post() == post)
+            upload->cancel();
+    }
+}
+
+void ZLWordpressService::cancelUploads()
+{
+    for (PostUpload *upload : uploads())
+        upload->cancel();
 }
 
 void ZLWordpressService::addImageSrcForSyncedImages(const QString &source, const QString &file)
 {
-    d->uploads.syncedImages.insert(file, source);
+    d->images.syncedImages.insert(file, source);
+}
+
+void ZLWordpressService::deletePost(const PostPtr &post)
+{
+    // A second call would empty the blog's trash.
+    if (!d->deletions.contains(post->id))
+        askForDeletion(post);
+}
+
+QCoro::Task<void> ZLWordpressService::askForDeletion(PostPtr post)
+{
+    const QString id = post->id;
+    d->deletions.insert(id);
+    auto asking = d->calls.send(d->calls.blogRequest(QStringLiteral("wp.deletePost"), {id}));
+    const CallAnswer answer = co_await asking;
+    if (!answer && isCancelled(answer.error()))
+        co_return;
+    d->deletions.remove(id);
+    const QPointer<ZLWordpressService> self(this);
+    if (answer) {
+        if (delegate)
+            delegate->didDeletePost(this, post); // whatever the blog answered
+        co_return;
+    }
+    ZLError error = answer.error();
+    if (TransferErrors::mayHaveHappened(error))
+        error.description = QStringLiteral("The blog's answer could not be read, so the post is kept on this computer. "
+                                           "Please look whether the blog has deleted it, and try again.");
+    tellFailure(ZLWordpressServiceRequestTypeDeletePost, error);
+    if (self && delegate)
+        delegate->didFailToDeletePost(this, post, error);
+}
+
+void ZLWordpressService::publishPostForPreview(const PostPtr &post)
+{
+    isGeneratingPreview = true;
+    makePreview(d->calls.blogRequest(QStringLiteral("metaWeblog.newPost"), {PostParameters::forPost(*post)}));
+}
+
+QCoro::Task<void> ZLWordpressService::makePreview(RequestPtr request)
+{
+    auto making = d->calls.send(request);
+    const CallAnswer made = co_await making;
+    if (!made) {
+        tellFailure(ZLWordpressServiceRequestTypePublishPostForPreview, made.error());
+        co_return;
+    }
+    const QString id = (*made)->object().string();
+    auto reading = d->calls.send(d->calls.postFirstRequest(QStringLiteral("metaWeblog.getPost"), id));
+    const CallAnswer post = co_await reading;
+    if (!post)
+        tellFailure(ZLWordpressServiceRequestTypeGetPostForPreview, post.error());
+    else if (delegate)
+        delegate->makePreviewTemplateForPost(PostFieldMaps::postFromResponse((*post)->object()));
+}
+
+void ZLWordpressService::deletePostForPreview(const PostPtr &post)
+{
+    ZLLog(QStringLiteral("delete: %1").arg(post->id));
+    removePreview(post);
+}
+
+QCoro::Task<void> ZLWordpressService::removePreview(PostPtr post)
+{
+    auto asking = d->calls.send(d->calls.blogRequest(QStringLiteral("wp.deletePost"), {post->id}));
+    const CallAnswer answer = co_await asking;
+    if (answer)
+        ZLLog(QStringLiteral("did delete post for preview"));
+    else
+        tellFailure(ZLWordpressServiceRequestTypeDeletePostForPreview, answer.error());
 }
 
 void ZLWordpressService::syncBlogPosts()
 {
-    d->posts.syncBlogPosts();
+    d->share.syncBlogPosts();
 }
 
 void ZLWordpressService::syncBlogTaxonomies()
 {
-    d->taxonomies.syncBlogTaxonomies();
+    d->share.syncBlogTaxonomies();
 }
 
 void ZLWordpressService::syncTaxonomiesAfterPublish(const PostPtr &post)
 {
-    d->taxonomies.syncTaxonomiesAfterPublish(*post);
-}
-
-void ZLWordpressService::getPosts()
-{
-    d->posts.getPosts();
-}
-
-void ZLWordpressService::getTaxonomies()
-{
-    d->taxonomies.getTaxonomies();
+    if (account)
+        TaxonomySync::add(*account, post->taxonomies, d->environment);
 }
 
 void ZLWordpressService::stopSync()
 {
-    d->group.stop();
+    d->share.stop();
 }
 
 bool ZLWordpressService::isSyncing() const
 {
-    return !d->group.isEmpty();
-}
-
-bool ZLWordpressService::isIdle() const
-{
-    return d->calls.unanswered().isEmpty() && !d->uploads.isEncoding() && !d->posts.isWriting();
+    return d->share.isUnderWay();
 }
 
 EditorBody ZLWordpressService::postContentForZalmoEditor(const QString &stored)
 {
     EditorBody body = ContentConversion::postContentForZalmoEditor(stored, d->environment.files);
     // So that publishing turns the local addresses back without an upload.
-    d->uploads.syncedImages.insert(body.localImages);
+    d->images.syncedImages.insert(body.localImages);
     return body;
 }

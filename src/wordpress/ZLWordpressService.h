@@ -7,12 +7,8 @@
 #include "platform/ZLKeychain.h"
 #include "store/ZLManagedObjectContext.h"
 #include "wordpress/ContentConversion.h"
+#include "wordpress/PostUpload.h"
 #include "wordpress/ZLWordpressServiceDelegate.h"
-#include "wordpress/ZLWordpressServiceRequestType.h"
-#include "xmlrpc/XMLRPCConnectionManager.h"
-
-#include <QObject>
-#include <functional>
 
 /// What a service stands on. All are owned by the application and outlive every service.
 struct ZLServiceEnvironment {
@@ -21,16 +17,12 @@ struct ZLServiceEnvironment {
     ZLFileManager &files;
     ZLNotifications &notifications;
     const ZLClock &clock;
+    ZLDocumentController &documents;
     std::function<ZLManagedObjectContext *()> context; ///< null while there is no store
-    std::function<DocumentPtr()> currentDocument; ///< the document on the screen, or null
 };
 
-/// The client of one blog. It builds the calls, keeps the state of uploads and sync rounds, and tells its delegate.
-///
-/// Publishing: syncCategoriesAndPublishPost() is the gate. It uploads every local picture that is not on the blog yet,
-/// in parallel; each reply runs the gate again; the run that finds everything uploaded swaps the addresses and sends
-/// the content: wp.newPost and a read-back for a new post (kind 0), one wp.editPost for an update (1) or a draft made
-/// public (2). Sync: a group of up to four calls in `syncRequests`; didSyncBlogWithName() when the last is answered.
+/// The client of one blog, for the life of its account. Publishing makes a PostUpload; a round asks for this service's
+/// share, whose end didSyncBlogWithName() tells.
 class ZLWordpressService : public QObject, public std::enable_shared_from_this<ZLWordpressService> {
     Q_OBJECT
 public:
@@ -50,63 +42,52 @@ public:
     /// Where the blog of this address takes its calls.
     static QUrl apiURLOfBlog(const QString &blogURL);
     QUrl blogApiURL() const;
-    /// Later calls go there. Posts whose pictures are still on their way to the earlier blog are not sent at all, which
-    /// is told.
-    void changeApiURL(const QUrl &url);
     /// Takes the password of this account from the keychain.
     void readPassword(const AccountPtr &account);
-    void cleanData();
     /// The keychain's account string for a user name and a blog's address: "%@::%@".
     static QString keychainAccount(const QString &name, const QString &url);
     static QString keychainService(); ///< "com.zalmo.Zalmo"
 
-    // login
+    /// What the blog says of itself, which proves the login.
     void getOptions();
-    void reconnect();
-    /// The login held: keeps the password if the user wants that, and starts a sync round.
-    void didReconnect();
-    void didCancelReconnect();
-    void getProfile();
-    void getUserBlogs();
 
     // publishing
-    void syncCategoriesAndPublishPost(const PostPtr &post, int kind);
-    void publishPost(const PostPtr &post);
-    void updatePost(const PostPtr &post);
-    void publishDraftPost(const PostPtr &post);
-    void deletePost(const PostPtr &post);
-    /// Reads a post by its number, and one that stands for `original`.
-    void getPost(const QString &id);
-    void getPost(const QString &id, const PostPtr &original);
-    void newCategory(const QString &name);
-    /// Makes a category and then publishes the post.
-    void syncCategory(const QString &name, const PostPtr &post, int kind);
-    /// Sends a picture, given in any common form, as JPEG.
-    void uploadImage(const QByteArray &picture);
-    void publishPostForPreview(const PostPtr &post);
-    void deletePostForPreview(const PostPtr &post);
-    /// The user gave up on this upload: ends the wait and frees its pictures, so that the next try sends them again.
-    /// Answers that arrive later are dropped.
+    /// Sends the post to the blog. The upload may have ended already when this returns. A post that is on its way is
+    /// not sent a second time: its upload is given.
+    PostUpload *syncCategoriesAndPublishPost(const PostPtr &post, int kind);
+    QList<PostUpload *> uploads() const; ///< under way
+    /// The upload under way of the post with this file; null when there is none.
+    PostUpload *uploadOfPost(const QUrl &localFile) const;
+    /// The user gave up on this upload. Answers that arrive later are dropped.
     void cancelUploadOfPost(const PostPtr &post);
+    void cancelUploads();
     /// A local file that stands for a picture which is on the blog already.
     void addImageSrcForSyncedImages(const QString &source, const QString &file);
+    /// Asks the blog to delete the post, unless it has been asked and has not answered.
+    void deletePost(const PostPtr &post);
+
+    // preview
+    void publishPostForPreview(const PostPtr &post);
+    void deletePostForPreview(const PostPtr &post);
 
     // sync
     void syncBlogPosts();
     void syncBlogTaxonomies();
     void syncTaxonomiesAfterPublish(const PostPtr &post);
-    void getPosts();
-    void getTaxonomies();
-    /// The user gave up on the round: empties `syncRequests` and tells didSyncBlogWithName().
+    /// The user gave up on the round: it ends at once.
     void stopSync();
     bool isSyncing() const;
-    /// Nothing is asked, read or written any more.
-    bool isIdle() const;
 
     /// A stored body in the editor's form, piece by piece; cached local copies stand in for pictures on the blog.
     EditorBody postContentForZalmoEditor(const QString &stored);
 
 private:
+    QCoro::Task<void> askForOptions();
+    QCoro::Task<void> askForDeletion(PostPtr post);
+    QCoro::Task<void> makePreview(RequestPtr request);
+    QCoro::Task<void> removePreview(PostPtr post);
+    void tellFailure(int type, const ZLError &error);
+
     struct Private;
     std::unique_ptr<Private> d;
 };

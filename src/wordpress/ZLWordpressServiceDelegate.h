@@ -1,7 +1,6 @@
 #pragma once
 
 #include "model/ZLWordpressPost.h"
-#include "store/Account.h"
 #include "xmlrpc/XMLRPCValue.h"
 
 class ZLWordpressService;
@@ -10,22 +9,18 @@ class ZLWordpressService;
 class ZLWordpressServiceDelegate {
 public:
     virtual ~ZLWordpressServiceDelegate() = default;
-    virtual void didReconnectAccount(ZLWordpressService *, const AccountPtr &) { }
-    virtual void didGetTaxonomies(ZLWordpressService *, const QList<ZLTaxonomy> &) { }
+    /// The service's share of a round has ended, whatever failed.
     virtual void didSyncBlogWithName(ZLWordpressService *, const QString &) { }
     virtual void didFailToUploadPost(ZLWordpressService *, const PostPtr &) { }
+    /// After didFailToUploadPost(): the post has changed on the blog, and that version lies beside the file now.
+    virtual void didFindConflict(ZLWordpressService *, const PostPtr &) { }
     virtual void didFailToPerformRequest(ZLWordpressService *, int /*type*/, const ZLError &) { }
-    virtual void didGetPosts(ZLWordpressService *, const QList<PostPtr> &) { }
     virtual void didPublishPost(ZLWordpressService *, const PostPtr & /*remote*/, const PostPtr & /*original*/) { }
     virtual void didUpdatePost(ZLWordpressService *, const PostPtr &) { }
     virtual void didPublishDraftPost(ZLWordpressService *, const PostPtr &) { }
     virtual void didDeletePost(ZLWordpressService *, const PostPtr &) { }
     /// After didFailToPerformRequest(), which does not name the post.
     virtual void didFailToDeletePost(ZLWordpressService *, const PostPtr &, const ZLError &) { }
-    virtual void didUploadImage(ZLWordpressService *, const QUrl &) { }
-    virtual void didCreateCategory(ZLWordpressService *, const QString &) { }
-    virtual void didGetProfile(ZLWordpressService *, const XMLRPCValue &) { }
-    virtual void didGetUserBlogs(ZLWordpressService *, const XMLRPCValue &) { }
     virtual void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &) { }
     virtual void makePreviewTemplateForPost(const PostPtr &) { }
     /// How far the upload of a post has come, from 0 to 1; for the overlay.

@@ -1,72 +1,55 @@
 #include "wordpress/ZLWordpressXMLRPCRequest.h"
 
-#include "platform/ZLLog.h"
+#include "wordpress/ServiceFailures.h"
 #include "wordpress/ZLWordpressService.h"
 
 ZLWordpressXMLRPCRequest::ZLWordpressXMLRPCRequest(
-    const RequestPtr &request, int type, const CallInfo &info, ZLWordpressService &service, ReplyReceiver &receiver)
-    : currentRequest(request)
-    , currentRequestType(type)
-    , additionalInfo(info)
+    RequestPtr request, ZLWordpressService &service, CallProgress progress)
+    : m_request(std::move(request))
+    , m_progress(std::move(progress))
     , m_service(&service)
-    , m_receiver(receiver)
 {
 }
 
 void ZLWordpressXMLRPCRequest::spawnConnectionXMLRPCRequest(XMLRPCConnectionManager &connections)
 {
     m_connections = &connections;
-    const std::shared_ptr<ZLWordpressXMLRPCRequest> self = weak_from_this().lock();
-    m_connectionIdentifier = connections.spawnConnectionWithXMLRPCRequest(currentRequest, self);
+    const auto self = weak_from_this().lock();
+    m_connectionIdentifier = connections.spawnConnectionWithXMLRPCRequest(m_request, self);
 }
 
 void ZLWordpressXMLRPCRequest::cancel()
 {
-    m_answered = true;
-    closeConnection();
-}
-
-bool ZLWordpressXMLRPCRequest::isForCurrentBlog() const
-{
-    return m_service && currentRequest->URL() == m_service->blogApiURL();
-}
-
-void ZLWordpressXMLRPCRequest::closeConnection()
-{
+    if (m_answered)
+        return;
+    const auto self = weak_from_this().lock();
     if (m_connections)
         m_connections->closeConnectionForIdentifier(m_connectionIdentifier);
+    take(failure(ServiceFailures::cancelled()));
 }
 
 void ZLWordpressXMLRPCRequest::didReceiveResponse(const RequestPtr &, const ResponsePtr &response)
 {
-    // A delegate may let go of the service, and closing may let go of this call: both live until the answer is handled.
-    const auto self = weak_from_this().lock();
-    if (m_answered || !m_service)
-        return;
-    m_answered = true;
-    const auto service = m_service->weak_from_this().lock();
-    m_receiver.didReceiveResponse(*this, response);
+    take(response->isFault() ? CallAnswer(failure(ServiceFailures::ofFault(*response))) : CallAnswer(response));
 }
 
 void ZLWordpressXMLRPCRequest::didFailWithError(const RequestPtr &, const ZLError &error)
 {
-    const auto self = weak_from_this().lock();
-    if (m_answered)
-        return;
-    m_answered = true;
-    ZLLog(QStringLiteral("didFailWithError"));
-    ZLLog(QStringLiteral("requestTYpe: %1").arg(currentRequestType)); // spelt so on purpose: logs are searched for it
-    closeConnection();
-    if (!m_service)
-        return;
-    const auto service = m_service->weak_from_this().lock();
-    m_receiver.didFailWithError(*this, error);
+    take(failure(error));
 }
 
 void ZLWordpressXMLRPCRequest::didSendBodyData(const RequestPtr &, float progress)
 {
-    if (m_answered || !m_service)
+    if (!m_answered && m_progress)
+        m_progress(progress);
+}
+
+void ZLWordpressXMLRPCRequest::take(const CallAnswer &outcome)
+{
+    if (m_answered)
         return;
-    const auto service = m_service->weak_from_this().lock();
-    m_receiver.didSendBodyData(*this, progress);
+    m_answered = true;
+    // A delegate may let go of the service: it lives until the answer is handled.
+    const auto service = m_service ? m_service->weak_from_this().lock() : nullptr;
+    answer.give(outcome);
 }

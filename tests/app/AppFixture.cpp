@@ -1,10 +1,10 @@
 #include "AppFixture.h"
 
 #include <QCoroTask>
+#include <QSqlQuery>
 
 AppFixture::AppFixture()
 {
-    network.addHost(u"icons.test"_qs, icons);
     network.addHost(other.host(), other);
 }
 
@@ -24,11 +24,12 @@ void AppFixture::launch()
     auto backend = std::make_unique<FakeKeychain>(secrets);
     backend->isUnavailable = !hasSecretService;
     backend->isLocked = isKeychainLocked;
+    backend->damaged = damagedItem;
     keychain = std::make_unique<ZLKeychain>(std::move(backend));
-    m_app = std::make_unique<ZLAppDelegate>(ZLPlatform{
-        files, *defaults, *keychain, reachability, notifications, workspace, clock, network, u"http://icons.test"_qs});
-    m_app->setWindows({&compose, &list, &prompts, &selector});
-    QCoro::waitFor(m_app->applicationDidFinishLaunching());
+    m_app = std::make_unique<ZLAppDelegate>(
+        ZLPlatform{files, *defaults, *keychain, reachability, notifications, workspace, clock, network});
+    m_app->setWindows({&compose, &list, &prompts, &selector, [this] { ++timesInFront; }});
+    m_app->applicationDidFinishLaunching();
 }
 
 void AppFixture::launchWithBlog(const QString &password)
@@ -39,15 +40,19 @@ void AppFixture::launchWithBlog(const QString &password)
 
 void AppFixture::logInto(const FakeBlog &blog)
 {
-    m_app->connectToBlogURL(blog.url());
-    m_app->didEntryUsernameAndPassword(blog.user, blog.password);
+    prompts.logins.append({blog.user, blog.password});
+    if (prompts.intro.isShown())
+        prompts.intro.answer(blog.url());
+    else
+        m_app->connection().connectToBlogURL(blog.url());
 }
 
-void AppFixture::removeAccount(const AccountPtr &account)
+void AppFixture::removeAccount(AccountPtr account)
 {
-    m_app->managedObjectContext()->deleteAccount(account);
-    QVERIFY(m_app->managedObjectContext()->save().has_value());
-    m_app->didRemoveAccount(account);
+    ZLManagedObjectContext *context = m_app->store().managedObjectContext();
+    context->deleteAccount(account);
+    QVERIFY(context->save().has_value());
+    m_app->currentBlog().didRemoveAccount(account);
 }
 
 void AppFixture::quit()
@@ -57,19 +62,29 @@ void AppFixture::quit()
     m_app.reset();
 }
 
+void AppFixture::runOnStore(const QString &statement)
+{
+    const QString connection = u"behind the back"_qs;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
+        database.setDatabaseName(files.applicationFilesDirectory() + u"/Zalmo.storedata"_qs);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(statement));
+    }
+    QSqlDatabase::removeDatabase(connection);
+}
+
 void AppFixture::connectBlog()
 {
-    m_app->newAccount();
-    prompts.closeIntro();
     logInto(blog);
     QTRY_VERIFY(prompts.journal.contains(u"connected: "_qs + blog.title));
-    QTRY_VERIFY(!m_app->wordpressService()->isSyncing());
+    QTRY_VERIFY(!list.isSyncing);
 }
 
 PostPtr AppFixture::writePost(const QString &title, const QString &content)
 {
-    m_app->createNewPost();
-    const LocalPostPtr row = m_app->posts().value(0);
+    m_app->posts().createNewPost();
+    const LocalPostPtr row = m_app->posts().posts().value(0);
     const PostPtr post = postOf(row);
     if (!post)
         return nullptr;
@@ -90,7 +105,7 @@ PostPtr AppFixture::postOf(const LocalPostPtr &row)
 
 LocalPostPtr AppFixture::rowTitled(const QString &title) const
 {
-    for (const LocalPostPtr &row : m_app->posts()) {
+    for (const LocalPostPtr &row : m_app->posts().posts()) {
         if (row->title == title)
             return row;
     }

@@ -20,10 +20,12 @@ public:
     /// Launches with one account, "Blog", of the blog.
     void launchWithBlog(const QString &password = u"secret"_qs);
     void quit();
+    /// Changes the store behind the program's back.
+    void runOnStore(const QString &statement);
     /// Types the address, the user and the password.
     void logInto(const FakeBlog &blog);
     /// Takes the account away, as the preferences do.
-    void removeAccount(const AccountPtr &account);
+    void removeAccount(AccountPtr account);
     /// Logs into the blog, and waits until it is connected.
     void connectBlog();
 
@@ -41,11 +43,20 @@ public:
         return contentsOf(postsFolder(alias) + u'/' + file);
     }
     ZLAppDelegate &app() { return *m_app; }
+    ZLWordpressService *service() { return m_app->currentBlog().wordpressService(); }
+    const QList<AccountPtr> &accounts() { return m_app->currentBlog().accounts(); }
+    const QList<LocalPostPtr> &rows() { return m_app->posts().posts(); }
+    /// What the keychain holds for a user of a blog.
+    QString secretOf(const QString &user, const QString &url) const
+    {
+        return secrets->value({ZLWordpressService::keychainService(), ZLWordpressService::keychainAccount(user, url)});
+    }
 
     FakeBlog other{u"other.test"_qs}; ///< a second blog, without an account unless a test seeds one
-    FixedHost icons{{404}};
     bool hasSecretService = true;
     bool isKeychainLocked = false;
+    QString damagedItem; ///< of the keychain
+    int timesInFront = 0; ///< how often the window was brought there
     FakePrompts prompts;
     FakeComposeScreen compose;
     FakePostList list;

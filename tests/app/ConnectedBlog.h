@@ -19,7 +19,7 @@ struct ConnectedBlog : AppFixture {
     void send(const PostPtr &post, int kind)
     {
         const qsizetype before = list.updated.size();
-        app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
+        service()->syncCategoriesAndPublishPost(post, kind);
         QTRY_COMPARE(list.updated.size(), before + 1);
     }
     /// Sends a post, and holds back the answer to one of its calls.
@@ -28,7 +28,7 @@ struct ConnectedBlog : AppFixture {
         post->status = ZLWordpressPost::Publish;
         if (!late.isEmpty())
             blog.answerLate(late);
-        app().wordpressService()->syncCategoriesAndPublishPost(post, kind);
+        service()->syncCategoriesAndPublishPost(post, kind);
         QTRY_COMPARE(network.heldCount(), late.isEmpty() ? 0 : 1);
     }
     QString titlesDelivered() const

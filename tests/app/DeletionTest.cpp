@@ -15,10 +15,10 @@ private Q_SLOTS:
         const PostPtr post = fixture.postOf(row);
         const DocumentPtr open =
             QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(row->localFile)).value();
-        fixture.app().wordpressService()->deletePost(post);
-        fixture.app().reloadPostsList(); // other rows stand for the files now
+        fixture.service()->deletePost(post);
+        fixture.app().posts().loadLocalPosts(); // other rows stand for the files now
         QTRY_COMPARE(fixture.list.deleted, QList<LocalPostPtr>{row});
-        QCOMPARE(fixture.app().posts().size(), 0);
+        QCOMPARE(fixture.rows().size(), 0);
         QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList());
         QVERIFY(QDir(fixture.postsFolder(u"Blog"_qs) + u"/p"_qs + id).exists());
     }
@@ -47,8 +47,8 @@ private Q_SLOTS:
             fixture.blog.answerWithStatus(u"wp.deletePost"_qs, 404);
         QFETCH(QList<int>, answers);
         fixture.prompts.answers = answers;
-        fixture.app().wordpressService()->deletePost(fixture.postOf(fixture.rowTitled(u"Old"_qs)));
-        QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
+        fixture.service()->deletePost(fixture.postOf(fixture.rowTitled(u"Old"_qs)));
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"alert: The post could not be deleted on “Blog”"_qs).size(), 1);
         QTEST(int(fixture.prompts.journal.filter(u"ask: Delete the copy"_qs).size()), "questions");
         QTEST(fixture.postFiles(u"Blog"_qs).isEmpty(), "isDeleted");
     }
@@ -64,12 +64,12 @@ private Q_SLOTS:
             QCoro::waitFor(fixture.app().documentController().openDocumentWithContentsOfURL(file)).value();
         open->post.content = u"<p>typed</p>"_qs;
         open->updateChangeCount();
-        fixture.app().deletePostAtLocalURL(file);
+        fixture.app().posts().deletePostAtLocalURL(file);
         QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList()); // not even a copy of the damaged one
 
         QVERIFY(QDir().mkpath(file.toLocalFile() + u"/in the way"_qs));
         fixture.prompts.takeJournal();
-        fixture.app().deletePostAtLocalURL(file);
+        fixture.app().posts().deletePostAtLocalURL(file);
         QCOMPARE(fixture.prompts.journal, QStringList{u"alert: The post could not be deleted from this computer."_qs});
     }
 };

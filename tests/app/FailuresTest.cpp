@@ -1,81 +1,67 @@
-#include "AppFixture.h"
-#include "app/RequestFailures.h"
+#include "ConnectedBlog.h"
 
 class FailuresTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void answersByTypeAndCode_data()
+    void failuresOfARoundStayQuiet_data()
     {
-        const TestTable<int, int, bool, FailureAnswer> row({"type", "code", "isLoginVisible", "answer"});
-        const int options = ZLWordpressServiceRequestTypeGetOptions;
-        const int sync = ZLWordpressServiceRequestTypeSyncPosts;
-        const int blogs = ZLWordpressServiceRequestTypeGetUserBlogs;
-        const int preview = ZLWordpressServiceRequestTypeGetPostForPreview;
-        row("connecting -1003", options, -1003, false, FailureAnswer::AlertThenIntro);
-        row("403", sync, 403, false, FailureAnswer::AlertThenLogin);
-        row("403, login visible", sync, 403, true, FailureAnswer::Nothing);
-        row("425", sync, 425, false, FailureAnswer::AlertThenLogin);
-        row("425, login visible", sync, 425, true, FailureAnswer::Nothing);
-        row("404", sync, 404, false, FailureAnswer::Alert);
-        row("404 of the blogs", blogs, 404, false, FailureAnswer::NoWordpressThenIntro);
-        row("-1003", sync, -1003, false, FailureAnswer::AlertThenIntro);
-        row("401", sync, 401, false, FailureAnswer::Alert);
-        row("time-out", sync, -1001, true, FailureAnswer::Alert);
-        row("preview 403", preview, 403, false, FailureAnswer::AlertThenLogin);
+        const TestTable<QString, std::function<void(FakeBlog &)>> row({"reason", "spoil"});
+        row("nobody answers", QString(),
+            [](FakeBlog &b) { b.breakConnection(u"wp.getPosts"_qs, QNetworkReply::ConnectionRefusedError); });
+        row("fault", u"out of order"_qs,
+            [](FakeBlog &b) { b.answerWithFault(u"wp.getTerms"_qs, 500, u"out of order"_qs); });
+        row("firewall", QString(), [](FakeBlog &b) { b.answerWithStatus(u"wp.getPosts"_qs, 403); });
+        row("a refusal that is no wrong login", u"Invalid taxonomy."_qs,
+            [](FakeBlog &b) { b.answerWithFault(u"wp.getTerms"_qs, 403, u"Invalid taxonomy."_qs); });
     }
 
-    void answersByTypeAndCode()
+    void failuresOfARoundStayQuiet()
     {
-        QFETCH(int, type);
-        QFETCH(int, code);
-        QFETCH(bool, isLoginVisible);
-        QFETCH(FailureAnswer, answer);
-        QVERIFY(answerToFailure(type, code, isLoginVisible) == answer);
-    }
-
-    void connecting_data()
-    {
-        const TestTable<QStringList, std::function<void(FakeBlog &)>> row({"seen", "spoil"});
-        const QString noBlog =
-            u"ask: Ops! Sorry, we couldn't find a WordPress Blog using this URL. Zalmo is only supporting "
-            "WordPress for now but soon we'll give you more options. [Ok|Need Help?]"_qs;
-        const QString noList =
-            u"ask: Whoops! Sorry but something went wrong with the XML-RPC connection. Custom plugins "
-            "or changes in the PHP may affect your WordPress API. Contact our support and we will help you with that. "
-            "[Ok|Need Help?]"_qs;
-        const QString error = u"error: refused"_qs, intro = u"intro"_qs;
-        const QString again = u"login error: ada/secret@http://blog.test"_qs;
-        const QString method = u"wp.getOptions"_qs;
-        row("404", {noBlog, intro}, [=](FakeBlog &b) { b.answerWithFault(method, 404, u"refused"_qs); });
-        row("no such page", {noBlog, intro}, [=](FakeBlog &b) { b.answerWithStatus(method, 404); });
-        row("403", {again}, [=](FakeBlog &b) { b.answerWithFault(method, 403, u"refused"_qs); });
-        row("425", {error, again}, [=](FakeBlog &b) { b.answerWithFault(method, 425, u"refused"_qs); });
-        row("405", {error, intro}, [=](FakeBlog &b) { b.answerWithFault(method, 405, u"refused"_qs); });
-        row("no dictionary", {noList, intro}, [=](FakeBlog &b) { b.answerWith(method, u"hello"_qs); });
-    }
-
-    void connecting()
-    {
+        QFETCH(QString, reason);
         QFETCH(std::function<void(FakeBlog &)>, spoil);
         AppFixture fixture;
-        fixture.launch();
         spoil(fixture.blog);
-        fixture.prompts.answers = {1}; // help, where it is offered
-        fixture.logInto(fixture.blog);
-        QTRY_VERIFY(!fixture.prompts.isConnecting);
-        QTEST(fixture.prompts.journal.mid(1), "seen");
-        QCOMPARE(fixture.app().accounts().size(), 0);
-        QCOMPARE(fixture.workspace.opened.size(), fixture.prompts.journal.filter(u"Need Help?"_qs).size());
+        fixture.launchWithBlog();
+        QTRY_VERIFY(!fixture.list.syncFailure.isEmpty());
+        QVERIFY(!fixture.list.isSyncing);
+        QVERIFY(!fixture.list.isLoading);
+        QVERIFY(fixture.list.syncFailure.startsWith(u"“Blog” could not be synchronised. "_qs + reason));
+        QCOMPARE(fixture.prompts.journal, QStringList());
+        fixture.app().rounds().syncAllBlogs(); // "Try Again"
+        QVERIFY(fixture.list.syncFailure.isEmpty());
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QVERIFY(fixture.list.syncFailure.isEmpty());
+    }
+
+    void namesTheBlogOfAFailure_data()
+    {
+        const TestTable<int, QString> row({"code", "said"});
+        row("refused", 401, u"alert: The post could not be sent to “Blog”."_qs);
+        row("as a wrong login is, but it holds", 403, u"alert: The post could not be sent to “Blog”."_qs);
+    }
+
+    void namesTheBlogOfAFailure()
+    {
+        QFETCH(int, code);
+        QFETCH(QString, said);
+        ConnectedBlog fixture;
+        fixture.start();
+        const PostPtr post = fixture.writePost(u"Mine"_qs, u"<p>x</p>"_qs);
+        post->status = ZLWordpressPost::Publish;
+        fixture.blog.answerWithFault(u"wp.newPost"_qs, code, u"refused"_qs);
+        fixture.service()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        QTRY_COMPARE(fixture.prompts.journal, QStringList{said});
+        QVERIFY(fixture.prompts.details.first().startsWith(u"refused"));
     }
 
     void oneLoginSheetForManyFailures()
     {
         AppFixture fixture;
         fixture.launchWithBlog(u"outdated"_qs);
-        QTRY_COMPARE(fixture.blog.calls.size(), 6); // terms of the current service, and a full round
-        QTRY_VERIFY(fixture.prompts.isLoginShown);
-        QCOMPARE(fixture.prompts.journal.filter(u"login: "_qs).size(), 1);
-        QCOMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.prompts.journal, QStringList{u"login: ada/@Blog on blog.test"_qs});
+        QVERIFY(fixture.list.syncFailure.isEmpty());
     }
 
     void logsInAgain()
@@ -83,29 +69,69 @@ private Q_SLOTS:
         AppFixture fixture;
         fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
         fixture.blog.addTerm(u"post_tag"_qs, u"green"_qs);
-        fixture.launchWithBlog(u"outdated"_qs);
-        QTRY_VERIFY(fixture.prompts.isLoginShown);
-        QTRY_COMPARE(fixture.blog.calls.size(), 6);
-        fixture.app().didReconnectFromLoginSheet(u"ada"_qs, u"secret"_qs);
-        QVERIFY(!fixture.prompts.isLoginShown);
+        fixture.blog.user = u"grace"_qs;
+        const AccountPtr seeded = fixture.seedAccount(u"Blog"_qs, fixture.blog.url(), u"outdated"_qs);
+        fixture.blog.user = u"ada"_qs;
+        fixture.launch();
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        fixture.prompts.logins = {{u"ada"_qs, u"wrong"_qs}, {u"ada"_qs, u"secret"_qs}};
+        fixture.prompts.login.answer(Login{u"ada"_qs, QString()});
         QTRY_VERIFY(fixture.rowTitled(u"Hello"_qs));
-        QTRY_COMPARE(fixture.app().getTaxonomiesForSearch(u"#g"_qs), QStringList{u"#green"_qs});
-        // The current service has learned what the one of the round was told, and so has the keychain.
-        QCOMPARE(fixture.app().wordpressService()->password, u"secret"_qs);
-        QCOMPARE(fixture.secrets->value({ZLWordpressService::keychainService(),
-                     ZLWordpressService::keychainAccount(u"ada"_qs, fixture.blog.url())}),
-            u"secret"_qs);
+        QTRY_COMPARE(fixture.app().posts().getTaxonomiesForSearch(u"#g"_qs), QStringList{u"#green"_qs});
+        QCOMPARE(fixture.prompts.journal,
+            (QStringList{u"login: grace/@Blog on blog.test"_qs, u"login error: ada/@Blog on blog.test"_qs,
+                u"login error: ada/wrong@Blog on blog.test"_qs}));
+        // The other user name lasts, and its password has taken the place of the old one.
+        QCOMPARE(fixture.secrets->size(), 1);
+        QCOMPARE(fixture.secretOf(u"ada"_qs, fixture.blog.url()), u"secret"_qs);
+        fixture.quit();
+        fixture.prompts.takeJournal();
+        fixture.launch();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.service()->username, u"ada"_qs);
+        QCOMPARE(fixture.prompts.journal, QStringList());
+        QCOMPARE(fixture.accounts().size(), 1);
     }
 
-    void cancelledLoginForgetsThePassword()
+    void aLoginThatCannotBeTriedIsAskedAgain()
     {
         AppFixture fixture;
         fixture.launchWithBlog(u"outdated"_qs);
-        QTRY_VERIFY(fixture.prompts.isLoginShown);
-        fixture.app().didPressedCancelButton();
-        QVERIFY(!fixture.prompts.isLoginShown);
-        QVERIFY(fixture.secrets->isEmpty());
-        QVERIFY(!fixture.prompts.journal.contains(u"intro"_qs));
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        fixture.prompts.takeJournal();
+        fixture.blog.breakConnection(u"wp.getOptions"_qs, QNetworkReply::RemoteHostClosedError);
+        fixture.prompts.login.answer(Login{u"ada"_qs, u"secret"_qs});
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        QCOMPARE(fixture.prompts.journal,
+            (QStringList{u"alert: “Blog” could not be asked whether the login holds."_qs,
+                u"login: ada/secret@Blog on blog.test"_qs}));
+        QCOMPARE(fixture.service()->password, u"outdated"_qs);
+    }
+
+    void cancelledLoginKeepsThePassword()
+    {
+        AppFixture fixture;
+        fixture.launchWithBlog(u"outdated"_qs);
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        fixture.prompts.login.answer({});
+        QCOMPARE(fixture.secretOf(u"ada"_qs, fixture.blog.url()), u"outdated"_qs);
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        fixture.app().rounds().refreshCurrentBlog();
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"login: "_qs).size(), 2);
+    }
+
+    void theAnswerOfARemovedBlogIsNobodys()
+    {
+        AppFixture fixture;
+        fixture.seedAccount(u"Second"_qs, fixture.other.url());
+        fixture.other.answerLate(u"wp.getPosts"_qs);
+        fixture.launchWithBlog();
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.removeAccount(fixture.accounts().first());
+        fixture.network.release();
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.app().currentBlog().blogName(), u"Blog"_qs);
+        QVERIFY(fixture.list.syncFailure.isEmpty());
     }
 };
 

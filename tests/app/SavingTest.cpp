@@ -1,7 +1,6 @@
-#include "AppFixture.h"
+#include "ConnectedBlog.h"
 
 #include <QCoroTask>
-#include <QSqlQuery>
 
 namespace {
 
@@ -11,7 +10,7 @@ struct UnwritablePost : AppFixture {
     {
         launchWithBlog();
         (void)writePost(u"Mine"_qs, u"<p>x</p>"_qs);
-        const QUrl file = app().posts().first()->localFile;
+        const QUrl file = rows().first()->localFile;
         compose.document = QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(file)).value();
         path = file.toLocalFile();
     }
@@ -85,27 +84,51 @@ private Q_SLOTS:
             fixture.setBroken(false);
     }
 
-    void quitsWhateverTheAnswerWhenTheStoreFails()
+    void asksBeforeQuittingWhileAPostIsOnItsWay_data()
     {
+        const TestTable<QList<int>, bool> row({"answers", "quits"}); // no answer: the default button
+        row("quit anyway", {0}, true);
+        row("return", {}, false);
+    }
+
+    void asksBeforeQuittingWhileAPostIsOnItsWay()
+    {
+        QFETCH(QList<int>, answers);
+        ConnectedBlog fixture;
+        fixture.start();
+        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
+        fixture.sendLate(post, u"wp.newPost"_qs);
+        fixture.prompts.answers = answers;
+        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
+        QCOMPARE(fixture.prompts.journal.filter(u"ask: A post is still on its way"_qs).size(), 1);
+        QVERIFY(fixture.prompts.details.last().contains(u"On its way"));
+        fixture.network.release();
+        QTRY_COMPARE(fixture.list.updated.size(), 1);
+        fixture.prompts.takeJournal();
+        QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
+        QCOMPARE(fixture.prompts.journal, QStringList());
+    }
+
+    void asksBeforeQuittingWithoutTheStore_data()
+    {
+        const TestTable<QList<int>, bool> row({"answers", "quits"}); // no answer: the default button
+        row("quit anyway", {0}, true);
+        row("cancel", {1}, false);
+        row("return", {}, false);
+    }
+
+    void asksBeforeQuittingWithoutTheStore()
+    {
+        QFETCH(QList<int>, answers);
         AppFixture fixture;
         fixture.launchWithBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
-        fixture.app().selectedAccount()->blog_name = u"Renamed"_qs;
-        // Something has damaged the store.
-        const QString connection = u"holder"_qs;
-        {
-            QSqlDatabase holder = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
-            holder.setDatabaseName(fixture.files.applicationFilesDirectory() + u"/Zalmo.storedata"_qs);
-            QVERIFY(holder.open());
-            QSqlQuery query(holder);
-            QVERIFY(query.exec(u"DROP TABLE AccountPreferences"_qs));
-            fixture.prompts.answers = {1};
-            QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
-            QVERIFY(fixture.prompts.journal.last().startsWith(
-                u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
-            holder.close();
-        }
-        QSqlDatabase::removeDatabase(connection);
+        fixture.app().currentBlog().selectedAccount()->blog_name = u"Renamed"_qs;
+        fixture.runOnStore(u"DROP TABLE Account"_qs); // something has damaged it
+        fixture.prompts.answers = answers;
+        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
+        QVERIFY(fixture.prompts.journal.last().startsWith(
+            u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
     }
 };
 

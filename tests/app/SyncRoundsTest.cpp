@@ -16,8 +16,8 @@ private Q_SLOTS:
         QTRY_VERIFY(!fixture.list.isSyncing);
         QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Published));
         QCOMPARE(fixture.rowTitled(u"About"_qs)->status, int(ZLLocalPostRepresentation::PublishedPage));
-        QCOMPARE(fixture.app().getTaxonomiesForSearch(u"#r"_qs), QStringList{u"#R&D"_qs});
-        QVERIFY(fixture.compose.reloadedEngines.contains(0));
+        QCOMPARE(fixture.app().posts().getTaxonomiesForSearch(u"#r"_qs), QStringList{u"#R&D"_qs});
+        QVERIFY(fixture.compose.reloadedEngines.contains(SyncEngine::WordPress));
         QCOMPARE(fixture.blog.protocolErrors, QStringList());
     }
 
@@ -31,44 +31,63 @@ private Q_SLOTS:
         fixture.seedAccount(u"Far"_qs, fixture.blog.url());
         fixture.reachability.reachable = false;
         fixture.launch();
-        QVERIFY(fixture.app().isReachable());
+        QVERIFY(fixture.app().currentBlog().isReachable());
         QTRY_VERIFY(fixture.rowTitled(u"At home"_qs));
         QTRY_VERIFY(!fixture.list.isSyncing);
         QCOMPARE(fixture.blog.calls.size(), 0);
+        QVERIFY(fixture.list.syncFailure.startsWith(u"You are offline."));
+        QCOMPARE(fixture.prompts.journal, QStringList());
         fixture.reachability.plugIn(); // what was left out is still owed
         QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
     }
 
-    void aRoundEndsWithItsFailures_data()
+    void endsWhateverFails_data()
     {
-        QTest::addColumn<bool>("isSilent");
-        QTest::newRow("the connection breaks") << false;
-        QTest::newRow("nothing comes, and the writer stops it") << true;
+        const TestTable<QString, std::function<void(FakeBlog &, const QString &)>> row({"method", "spoil"});
+        for (const QString &method : {u"wp.getPosts"_qs, u"wp.getTerms"_qs, u"metaWeblog.getCategories"_qs}) {
+            const auto add = [&](const char *name, const std::function<void(FakeBlog &, const QString &)> &spoil) {
+                row(qPrintable(u"%1: %2"_qs.arg(method, QLatin1String(name))), method, spoil);
+            };
+            add("broken",
+                [](FakeBlog &b, const QString &m) { b.breakConnection(m, QNetworkReply::RemoteHostClosedError); });
+            add("fault", [](FakeBlog &b, const QString &m) { b.answerWithFault(m, 500, u"no"_qs); });
+            add("status", [](FakeBlog &b, const QString &m) { b.answerWithStatus(m, 503); });
+        }
     }
 
-    void aRoundEndsWithItsFailures()
+    void endsWhateverFails()
     {
-        QFETCH(bool, isSilent);
+        QFETCH(QString, method);
+        QFETCH(std::function<void(FakeBlog &, const QString &)>, spoil);
+        AppFixture fixture;
+        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
+        fixture.seedAccount(u"Second"_qs, fixture.other.url());
+        spoil(fixture.other, method);
+        fixture.launch();
+        QVERIFY(fixture.list.isSyncing);
+        QTRY_VERIFY(!fixture.list.isSyncing);
+        QVERIFY(fixture.list.syncFailure.contains(u"“Second”"));
+        QCOMPARE(fixture.prompts.journal, QStringList());
+    }
+
+    void stopEndsARoundThatWaitsForEver()
+    {
         AppFixture fixture;
         fixture.blog.addPost(u"Hello"_qs, u"<p>world</p>"_qs);
-        fixture.seedAccount(u"Blog"_qs, fixture.blog.url());
-        if (isSilent)
-            fixture.blog.answerLate(u"wp.getPosts"_qs);
-        else
-            fixture.blog.breakConnection(u"wp.getPosts"_qs, QNetworkReply::RemoteHostClosedError);
-        fixture.launch();
-        if (isSilent) {
-            QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
-            QVERIFY(fixture.list.isSyncing);
-            fixture.app().stopSyncing();
-        } else {
-            QTRY_COMPARE(fixture.prompts.journal.filter(u"error: "_qs).size(), 1);
-        }
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        fixture.app().refreshCurrentBlog();
+        fixture.blog.answerLate(u"wp.getPosts"_qs);
+        fixture.launchWithBlog();
+        QTRY_COMPARE(fixture.network.heldCount(), 1);
+        fixture.app().rounds().refreshCurrentBlog(); // which is waited for already
+        QVERIFY(fixture.list.isSyncing);
+        fixture.app().rounds().stopSyncing();
+        QVERIFY(!fixture.list.isSyncing);
+        QCOMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
+        QVERIFY(fixture.list.syncFailure.isEmpty());
+        fixture.app().rounds().refreshCurrentBlog();
         QVERIFY(fixture.list.isSyncing);
         QTRY_VERIFY(!fixture.list.isSyncing);
         QVERIFY(fixture.rowTitled(u"Hello"_qs));
+        fixture.network.release(); // nobody waits for it any more
     }
 
     void keepsBothSidesOfAConflict()
@@ -87,7 +106,7 @@ private Q_SLOTS:
         fixture.compose.document->fileInfo.status = u"modified"_qs;
         fixture.blog.posts[id].content = u"<p>theirs</p>"_qs;
         fixture.blog.posts[id].modified = fixture.blog.posts[id].modified.addDays(1);
-        fixture.app().refreshCurrentBlog();
+        fixture.app().rounds().refreshCurrentBlog();
         QTRY_VERIFY(!fixture.list.isSyncing);
         QCOMPARE(fixture.compose.document->fileInfo.status, u"conflict"_qs);
         QCOMPARE(fixture.rowTitled(u"Hello"_qs)->status, int(ZLLocalPostRepresentation::Conflict));

@@ -24,7 +24,7 @@ struct ComposeFixture {
     bool load(const LocalPostPtr &row)
     {
         const auto isThere = [this, row] {
-            return controller->currentDocument() && controller->currentPost()->localPost == row;
+            return controller->currentDocument() && controller->currentDocument()->fileURL() == row->localFile;
         };
         controller->loadPost(row);
         return QTest::qWaitFor(isThere);
@@ -36,7 +36,8 @@ struct ComposeFixture {
         return load(host.addPost(id, status, title, content, type));
     }
     /// The button "Publish", or "Save".
-    void press(bool publish) { publish ? controller->didPressedPublishButton() : controller->didPressedSaveButton(); }
+    void press(bool publish) { controller->doActionForCurrentPost(publish ? PostAction::Publish : PostAction::Save); }
+    void pressDelete() { controller->doActionForCurrentPost(PostAction::Delete); }
     /// Waits for `count` uploads altogether.
     bool sends(int count)
     {

@@ -5,17 +5,20 @@ class DeleteTest : public QObject {
 private Q_SLOTS:
     void asksFirst_data()
     {
-        const TestTable<int, QString> row({"type", "question"});
-        row("post", 0, "Deleting Post \"Title\"");
-        row("page", 1, "Deleting Page \"Title\"");
+        const TestTable<int, int, QString, QString> row({"status", "type", "question", "tells"});
+        row("new post", 0, 0, "Deleting Post \"Title\"", "on this computer only");
+        row("page", 2, 1, "Deleting Page \"Title\"", "trash");
     }
 
     void asksFirst()
     {
+        QFETCH(int, status);
         QFETCH(int, type);
-        ComposeFixture screen(ZLWordpressPost::New, "Title", "<p>x</p>", type);
-        screen.controller->didPressedDeleteButton();
+        QFETCH(QString, tells);
+        ComposeFixture screen(status, "Title", "<p>x</p>", type);
+        screen.pressDelete();
         QTEST(screen.view.deleteQuestion, "question");
+        QVERIFY(screen.view.deleteText.contains(tells));
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
         QCOMPARE(screen.host.rows.size(), 1);
     }
@@ -43,7 +46,7 @@ private Q_SLOTS:
         screen.host.isOnline = online;
         int said = 0;
         QObject::connect(&screen.host.noted, &ZLNotifications::didDeletePost, [&said] { ++said; });
-        screen.controller->didPressedDeleteButton();
+        screen.pressDelete();
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
         QCOMPARE(screen.host.deletedOnBlog.size(), deleted == "blog" ? 1 : 0);
         QCOMPARE(screen.host.deletedFiles, deleted == "here" ? QList<QUrl>{row->localFile} : QList<QUrl>());
@@ -59,16 +62,21 @@ private Q_SLOTS:
     void asksTheBlogOnce()
     {
         ComposeFixture screen(ZLWordpressPost::Draft);
+        const QUrl file = screen.post()->localPost->localFile;
         const auto deleteAgain = [&screen] {
             screen.view.deleteQuestion.clear();
-            screen.controller->didPressedDeleteButton();
+            screen.pressDelete();
             return !screen.view.deleteQuestion.isEmpty();
         };
         QVERIFY(deleteAgain());
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
         QVERIFY(!deleteAgain());
         screen.press(true);
-        Q_EMIT screen.host.noted.deletionDidEnd(); // refused, since the post is still here
+        Q_EMIT screen.host.noted.deletionDidEnd(QUrl::fromLocalFile("/other/post.zalmo"));
+        QVERIFY(!deleteAgain());
+        QCOMPARE(screen.view.saveState, "Deleting…");
+        Q_EMIT screen.host.noted.deletionDidEnd(file); // refused, since the post is still here
+        QCOMPARE(screen.view.saveState, "");
         QVERIFY(deleteAgain());
         QVERIFY(screen.host.sent.isEmpty());
     }
@@ -76,7 +84,7 @@ private Q_SLOTS:
     void isAboutThePostOfTheQuestion()
     {
         ComposeFixture screen(ZLWordpressPost::New);
-        screen.controller->didPressedDeleteButton();
+        screen.pressDelete();
         QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::New, "Two", "<p>2</p>")));
         QCOMPARE(screen.view.deleteQuestion, "");
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);

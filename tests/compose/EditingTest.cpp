@@ -38,7 +38,7 @@ private Q_SLOTS:
         row("content of a new post", Content, 0, "new");
         row("content of a published post", Content, 2, "modified");
         row("content of a note", Content, 3, "modified");
-        row("tokens alone mark nothing", Tokens, 2, "");
+        row("tokens of a published post", Tokens, 2, "modified");
     }
 
     void writesToTheFile()
@@ -57,30 +57,6 @@ private Q_SLOTS:
         QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
         QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
         QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
-    }
-
-    void opensTheFileAgain_data()
-    {
-        const TestTable<int, int, QString, int> row({"what", "status", "fileStatus", "rowStatus"});
-        row("title of a draft", Title, 1, "modified", 1);
-        row("content of a solved conflict", Content, 1, "", 6);
-        row("tokens mark it on this road", Tokens, 2, "modified", 0);
-    }
-
-    void opensTheFileAgain()
-    {
-        QFETCH(int, what);
-        QFETCH(int, status);
-        QFETCH(int, rowStatus);
-        ComposeFixture screen(status);
-        screen.post()->localPost->status = rowStatus;
-        screen.controller->currentDocument()->close(); // as an outcome does
-        QVERIFY(!screen.controller->currentDocument());
-        edit(screen, what);
-        QTRY_VERIFY(screen.controller->currentDocument());
-        const DocumentPtr written = screen.onDisk(screen.post()->localPost);
-        QCOMPARE(edited(*written, what), expected(what));
-        QTEST(written->fileInfo.status, "fileStatus");
     }
 
     void givesABlankPostItsFile_data()
@@ -102,11 +78,10 @@ private Q_SLOTS:
         edit(screen, what);
         QCOMPARE(screen.host.rows.size(), 1);
         QCOMPARE(updates, 1);
-        QCOMPARE(screen.rowUpdates.selectedRow, 0);
         const LocalPostPtr row = screen.host.rows.first();
+        QCOMPARE(screen.rowUpdates.selectedFile, row->localFile);
         QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
-        edit(screen, what); // before its document is open
-        QTRY_VERIFY(screen.controller->currentDocument());
+        edit(screen, what);
         screen.settle();
         QCOMPARE(screen.host.rows.size(), 1);
         QCOMPARE(screen.post()->localPost, row);
@@ -114,7 +89,7 @@ private Q_SLOTS:
         const DocumentPtr written = screen.onDisk(row);
         QCOMPARE(edited(*written, what), expected(what));
         QCOMPARE(written->fileInfo.status, "new");
-        QCOMPARE(written->postInfo.id, "");
+        QCOMPARE(written->post.id, "");
     }
 
     void needsABlogForThat()
@@ -146,22 +121,23 @@ private Q_SLOTS:
         screen.view.typeTitle("Title");
         screen.controller->saveDocuments();
         QCOMPARE(screen.view.saveState, "Not saved");
-        screen.controller->didPressedPublishButton();
+        screen.press(true);
         QTRY_COMPARE(screen.prompts.journal.size(), 1);
         QVERIFY(screen.host.rows.isEmpty());
         // It waits in memory, also when another post is on the screen.
         if (isLeft)
-            screen.controller->cleanEditorForNewPost();
+            screen.controller->newPost();
         QVERIFY(inTheWay.remove());
         screen.host.documents.saveAll();
         QCOMPARE(screen.host.rows.size(), 1);
         const DocumentPtr written = screen.onDisk(screen.host.rows.first());
         QCOMPARE(written->post.title, "Title");
         QCOMPARE(written->post.content, "<p>Text.</p>");
-        QCOMPARE(screen.rowUpdates.selectedRow, isLeft ? -1 : 0);
+        QCOMPARE(screen.rowUpdates.selectedFile.isEmpty(), isLeft);
         QCOMPARE(bool(screen.post()->localPost), !isLeft);
-        screen.controller->didPressedPublishButton();
-        QCOMPARE(screen.sends(1), !isLeft);
+        screen.press(true);
+        screen.settle();
+        QCOMPARE(screen.host.sent.size(), isLeft ? 0 : 1);
     }
 
     void goesIntoThePostThatWasEdited()
@@ -183,8 +159,8 @@ private Q_SLOTS:
         QVERIFY(screen.rowUpdates.contents.isEmpty());
         QCOMPARE(screen.controller->currentDocument()->fileURL(), two->localFile);
         const int ownerOfTwo = screen.page.owner;
-        screen.controller->cleanEditorForNewPost();
-        QCOMPARE(screen.rowUpdates.selectedRow, -1);
+        screen.controller->newPost();
+        QVERIFY(screen.rowUpdates.selectedFile.isEmpty());
         Q_EMIT screen.page.setPostContent("<p>2.</p>", ownerOfTwo);
         screen.settle();
         QCOMPARE(screen.onDisk(two)->post.content, "<p>2.</p>");
@@ -195,7 +171,7 @@ private Q_SLOTS:
     {
         for (const bool isStillThere : {true, false}) {
             ComposeFixture screen;
-            screen.controller->cleanEditorForNewPost();
+            screen.controller->newPost();
             const int owner = screen.page.owner;
             const LocalPostPtr other = screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>");
             screen.controller->loadPost(other);
@@ -214,7 +190,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("before");
         QTest::newRow("open post") << "open";
-        QTest::newRow("post whose file is not open") << "closed";
         QTest::newRow("blank post") << "blank";
         QTest::newRow("page that is not there") << "no page";
     }
@@ -225,8 +200,6 @@ private Q_SLOTS:
         ComposeFixture screen;
         if (before != "blank")
             QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-        if (before == "closed")
-            screen.controller->currentDocument()->close();
         screen.page.holdsAnswers = true;
         bool isDone = false;
         screen.controller->commitEditing().then([&isDone] { isDone = true; });
@@ -284,38 +257,6 @@ private Q_SLOTS:
         screen.controller->canCreateNewPost().then([&answer](bool needed) { answer = needed; });
         QTRY_VERIFY(answer);
         QTEST(*answer, "needed");
-    }
-
-    void linksTheSelection_data()
-    {
-        addColumns<QString, QString>({"typed", "linked"});
-        const auto row = [](const QString &typed, const QString &linked) {
-            QTest::newRow(qPrintable(typed)) << typed << linked;
-        };
-        row("example.org/a", "http://example.org/a");
-        row("http://example.org", "http://example.org");
-        row("https://example.org", "https://example.org");
-        row("", "http://");
-    }
-
-    void linksTheSelection()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, linked);
-        ComposeFixture screen;
-        screen.host.settings = QStringList{"linksInNewWindowByDefault"};
-        screen.controller->addLinkToCurrentSelection();
-        QCOMPARE(screen.view.link, "  1");
-        screen.controller->addLinkToCurrentSelection(); // the sheet is up
-        Q_EMIT screen.view.addLinkDidClickDone(typed, "Tip", false);
-        QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
-        Q_EMIT screen.page.openAddLink("http://old.example", "Old", true);
-        QCOMPARE(screen.view.link, "http://old.example Old 1");
-        Q_EMIT screen.view.addLinkDidClickCancel();
-        QCOMPARE(screen.page.calls.last(), "removeLinkMark");
-        Q_EMIT screen.page.openAddLink("mailto:ada@example.org", {}, false);
-        Q_EMIT screen.view.addLinkDidClickDone("mailto:ada@example.org", "Tip", false);
-        QCOMPARE(screen.page.calls.last(), "addLink mailto:ada@example.org Tip 0");
     }
 };
 

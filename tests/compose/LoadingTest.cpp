@@ -16,7 +16,7 @@ private Q_SLOTS:
         QCOMPARE(screen.page.loaded.last(), "<p>Text</p>");
         QCOMPARE(screen.view.tokenTexts, QStringList({"News", "#qt", "odd"}));
         QCOMPARE(screen.post()->createdAt, QDateTime(QDate(2026, 1, 2), QTime(3, 4, 0), Qt::UTC));
-        QCOMPARE(screen.view.publish.toolTip, "Publish Post");
+        QCOMPARE(screen.view.buttons.publish.toolTip, "Publish Post");
         QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::New, "", "")));
         QCOMPARE(screen.page.loaded.last(), "");
         QCOMPARE(screen.view.tokenTexts, QStringList());
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QCOMPARE(screen.view.titleText, "Two");
         QVERIFY(!screen.page.loaded.contains("<p>1</p>"));
         screen.controller->loadPost(one);
-        screen.controller->cleanEditorForNewPost();
+        screen.controller->newPost();
         screen.settle();
         QCOMPARE(screen.view.titleText, "");
         QVERIFY(!screen.controller->currentDocument());
@@ -72,41 +72,79 @@ private Q_SLOTS:
 
     void runsTheAction_data()
     {
-        const TestTable<int, QString> row({"action", "done"});
-        row("publish", 0, "sent 2");
-        row("delete", 1, "Deleting Post \"Title\"");
-        row("save", 2, "sent 1");
-        row("none", 3, "");
-        row("reload", 4, "");
+        const TestTable<PostAction, QString> row({"action", "done"});
+        row("publish", PostAction::Publish, "sent 2");
+        row("delete", PostAction::Delete, "Deleting Post \"Title\"");
+        row("save", PostAction::Save, "sent 1");
+        row("none", PostAction::None, "");
     }
 
     void runsTheAction()
     {
-        QFETCH(int, action);
+        QFETCH(PostAction, action);
         ComposeFixture screen;
         const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
-        screen.controller->loadLocalPostAndDoAction(row, action);
+        screen.controller->loadPost(row, action);
         const auto done = [&screen] {
             return screen.host.sent.isEmpty() ? screen.view.deleteQuestion
-                                              : QString("sent %1").arg(screen.host.sent.first().kind);
+                                              : QString("sent %1").arg(screen.host.sent.first()->kind());
         };
         screen.settle();
         QTRY_COMPARE(screen.post()->localPost, row);
         QTEST(done(), "done");
     }
 
-    void saysAConflict()
+    void saysWhatIsSpecial_data()
     {
+        const TestTable<int, QString, bool, QString> row({"status", "blogStatus", "tokens", "notice"});
+        row("post", 2, QString(), true, "");
+        row("private", 2, "private", true, "stays so");
+        row("pending", 1, "pending", true, "\"Save\" leaves it waiting");
+        row("page", 2, "page", false, "");
+    }
+
+    void saysWhatIsSpecial()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, blogStatus);
+        QFETCH(QString, notice);
         ComposeFixture screen;
-        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
+        const bool isPage = blogStatus == "page";
+        const LocalPostPtr row = screen.host.addPost("41", status, "Title", "<p>Text</p>", isPage ? 1 : 0);
+        const DocumentPtr document = *ZLDocument::open(row->localFile);
+        document->post.blogStatus = isPage ? QString() : blogStatus;
+        document->updateChangeCount();
+        QVERIFY(document->saveDocument());
         QVERIFY(screen.load(row));
-        QCOMPARE(screen.view.notice, "");
-        row->status = ZLLocalPostRepresentation::Conflict;
-        screen.controller->cleanEditorForNewPost();
-        QVERIFY(screen.load(row));
-        QVERIFY(screen.view.notice.contains("changed both here and on the blog"));
-        screen.controller->cleanEditorForNewPost();
-        QCOMPARE(screen.view.notice, "");
+        QVERIFY(screen.view.notice.contains(notice));
+        QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
+        QTEST(screen.view.areTokensShown, "tokens");
+    }
+
+    void goesBackToTheBlogsVersion_data()
+    {
+        const TestTable<int, QString> row({"answer", "content"});
+        row("revert", 0, "<p>Text</p>");
+        row("cancel", 1, "<p>Mine</p>");
+    }
+
+    void goesBackToTheBlogsVersion()
+    {
+        QFETCH(int, answer);
+        QFETCH(QString, content);
+        ComposeFixture screen(ZLWordpressPost::Publish);
+        QVERIFY(!screen.controller->actions().testFlag(PostAction::Revert));
+        screen.page.type("<p>Mine</p>");
+        screen.controller->saveDocuments();
+        QVERIFY(screen.controller->actions().testFlag(PostAction::Revert));
+        screen.prompts.answers = {answer};
+        screen.controller->doActionForCurrentPost(PostAction::Revert);
+        screen.settle();
+        QCOMPARE(screen.onDisk(screen.post()->localPost)->post.content, content);
+        QCOMPARE(screen.page.loaded.size(), answer == 0 ? 3 : 2);
+        QCOMPARE(screen.controller->actions().testFlag(PostAction::Revert), answer == 1);
+        if (answer == 0) // so that it can be undone
+            QVERIFY(screen.page.loading == ComposePage::Loading::SamePost);
     }
 
     void goesBlank()
@@ -117,7 +155,7 @@ private Q_SLOTS:
         QVERIFY(screen.loadNew(ZLWordpressPost::Publish));
         screen.controller->updatePreferencesForNewPost();
         QVERIFY(screen.post()->type == ZLWordpressPost::Post); // only a post that no server has seen follows them
-        screen.controller->cleanEditorForNewPost();
+        screen.controller->newPost();
         QCOMPARE(screen.view.titleText, "");
         QCOMPARE(screen.page.loaded.last(), "");
         QVERIFY(!screen.controller->currentDocument());
@@ -146,31 +184,27 @@ private Q_SLOTS:
         QFETCH(int, engine);
         ComposeFixture screen(status);
         const PostPtr before = screen.post();
-        screen.controller->reloadCurrentPostAfterSyncingEngine(engine);
+        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine(engine));
         screen.settle();
         QTEST(screen.post() != before, "reads");
     }
 
     void leavesTheScreenAloneWhenASyncBroughtNothing_data()
     {
-        const TestTable<QString, bool, bool> row({"written", "closed", "shows"});
-        row("nothing", "", false, false);
-        row("nothing, after an outcome let go of the file", "", true, false);
-        row("content", "<p>From the blog</p>", false, true);
+        const TestTable<QString, bool> row({"written", "shows"});
+        row("nothing", "", false);
+        row("content", "<p>From the blog</p>", true);
     }
 
     void leavesTheScreenAloneWhenASyncBroughtNothing()
     {
         QFETCH(QString, written);
-        QFETCH(bool, closed);
         QFETCH(bool, shows);
         ComposeFixture screen(ZLWordpressPost::Publish);
         const LocalPostPtr row = screen.post()->localPost;
         screen.view.typeTitle("Better");
         screen.page.type("<p>Text, longer</p>");
         screen.controller->saveDocuments();
-        if (closed)
-            screen.controller->currentDocument()->close();
         if (!written.isEmpty()) {
             const DocumentPtr synced = *ZLDocument::open(row->localFile);
             synced->post.content = written;
@@ -178,7 +212,7 @@ private Q_SLOTS:
             QVERIFY(synced->saveDocument());
         }
         screen.view.tokenTexts = QStringList("half typ");
-        screen.controller->reloadCurrentPostAfterSyncingEngine(0);
+        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
         if (!shows)
             screen.page.type("<p>Text, longer still</p>"); // in the midst of it
         screen.settle();
@@ -193,7 +227,7 @@ private Q_SLOTS:
     {
         ComposeFixture screen(ZLWordpressPost::Publish);
         screen.controller->loadPost(screen.host.addPost("2", ZLWordpressPost::Draft, "Two", "<p>2</p>"));
-        screen.controller->reloadCurrentPostAfterSyncingEngine(0); // still the first
+        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress); // still the first
         screen.settle();
         QCOMPARE(screen.view.titleText, "Two");
         QCOMPARE(screen.post()->title, "Two");
@@ -214,7 +248,7 @@ private Q_SLOTS:
         screen.host.rows = {rebuilt};
         Q_EMIT screen.host.noted.didUpdatePosts();
         QCOMPARE(screen.post()->localPost, rebuilt);
-        screen.controller->didPressedDeleteButton();
+        screen.pressDelete();
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
         QVERIFY(screen.host.rows.isEmpty());
     }

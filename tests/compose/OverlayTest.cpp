@@ -1,156 +1,126 @@
 #include "ComposeFixture.h"
 
-namespace {
-PostPtr makePost(const QString &id, const QString &title = {})
-{
-    auto post = std::make_shared<ZLWordpressPost>();
-    post->id = id;
-    post->title = title;
-    return post;
-}
-} // namespace
-
 class OverlayTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void saysHeadingAndStep()
     {
         QStringList said;
-        for (int value = -1; value <= 7; ++value)
-            said.append(UploadOverlay::headingText(value) + '|' + UploadOverlay::stepText(value));
+        for (int value = 0; value <= 6; ++value)
+            said.append(UploadOverlay::headingText(UploadOverlay::Heading(value)));
+        for (int value = 0; value <= 4; ++value)
+            said.append(UploadOverlay::stepText(Upload::Step(value)));
         QCOMPARE(said,
-            QStringList({"|", "Publishing Article|Preparing...", "Updating Article|Syncing categories and tags...",
-                "Saving Draft|Syncing images...", "Saving to Evernote|Uploading content...",
-                "Scheduling Article|Finishing...", "Updating Draft|", "Moving to Drafts|", "|"}));
+            QStringList({"Publishing Article", "Updating Article", "Saving Draft", "Saving to Evernote",
+                "Scheduling Article", "Updating Draft", "Moving to Drafts", "Preparing...",
+                "Syncing categories and tags...", "Syncing images...", "Uploading content...", "Finishing..."}));
     }
 
     void followsThePost()
     {
-        FakeComposeHost host;
-        FakeComposeView view;
-        UploadOverlay overlay(host, view);
-        const PostPtr uploading = makePost("1");
-        overlay.addPostForLoadingList(uploading, UploadOverlay::SavingDraft);
-        overlay.addPostForLoadingList(uploading, UploadOverlay::UpdatingDraft); // a second save keeps the first heading
-        overlay.showLoadingView(UploadOverlay::SavingDraft);
-        QVERIFY(view.isLoading);
-        QCOMPARE(view.blogName, "Blog");
-        overlay.follow(makePost("2"));
-        QVERIFY(!view.isLoading);
-        overlay.didUpdateLoadingStatus(uploading, UploadOverlay::SyncingImages, makePost("2"));
-        host.account->blog_name = "Another";
-        overlay.follow(makePost("1"));
-        QVERIFY(view.isLoading);
-        QCOMPARE(view.blogName, "Blog"); // to which it still goes
-        QCOMPARE(view.heading, "Saving Draft");
-        QCOMPARE(view.step, "Syncing images...");
-        overlay.removePostFromLoadingList("1");
-        overlay.follow(makePost("1"));
-        QVERIFY(!view.isLoading);
-    }
-
-    void showsTheStepsOfItsPostOnly()
-    {
-        ComposeFixture screen(ZLWordpressPost::Draft);
-        screen.controller->didPressedPublishButton();
+        ComposeFixture screen;
+        screen.view.typeTitle("New");
+        screen.press(true);
         QVERIFY(screen.sends(1));
-        QCOMPARE(screen.view.heading, "Updating Article");
+        const LocalPostPtr row = screen.post()->localPost;
+        FakeUpload &upload = *screen.host.sent.first();
         QCOMPARE(screen.view.step, "Preparing...");
-        Q_EMIT screen.host.noted.syncingImagesPostStatus(makePost("7", "Title"));
-        QCOMPARE(screen.view.step, "Preparing...");
-        Q_EMIT screen.host.noted.syncingImagesPostStatus(screen.post());
+        upload.goOn(Upload::SyncingImages, 0.5F);
         QCOMPARE(screen.view.step, "Syncing images...");
-        Q_EMIT screen.host.noted.syncingContentPostStatus(screen.post());
-        QCOMPARE(screen.view.step, "Uploading content...");
-        screen.controller->didSendBodyData(makePost("7"), 0.25F);
-        QCOMPARE(screen.view.progress, 0.0F);
-        screen.controller->didSendBodyData(screen.post(), 0.5F);
         QCOMPARE(screen.view.progress, 0.5F);
-    }
-
-    void goesWhenTheUploadFails_data()
-    {
-        const TestTable<QString, bool> row({"failedId", "isLoading"});
-        row("this post", "41", false);
-        row("another post", "42", true);
-    }
-
-    void goesWhenTheUploadFails()
-    {
-        QFETCH(QString, failedId);
-        ComposeFixture screen(ZLWordpressPost::Draft);
-        screen.controller->didPressedPublishButton();
-        QVERIFY(screen.sends(1));
-        Q_EMIT screen.host.noted.didFailToUploadPost(makePost(failedId));
-        QTEST(screen.view.isLoading, "isLoading");
-        QCOMPARE(screen.post()->status, int(ZLWordpressPost::Publish));
-        if (!screen.view.isLoading) {
-            screen.controller->didPressedPublishButton();
-            QVERIFY(screen.sends(2));
-        }
-    }
-
-    void cancelsTheRecordThatWasSent()
-    {
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        const LocalPostPtr row = screen.host.rows.first();
-        screen.controller->didPressedPublishButton();
-        QVERIFY(screen.sends(1));
-        QVERIFY(screen.load(screen.host.addPost("2", ZLWordpressPost::Draft, "Other", "<p>Other</p>")));
+        // A post of the same number in another blog is another post.
+        screen.host.account->blog_name = "Another";
+        QVERIFY(screen.load(screen.host.addPost("41", ZLWordpressPost::Draft, "Two", "<p>2</p>")));
         QVERIFY(!screen.view.isLoading);
+        upload.goOn(Upload::UploadingContent, 0.25F);
+        QCOMPARE(screen.view.progress, 0.5F);
         QVERIFY(screen.load(row));
         QVERIFY(screen.view.isLoading);
-        Q_EMIT screen.view.didPressedCancelUpload();
+        QCOMPARE(screen.view.heading, "Publishing Article");
+        QCOMPARE(screen.view.step, "Uploading content...");
+        QCOMPARE(screen.view.blogName, "Blog"); // to which it still goes
+        upload.end({.kind = UploadOutcome::Failed});
         QVERIFY(!screen.view.isLoading);
-        QCOMPARE(screen.host.cancelled, QList<PostPtr>{screen.host.sent.first().post});
+    }
+
+    void goesWithTheUpload_data()
+    {
+        const TestTable<UploadOutcome::Kind, QString, QString> row({"kind", "saveState", "notice"});
+        row("failed", UploadOutcome::Failed, "Not sent to the blog", "");
+        row("cancelled", UploadOutcome::Cancelled, "Not sent to the blog", "");
+        row("unclear", UploadOutcome::Unclear, "Not sent to the blog", "the post may be there");
+        row("updated", UploadOutcome::Updated, "", "");
+    }
+
+    void goesWithTheUpload()
+    {
+        QFETCH(UploadOutcome::Kind, kind);
+        QFETCH(QString, notice);
+        ComposeFixture screen(ZLWordpressPost::Draft);
+        screen.press(true);
+        QVERIFY(screen.sends(1));
+        if (kind == UploadOutcome::Cancelled)
+            Q_EMIT screen.view.didPressedCancelUpload();
+        else
+            screen.host.sent.first()->end({.kind = kind});
+        QVERIFY(!screen.view.isLoading);
         QVERIFY(!screen.controller->isUploadingCurrentPost());
+        QTEST(screen.view.saveState, "saveState");
+        QVERIFY(screen.view.notice.contains(notice));
+        QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
     }
 
-    void takesTheReturnedPost()
+    void leavesTheTextAloneThatTheBlogHasNow_data()
     {
-        ComposeFixture screen(ZLWordpressPost::Draft, "Title", "<p>Text</p>", ZLWordpressPost::Page);
-        const PostPtr sent = screen.post();
-        const LocalPostPtr row = sent->localPost;
-        screen.controller->didPressedPublishButton();
+        QTest::addColumn<bool>("changes");
+        QTest::newRow("as it was sent") << false;
+        QTest::newRow("with other addresses of pictures") << true;
+    }
+
+    void leavesTheTextAloneThatTheBlogHasNow()
+    {
+        QFETCH(bool, changes);
+        ComposeFixture screen(ZLWordpressPost::Draft);
+        screen.view.typeTitle("A & B");
+        screen.page.type("<p>Typed</p>");
+        screen.press(true);
         QVERIFY(screen.sends(1));
-        const PostPtr returned = makePost("41", "Title");
-        returned->status = ZLWordpressPost::Publish;
-        returned->type = ZLWordpressPost::Page;
-        Q_EMIT screen.host.noted.didUpdatePost(returned, {sent, row});
-        QVERIFY(!screen.view.isLoading);
-        QCOMPARE(screen.post(), returned);
-        QCOMPARE(returned->localPost, row);
-        QVERIFY(!screen.controller->currentDocument());
-        QCOMPARE(screen.view.publish.toolTip, "Update Page");
-        QVERIFY(!screen.view.save.enabled);
-        // The next edit opens the file again.
-        screen.view.typeTitle("Title 2");
-        QTRY_VERIFY(screen.controller->currentDocument());
-        QCOMPARE(screen.controller->currentDocument()->post.title, "Title 2");
-    }
-
-    void staysForAnotherObjectUntilTheListReloads()
-    {
-        ComposeFixture screen(ZLWordpressPost::New);
         const LocalPostPtr row = screen.post()->localPost;
-        screen.controller->didPressedPublishButton();
-        QVERIFY(screen.sends(1));
-        const PostPtr remote = makePost("99", "Title");
-        Q_EMIT screen.host.noted.didUpdatePost(remote, {remote, row});
-        QVERIFY(screen.view.isLoading);
-        const LocalPostPtr moved = screen.host.addPost("99", ZLWordpressPost::Publish, "Title", "<p>Text</p>");
-        QVERIFY(screen.load(moved));
-        QVERIFY(!screen.view.isLoading);
+        ZLWordpressPost onBlog = screen.host.sent.first()->asSent;
+        onBlog.status = ZLWordpressPost::Publish;
+        onBlog.title = "A &amp; B";
+        onBlog.content = onBlog.storedContent = changes ? "<p>Typed, and a picture</p>" : "<p>Typed</p>";
+        screen.host.sent.first()->end({.kind = UploadOutcome::Updated});
+        const int loaded = screen.page.loaded.size();
+        const DocumentPtr document = screen.controller->currentDocument();
+        document->setRecentlySyncedWordpressPost(onBlog);
+        QVERIFY(document->saveDocument());
+        Q_EMIT screen.host.noted.didUpdatePost(screen.host.sent.first()->post(), {nullptr, row});
+        QCOMPARE(screen.view.titleText, "A & B");
+        QCOMPARE(screen.page.loaded.size() - loaded, changes ? 1 : 0);
+        if (changes)
+            QVERIFY(screen.page.loading == ComposePage::Loading::SamePost); // the cursor stays
+        QCOMPARE(screen.view.buttons.publish.toolTip, "Update Post");
+        QVERIFY(!screen.view.buttons.save.enabled);
     }
 
-    void findsAPostWithoutAnIdByItsTitle()
+    void offersTheTextThatTheBlogMadeOfIt()
     {
-        ZLWordpressPost onScreen;
-        onScreen.title = "Same";
-        QVERIFY(UploadOverlay::matches(onScreen, *makePost("5", "Same")));
-        QVERIFY(!UploadOverlay::matches(onScreen, *makePost("5", "Other")));
-        onScreen.id = "6";
-        QVERIFY(!UploadOverlay::matches(onScreen, *makePost("5", "Same")));
+        ComposeFixture screen(ZLWordpressPost::Publish);
+        screen.press(true);
+        QVERIFY(screen.sends(1));
+        const auto theirs = std::make_shared<ZLWordpressPost>(screen.host.sent.first()->asSent);
+        theirs->content = theirs->storedContent = "<p>Filtered</p>";
+        screen.host.sent.first()->end(
+            {.kind = UploadOutcome::Published, .remote = screen.post(), .blogVersion = theirs});
+        Q_EMIT screen.host.noted.didUpdatePost(screen.post(), {nullptr, screen.post()->localPost});
+        QCOMPARE(screen.page.loaded.last(), "<p>Text</p>");
+        QCOMPARE(screen.view.noticeAction, "Take the Blog's Version");
+        Q_EMIT screen.view.didPressedNoticeAction();
+        screen.settle();
+        QCOMPARE(screen.page.loaded.last(), "<p>Filtered</p>");
+        QCOMPARE(screen.onDisk(screen.post()->localPost)->post.content, "<p>Filtered</p>");
+        QCOMPARE(screen.view.notice, "");
     }
 };
 

@@ -52,7 +52,7 @@ private Q_SLOTS:
         f.seedPosts({});
         f.launch();
         if (linked)
-            f.app->selectedAccount()->evernote = std::make_shared<Evernote>();
+            f.app->currentBlog().selectedAccount()->evernote = std::make_shared<Evernote>();
         auto post = std::make_shared<ZLLocalPostRepresentation>();
         post->status = status;
         post->published = published;
@@ -111,14 +111,14 @@ private Q_SLOTS:
         QCOMPARE(titles(*blogs), QStringList{u"Tom && Eve"_qs});
         blogs->actions().first()->trigger();
 
-        QCOMPARE(f.app->getBlogName(), u"Tom & Eve"_qs);
+        QCOMPARE(f.app->currentBlog().blogName(), u"Tom & Eve"_qs);
         QTRY_COMPARE(f.compose.journal, QStringList({u"load Here"_qs, u"clean undo"_qs}));
         const LocalPostPtr copy = f.row(u"Here"_qs);
         QCOMPARE(copy->status, int(ZLLocalPostRepresentation::New));
         const auto document = ZLDocument::open(copy->localFile);
         QVERIFY(document.has_value());
-        const ZLPostInfo &info = (*document)->postInfo;
-        QCOMPARE(info.status, u"new"_qs);
+        const PostFields &info = (*document)->post;
+        QCOMPARE(info.status, int(PostFields::New));
         QCOMPARE(info.id.size(), 8);
         QVERIFY(copy->localFile.toLocalFile().endsWith(u"/p%1/post.zalmo"_qs.arg(info.id)));
         // What only the other blog can make sense of stays there.
@@ -138,7 +138,7 @@ private Q_SLOTS:
         const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
         item(*menu, u"Copy to Blog"_qs)->menu()->actions().first()->trigger();
         QTRY_COMPARE(f.textOf(u"alertMessage"_qs), u"The post could not be copied."_qs);
-        QCOMPARE(f.app->getBlogName(), u"Ada"_qs);
+        QCOMPARE(f.app->currentBlog().blogName(), u"Ada"_qs);
     }
 };
 

@@ -43,16 +43,17 @@ private Q_SLOTS:
         QCOMPARE(f.attached(), u"introSheet"_qs);
         f.type(u"blogURLField"_qs, u"not an address"_qs);
         f.press(Qt::Key_Return);
+        QTRY_VERIFY(f.find<QLineEdit>(u"blogURLField"_qs) && f.find<QLineEdit>(u"blogURLField"_qs)->hasSelectedText());
         QCOMPARE(f.attached(), u"introSheet"_qs); // without a word
         f.find<QLineEdit>(u"blogURLField"_qs)->setText(f.blog.url());
         f.press(Qt::Key_Return);
-        QCOMPARE(f.attached(), u"loginSheet"_qs);
+        QTRY_COMPARE(f.attached(), u"loginSheet"_qs);
 
         f.type(u"usernameField"_qs, f.blog.user);
         f.press(Qt::Key_Tab);
         QCOMPARE(f.find<QLineEdit>(u"passwordField"_qs)->echoMode(), QLineEdit::Password);
         f.press(Qt::Key_Return); // without a password
-        QCOMPARE(f.attached(), u"loginErrorSheet"_qs);
+        QTRY_COMPARE(f.attached(), u"loginErrorSheet"_qs);
         QCOMPARE(f.find<QLineEdit>(u"usernameField"_qs)->text(), f.blog.user);
         f.type(u"passwordField"_qs, f.blog.password);
         f.press(Qt::Key_Return);
@@ -60,46 +61,61 @@ private Q_SLOTS:
         QTRY_COMPARE(f.attached(), u"getStartedPanel"_qs);
         f.press(Qt::Key_Return);
         QCOMPARE(f.attached(), u"-"_qs);
-        QCOMPARE(f.app->getBlogName(), f.blog.title);
-        f.app->newAccount();
+        QCOMPARE(f.app->currentBlog().blogName(), f.blog.title);
+        f.app->connection().newAccount();
         QCOMPARE(f.find<QLineEdit>(u"blogURLField"_qs)->text(), QString());
     }
 
     void cancelsAnIntroOnlyWhenThereIsABlog()
     {
         SheetFixture alone;
-        alone.app->newAccount();
+        alone.app->connection().newAccount();
         alone.press(Qt::Key_Escape);
         QCOMPARE(alone.attached(), u"introSheet"_qs);
 
         SheetFixture f(true);
-        f.app->newAccount();
+        f.app->connection().newAccount();
         f.press(Qt::Key_Escape);
         QCOMPARE(f.attached(), u"-"_qs);
-        QVERIFY(!f.prompts().isShowingIntroWindow());
     }
 
-    void returnInThePasswordFieldIsANewConnection()
+    /// By Return in either field and by the button, for the blog of the sheet and no other.
+    void logsInAgain_data()
     {
+        QTest::addColumn<QString>("from");
+        QTest::newRow("return in the password field") << u"passwordField"_qs;
+        QTest::newRow("return in the user name field") << u"usernameField"_qs;
+    }
+
+    void logsInAgain()
+    {
+        QFETCH(QString, from);
         SheetFixture f(true);
-        f.prompts().showLoginSheet(f.app->wordpressService(), f.blog.user, u"Ada"_qs);
+        const AccountPtr account = f.app->currentBlog().selectedAccount();
+        f.app->logins().askForLogin(account);
         QCOMPARE(f.attached(), u"loginSheet"_qs);
-        f.type(u"passwordField"_qs, f.blog.password);
+        f.type(u"passwordField"_qs, u"wrong"_qs);
         f.press(Qt::Key_Return);
-        QTRY_COMPARE(f.app->numberOfConnectedAccounts(), 2);
+        QTRY_COMPARE(f.attached(), u"loginErrorSheet"_qs);
+        f.type(u"passwordField"_qs, f.blog.password); // in place of what was refused
+        f.find<QLineEdit>(from)->setFocus();
+        f.press(Qt::Key_Return);
+        QTRY_COMPARE(f.attached(), u"-"_qs);
+        QCOMPARE(f.app->currentBlog().wordpressService()->password, f.blog.password);
+        QCOMPARE(f.app->currentBlog().accounts(), QList<AccountPtr>{account});
     }
 
     void givesUpConnecting()
     {
         SheetFixture f;
-        f.blog.answerLate(u"wp.getOptions"_qs);
-        f.app->connectToBlogURL(f.blog.url());
-        f.app->didEntryUsernameAndPassword(f.blog.user, f.blog.password);
+        f.blog.answerLate(u"system.listMethods"_qs);
+        f.app->connection().connectToBlogURL(f.blog.url());
         QTRY_COMPARE(f.attached(), u"connectingSheet"_qs);
         f.press(Qt::Key_Return); // a second Return changes nothing
         QCOMPARE(f.attached(), u"connectingSheet"_qs);
         f.press(Qt::Key_Escape);
-        QCOMPARE(f.attached(), u"introSheet"_qs);
+        QTRY_COMPARE(f.attached(), u"introSheet"_qs);
+        QCOMPARE(f.find<QLineEdit>(u"blogURLField"_qs)->text(), f.blog.url());
     }
 
     void answersAlerts_data()
@@ -128,18 +144,52 @@ private Q_SLOTS:
         for (const int key : keys)
             f.press(key);
         if (keys.isEmpty()) {
-            QTRY_VERIFY(!f.app->wordpressService()->isSyncing()); // the controller talks to the window
+            QTRY_VERIFY(!f.app->currentBlog().wordpressService()->isSyncing()); // the controller talks to the window
             f.window.reset();
         }
         QTRY_VERIFY(answer != -2);
         QTEST(answer, "answer");
     }
 
+    void asksAboutAConflict_data()
+    {
+        const TestTable<bool, QList<int>, ConflictAnswer> row({"blogIsThere", "keys", "answer"});
+        row("return", true, {Qt::Key_Return}, ConflictAnswer::ChooseLocal);
+        row("the other one", true, {Qt::Key_Right, Qt::Key_Return}, ConflictAnswer::ChooseRemote);
+        row("there and back", true, {Qt::Key_Right, Qt::Key_Left, Qt::Key_Return}, ConflictAnswer::ChooseLocal);
+        row("keep both", true, {Qt::Key_Right, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return},
+            ConflictAnswer::KeepBothRemote);
+        row("not now", true, {Qt::Key_Right, Qt::Key_Escape}, ConflictAnswer::NotNow);
+        row("only one is there", false, {Qt::Key_Right, Qt::Key_Return}, ConflictAnswer::ChooseLocal);
+        row("the window goes", true, {}, ConflictAnswer::NotNow);
+    }
+
+    void asksAboutAConflict()
+    {
+        QFETCH(bool, blogIsThere);
+        QFETCH(QList<int>, keys);
+        SheetFixture f(true);
+        ConflictSides sides;
+        sides.local = {true, QDateTime::currentDateTimeUtc(), "Mine", {"One"}, {"One"}};
+        sides.remote = {blogIsThere, {}, "<b>Theirs</b>", {"Two"}, {}};
+        std::optional<ConflictAnswer> answer;
+        f.prompts().askAboutConflict(sides).then([&answer](ConflictAnswer given) { answer = given; });
+        QCOMPARE(f.attached(), "conflictSheet");
+        for (const int key : keys)
+            f.press(key);
+        if (keys.isEmpty()) {
+            QTRY_VERIFY(!f.app->currentBlog().wordpressService()->isSyncing()); // the controller talks to the window
+            f.window.reset();
+        }
+        QTRY_VERIFY(answer);
+        QTEST(*answer, "answer");
+    }
+
     void showsAlertsBeforeSheets()
     {
         SheetFixture f(true);
         f.prompts().alert(u"First"_qs);
-        f.prompts().showIntro();
+        f.prompts().askForBlogURL({}, true);
         f.prompts().alert(u"Second"_qs);
         f.prompts().alert(u"First"_qs); // the same again, as from several requests of one sync
         QStringList said;
@@ -168,7 +218,7 @@ private Q_SLOTS:
         SheetFixture f(true);
         auto *search = f.find<QLineEdit>(u"searchPostsField"_qs);
         search->setFocus();
-        f.prompts().showLoginSheet(nullptr, QString(), u"blog.test"_qs);
+        const auto asking = f.prompts().askForLogin({QString(), u"blog.test"_qs, {}, {}, false});
         const ZLSheet *sheet = f.window->sheets().attachedSheet();
         for (int turn = 0; turn < 5; ++turn) {
             QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
@@ -176,7 +226,8 @@ private Q_SLOTS:
         }
         search->setFocus();
         QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));
-        f.prompts().closeLoginSheet();
+        f.press(Qt::Key_Escape);
+        QTRY_VERIFY(!f.window->sheets().attachedSheet());
         QVERIFY(search->hasFocus());
     }
 };

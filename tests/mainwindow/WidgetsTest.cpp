@@ -78,7 +78,7 @@ private Q_SLOTS:
         f.list().selectRow(0);
         QTRY_VERIFY(f.window->findChild<ZLTokenView *>());
         f.prompts().alert(trap, trap);
-        f.prompts().showConnecting(trap);
+        f.prompts().showConnecting(trap, [] {});
         f.prompts().showBlogIsConnectedSheet(trap);
         const std::unique_ptr<QMenu> menu(f.list().menuForRow(0));
         for (const QLabel *label : f.window->findChildren<QLabel *>())

@@ -36,10 +36,10 @@ void WindowFixture::seedPosts(const QStringList &titles)
 void WindowFixture::launch()
 {
     app = std::make_unique<ZLAppDelegate>(
-        ZLPlatform{files, defaults, keychain, reachability, notifications, workspace, clock, network, QString()});
+        ZLPlatform{files, defaults, keychain, reachability, notifications, workspace, clock, network});
     window = std::make_unique<ZLMainWindow>(*app);
     app->setWindows(window->windows());
-    QCoro::waitFor(app->applicationDidFinishLaunching());
+    app->applicationDidFinishLaunching();
 }
 
 void WindowFixture::show()

@@ -9,17 +9,14 @@
 /// The compose screen as the post list drives it: a journal of what was asked.
 class FakeCompose : public ZLPostListViewControllerDelegate {
 public:
-    void loadPost(const LocalPostPtr &post) override
+    void loadPost(const LocalPostPtr &post, PostAction action) override
     {
         journal.append(u"load "_qs + post->title);
+        if (action != PostAction::None)
+            journal.last().append(u" and do %1"_qs.arg(int(action)));
         shown = post->localFile;
     }
-    void loadLocalPost(const LocalPostPtr &post, int action) override
-    {
-        journal.append(u"load %1 and do %2"_qs.arg(post->title).arg(action));
-        shown = post->localFile;
-    }
-    void doActionForCurrentPost(int action) override { journal.append(u"do %1"_qs.arg(action)); }
+    void doActionForCurrentPost(PostAction action) override { journal.append(u"do %1"_qs.arg(int(action))); }
     void makeTitleBecomeFirstResponder() override { journal.append(u"title"_qs); }
     void cleanEditorForNewPost() override { journal.append(u"clean"_qs); }
     void cleanUndoStack() override { journal.append(u"clean undo"_qs); }

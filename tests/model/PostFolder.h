@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/ZLDocumentController.h"
 #include "support/Files.h"
 #include "support/TestClasses.h"
 
@@ -24,6 +25,12 @@ private:
     QTemporaryDir m_folder;
 };
 
+/// The document of the file as everybody else gets it; null when it does not open.
+inline DocumentPtr openedBy(ZLDocumentController &documents, const QUrl &url)
+{
+    return QCoro::waitFor(documents.openDocumentWithContentsOfURL(url)).value_or(nullptr);
+}
+
 /// A post file with the given parts, in the form that the program writes.
 struct FileText {
     QByteArray title = "Title";
@@ -43,7 +50,7 @@ struct FileText {
             + "</keywords></post><post_info><engine>" + engine + "</engine><id>" + id + "</id><status>" + status
             + "</status><type>" + type + "</type><created_at>" + createdAt + "</created_at><updated_at>" + updatedAt
             + "</updated_at><author_id>1</author_id><URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments>1"
-              "</allow_comments><allow_pingback></allow_pingback><slug>a-slug</slug><featured_image></featured_image>"
+              "</allow_comments><allow_pingback>0</allow_pingback><slug>a-slug</slug><featured_image></featured_image>"
               "</post_info><file_info>"
             + fileInfo + "</file_info></zalmo>";
     }

@@ -62,13 +62,15 @@ private Q_SLOTS:
         for (const QString &file : {u"favicon.ico"_qs, u"posts/p1/post.zalmo"_qs, u"posts/p1/post.zalmo.damaged"_qs,
                  u"posts/p2/mypost.zalmo"_qs, u"posts/p2/Post.zalmo"_qs, u"posts/p2/.post.zalmo"_qs,
                  u"posts/p3/conflict.zalmo"_qs, u"posts/p3/conflict-solved.zalmo"_qs, u"posts/p3/post.xml"_qs,
-                 u"sub/blog/posts/p4/post.zalmo"_qs, u".hidden/post.zalmo"_qs, u"posts/pü \U0001F600/post.zalmo"_qs})
+                 u"sub/blog/posts/p4/post.zalmo"_qs, u".hidden/post.zalmo"_qs, u"posts/pü \U0001F600/post.zalmo"_qs,
+                 u"posts/p3/synced.zalmo"_qs, u"posts/p6/synced.zalmo"_qs, u"posts/p6/post.zalmo.tmp"_qs})
             blog.write(file);
         QVERIFY(QDir().mkpath(blog.path(u"posts/p5/post.zalmo"_qs)));
         QCOMPARE(blog.sortedList(),
             (QStringList{u".hidden/post.zalmo 0"_qs, u"posts/p1/post.zalmo 0"_qs, u"posts/p2/.post.zalmo 0"_qs,
                 u"posts/p2/mypost.zalmo 0"_qs, u"posts/p3/conflict-solved.zalmo 0"_qs,
                 u"posts/pü \U0001F600/post.zalmo 0"_qs, u"sub/blog/posts/p4/post.zalmo 0"_qs}));
+        QVERIFY(!QFile::exists(blog.path(u"posts/p6/post.zalmo.tmp"_qs))); // a kill left it
     }
 
     void givesRowsByFilesPresent_data()

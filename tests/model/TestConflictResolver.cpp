@@ -1,6 +1,7 @@
 #include "PostFolder.h"
 
 #include "model/ConflictResolver.h"
+#include "model/ConflictSides.h"
 
 namespace {
 const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
@@ -11,6 +12,7 @@ struct Conflict {
     PostFolder folder;
     FileText local;
     FileText remote;
+    std::shared_ptr<ZLDocumentController> documents = std::make_shared<ZLDocumentController>();
     LocalPostPtr row = std::make_shared<ZLLocalPostRepresentation>();
 
     Conflict()
@@ -30,9 +32,9 @@ struct Conflict {
         folder.write(local.bytes());
         folder.write(remote.bytes(), u"conflict.zalmo"_qs);
     }
-    Resolver::Outcome resolve(int action, int selection, const DocumentPtr &document = nullptr) const
+    Resolver::Outcome resolve(int action, int selection) const
     {
-        return Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), row, document, now);
+        return Resolver::resolve(Resolver::Action(action), Resolver::Selection(selection), row, *documents, now);
     }
 };
 
@@ -82,6 +84,8 @@ private Q_SLOTS:
         QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
         if (!copy.isEmpty())
             QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
+        if (!copy.isEmpty())
+            QVERIFY(solved.contains("<id></id><status>new</status>") && solved.contains("<URL></URL>"));
         QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
     }
 
@@ -96,7 +100,7 @@ private Q_SLOTS:
             QTest::newRow(name) << remote << expected;
         };
         row("published", "wordpress", "publish", "post", 0);
-        row("page", "wordpress", "publish", "page", 0);
+        row("page", "wordpress", "publish", "page", 2);
         row("draft", "wordpress", "draft", "post", 1);
         row("note", "evernote", "new", "post", 7);
     }
@@ -138,10 +142,10 @@ private Q_SLOTS:
         QFETCH(int, action);
         const Conflict conflict;
         conflict.write();
-        const DocumentPtr document = *ZLDocument::open(conflict.folder.url());
+        const DocumentPtr document = openedBy(*conflict.documents, conflict.folder.url());
         document->post.content = u"just typed"_qs;
         document->updateChangeCount();
-        conflict.resolve(action, Resolver::Remote, document);
+        conflict.resolve(action, Resolver::Remote);
         QCOMPARE(document->post.content, u"remote body"_qs);
         document->close();
         QVERIFY(conflict.folder.read().contains("remote body"));
@@ -203,21 +207,32 @@ private Q_SLOTS:
         QFETCH(int, selection);
         const Conflict conflict;
         conflict.write();
-        conflict.folder.write("a folder where the copy should be", u"conflict-solved.zalmo/file"_qs);
+        conflict.folder.write("a folder where it would be written", u"conflict-solved.zalmo.tmp/file"_qs);
         const Resolver::Outcome outcome = conflict.resolve(Resolver::KeepBoth, selection);
         QCOMPARE(outcome.isDone, selection == Resolver::Local);
         QVERIFY(conflict.folder.read().contains("local body"));
         QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
     }
 
-    void tellsTheDatesOfTheCards()
+    void tellsBothSides()
     {
-        const Conflict conflict;
+        Conflict conflict;
+        conflict.remote.content = "&lt;p&gt;Same&lt;/p&gt;&lt;p&gt;Theirs&lt;/p&gt;";
+        conflict.local.content = "&lt;p&gt;Same&lt;/p&gt;&lt;p&gt;Mine&lt;/p&gt;";
         conflict.write();
-        QCOMPARE(Resolver::remoteDate(conflict.row), QDateTime(QDate(2015, 1, 1), QTime(10, 0), Qt::UTC));
-        QVERIFY(qAbs(Resolver::localDate(conflict.row).secsTo(QDateTime::currentDateTimeUtc())) < 60);
+        const DocumentPtr document = openedBy(*conflict.documents, conflict.folder.url());
+        document->post.title = u"Typed"_qs;
+        const ConflictSides sides = conflictSides(conflict.row, *conflict.documents);
+        QCOMPARE(sides.local.title, u"Typed"_qs);
+        QCOMPARE(sides.remote.title, u"Remote"_qs);
+        QCOMPARE(sides.remote.date, QDateTime(QDate(2015, 1, 1), QTime(10, 0), Qt::UTC));
+        QVERIFY(qAbs(sides.local.date.secsTo(QDateTime::currentDateTimeUtc())) < 60);
+        QCOMPARE(sides.local.firstLines, (QStringList{u"Same"_qs, u"Mine"_qs}));
+        QCOMPARE(sides.local.differingLines, QStringList{u"Mine"_qs});
+        QCOMPARE(sides.remote.differingLines, QStringList{u"Theirs"_qs});
+        QCOMPARE(sides.differences, (QStringList{u"Title"_qs, u"Text"_qs}));
         QVERIFY(QFile::remove(conflict.folder.path(u"conflict.zalmo"_qs)));
-        QVERIFY(!Resolver::remoteDate(conflict.row).isValid());
+        QVERIFY(!conflictSides(conflict.row, *conflict.documents).remote.isThere);
     }
 };
 

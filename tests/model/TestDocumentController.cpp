@@ -4,12 +4,6 @@
 
 #include <QSignalSpy>
 
-static DocumentPtr openedBy(ZLDocumentController &controller, const QUrl &url)
-{
-    const Result<DocumentPtr> document = QCoro::waitFor(controller.openDocumentWithContentsOfURL(url));
-    return document.value_or(nullptr);
-}
-
 /// Who shares a document, and for how long.
 class TestDocumentController : public QObject {
     Q_OBJECT

@@ -2,7 +2,6 @@
 
 #include "model/PostFile.h"
 #include "model/ZLDocument.h"
-#include "model/ZLFileExtension.h"
 
 #include <QFileInfo>
 
@@ -15,7 +14,7 @@ ZLWordpressPost fullPost()
     ZLWordpressPost post;
     post.title = u"Cats & \"dogs\""_qs;
     post.content = u"<p class='a'>It's 3 &lt; 5</p>\nend"_qs;
-    post.taxonomies = {{u"R&D"_qs, {}, ZLTaxonomy::Category}, {u"tag"_qs, {}, ZLTaxonomy::Tag}, {u"x"_qs, {}, 2}};
+    post.taxonomies = {{u"R&D"_qs, {}, ZLTaxonomy::Category}, {u"tag"_qs, {}, ZLTaxonomy::Tag}};
     post.id = u"12"_qs;
     post.status = ZLWordpressPost::Publish;
     post.type = ZLWordpressPost::Page;
@@ -113,26 +112,15 @@ private Q_SLOTS:
         QVERIFY(saved.error().description.contains(u"/nowhere/at/all/post.zalmo"_qs));
     }
 
-    void fileExtensionLeavesBlocksOut()
-    {
-        QCOMPARE(ZLFileExtension::generateXMLDataForPost(nullptr, nullptr, nullptr),
-            QByteArray("<zalmo><file_info><app_version>3</app_version></file_info></zalmo>"));
-        const QVariantMap post{{u"title"_qs, u"T"_qs}, {u"keywords"_qs, u"no list"_qs}};
-        const QVariantMap file;
-        QCOMPARE(ZLFileExtension::generateXMLDataForPost(&post, nullptr, &file),
-            QByteArray("<zalmo><post><title>T</title><content></content><keywords></keywords></post>"
-                       "<file_info><status></status></file_info></zalmo>"));
-    }
-
     void documentWritesWhatItRead()
     {
         const PostFolder folder;
         const QByteArray read =
             "<zalmo><post><title> Cats &amp;amp; dogs</title><content>a &amp;lt; b\r\n &lt;br&gt;\n</content><keywords>"
             "<keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post><post_info><engine>wordpress</engine>"
-            "<id>12</id><status>publish</status><type>odd</type><created_at>2014-10-21 09:30:00 +0000</created_at>"
+            "<id>12</id><status>publish</status><type>page</type><created_at>2014-10-21 09:30:00 +0000</created_at>"
             "<updated_at>2014-10-22 23:05:07 +0000</updated_at><author_id>7</author_id>"
-            "<URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments></allow_comments>"
+            "<URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments>0</allow_comments>"
             "<allow_pingback>1</allow_pingback><slug>a-&amp;-b</slug><featured_image><media_id>44</media_id>"
             "<URL>http://blog.example/a.png?w=1&amp;h=2</URL></featured_image></post_info>"
             "<file_info><status></status><app_version>3</app_version></file_info></zalmo>";
@@ -140,19 +128,74 @@ private Q_SLOTS:
         QVERIFY(document);
         QCOMPARE((*document)->data(), read);
 
-        // A false flag loses its "0", a missing version becomes 3: that is how documents write.
+        // An empty flag is a false one, a missing version becomes 3.
         QByteArray other = read;
-        other.replace("<allow_comments></allow_comments>", "<allow_comments>0</allow_comments>");
+        other.replace("<allow_comments>0</allow_comments>", "<allow_comments></allow_comments>");
         other.replace("<status></status><app_version>3</app_version>", "<status></status>");
         QCOMPARE((*ZLDocument::open(folder.write(other, u"conflict.zalmo"_qs)))->data(), read);
     }
 
-    void documentWritesForeignTaxonomiesAsCategories()
+    void keepsTheIdsOfTerms_data()
     {
-        const PostFolder folder;
-        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
-        document->post.taxonomies = {{u"x"_qs, {}, 2}, {u"t"_qs, {}, ZLTaxonomy::Tag}};
-        QVERIFY(document->data().contains("<keywords><keyword>x</keyword><keyword>#t</keyword></keywords>"));
+        const TestTable<QList<ZLTaxonomy>, QByteArray, QStringList> row({"taxonomies", "written", "read"});
+        const int category = ZLTaxonomy::Category;
+        row("none", {{u"a"_qs, {}, category}}, {}, {{}});
+        row("two of one name", {{u"a"_qs, u"5"_qs, category}, {u"a"_qs, u"7"_qs, category}}, "5,7", {u"5"_qs, u"7"_qs});
+        row("some", {{u"a"_qs, u"5"_qs, category}, {u"b"_qs, {}, ZLTaxonomy::Tag}}, "5,", {u"5"_qs, {}});
+        row("a category that reads as a tag", {{u"#a"_qs, u"5"_qs, category}, {u"b"_qs, u"6"_qs, category}}, ",6",
+            {{}, u"6"_qs});
+        row("no id of a blog", {{u"a"_qs, u"1,2"_qs, category}}, {}, {{}});
+    }
+    void keepsTheIdsOfTerms()
+    {
+        QFETCH(QList<ZLTaxonomy>, taxonomies);
+        QFETCH(QByteArray, written);
+        ZLWordpressPost post;
+        post.taxonomies = taxonomies;
+        const QByteArray bytes = post.generateXMLDataFileInfo(nullptr);
+        QCOMPARE(bytes.contains("<keyword_ids>"), !written.isEmpty());
+        QVERIFY(written.isEmpty() || bytes.contains("</keywords><keyword_ids>" + written + "</keyword_ids></post>"));
+        QStringList ids;
+        for (const ZLTaxonomy &taxonomy : PostFile::fromData(bytes).taxonomies)
+            ids << taxonomy.termId;
+        QTEST(ids, "read");
+    }
+
+    void leavesIdsOutThatBelongToOtherKeywords()
+    {
+        FileText text;
+        text.keywords = "<keyword>a</keyword><keyword>b</keyword>";
+        QByteArray bytes = text.bytes();
+        bytes.replace("</keywords>", "</keywords><keyword_ids>1,2,3</keyword_ids>");
+        QCOMPARE(PostFile::fromData(bytes).taxonomies,
+            (QList<ZLTaxonomy>{{u"a"_qs, {}, ZLTaxonomy::Category}, {u"b"_qs, {}, ZLTaxonomy::Category}}));
+    }
+
+    void typedKeywordsKeepTheirIds()
+    {
+        PostFields post;
+        post.taxonomies = {{u"a"_qs, u"5"_qs, ZLTaxonomy::Category}, {u"a"_qs, u"7"_qs, ZLTaxonomy::Category},
+            {u"a"_qs, u"9"_qs, ZLTaxonomy::Tag}};
+        post.setTaxonomiesFromStringArray({u"#a"_qs, u"a"_qs, u"new"_qs, QString(), u"a"_qs, u"a"_qs});
+        QStringList ids;
+        for (const ZLTaxonomy &taxonomy : post.taxonomies)
+            ids << taxonomy.keyword() + u' ' + taxonomy.termId;
+        QCOMPARE(ids, (QStringList{u"#a 9"_qs, u"a 5"_qs, u"new "_qs, u"a 7"_qs, u"a "_qs}));
+    }
+
+    void writesWhatOnlySomePostsHave()
+    {
+        ZLWordpressPost post = fullPost();
+        post.blogStatus = u"private"_qs;
+        post.firstPublishBegan = updatedAt;
+        const QByteArray bytes = post.generateXMLDataFileInfo(nullptr);
+        QVERIFY(bytes.contains("<status>publish</status><blog_status>private</blog_status><type>"));
+        QVERIFY(
+            bytes.endsWith("<file_info><app_version>3</app_version>"
+                           "<first_publish_began>2014-10-22 23:05:07 +0000</first_publish_began></file_info></zalmo>"));
+        const PostFile read = PostFile::fromData(bytes);
+        QCOMPARE(read.blogStatus, u"private"_qs);
+        QCOMPARE(read.firstPublishBegan, updatedAt);
     }
 
     void readsTexts_data()
@@ -249,7 +292,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, written);
         QByteArray text = FileText().bytes();
-        text.replace("<allow_pingback></allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
+        text.replace("<allow_pingback>0</allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
         QTEST(PostFile::fromData(text).allowPingback, "read");
     }
 };

@@ -1,6 +1,6 @@
 #include "PostFolder.h"
 
-#include "model/ZLDocument.h"
+#include "model/ZLDocumentController.h"
 
 #include <QFileInfo>
 
@@ -61,7 +61,7 @@ private Q_SLOTS:
         const PostFolder folder;
         folder.write(local.bytes(), name);
         ZLWordpressPost remote = remotePost(seconds);
-        QVERIFY(remote.syncWithPostAtPath(folder.path(name), u"zalmo"_qs, nullptr));
+        QVERIFY(remote.syncWithPostAtPath(folder.path(name), u"zalmo"_qs, ZLDocumentController()));
         QCOMPARE(folder.has(u"conflict.zalmo"_qs), effect == Conflict);
         if (effect == Nothing)
             QCOMPARE(folder.read(name), local.bytes());
@@ -85,19 +85,19 @@ private Q_SLOTS:
         const PostFolder folder;
         folder.write(text.bytes());
         folder.write("an earlier copy", u"conflict.zalmo"_qs);
-        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
         QCOMPARE(folder.read(), text.bytes());
         QVERIFY(folder.read(u"conflict.zalmo"_qs).contains("remote body"));
     }
 
-    void takesTheDocumentOnTheScreen()
+    void takesAnOpenDocument()
     {
         const PostFolder folder;
-        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(FileText().bytes()));
         document->post.content = u"typed a moment ago"_qs;
-        document->fileInfo.status = u"modified"_qs;
         document->updateChangeCount();
-        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, documents));
         QCOMPARE(document->fileInfo.status, u"conflict"_qs);
         QVERIFY(!document->hasUnautosavedChanges());
         QVERIFY(folder.read().contains("typed a moment ago"));
@@ -105,11 +105,12 @@ private Q_SLOTS:
         QVERIFY(folder.has(u"conflict.zalmo"_qs));
     }
 
-    void readsTheScreensDocumentAnew()
+    void readsAnOpenDocumentAnew()
     {
         const PostFolder folder;
-        const DocumentPtr document = *ZLDocument::open(folder.write(FileText().bytes()));
-        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, document));
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(FileText().bytes()));
+        QVERIFY(remotePost(60).syncWithPostAtPath(folder.path(), u"zalmo"_qs, documents));
         QCOMPARE(document->post.title, u"Remote"_qs);
         // What it held before must not come back with the next save.
         QVERIFY(document->saveDocument());
@@ -121,7 +122,7 @@ private Q_SLOTS:
         const PostFolder folder;
         const QByteArray cut = FileText().bytes().left(60);
         folder.write(cut);
-        QVERIFY(remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QVERIFY(remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
         QVERIFY(folder.read().contains("remote body"));
         QCOMPARE(folder.read(u"post.zalmo.damaged"_qs), cut);
     }
@@ -129,7 +130,7 @@ private Q_SLOTS:
     void failsWithoutAFile()
     {
         const PostFolder folder;
-        QVERIFY(!remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, nullptr));
+        QVERIFY(!remotePost(0).syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
         QVERIFY(!folder.has(u"post.zalmo"_qs));
     }
 };

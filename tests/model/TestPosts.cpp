@@ -11,12 +11,12 @@ private Q_SLOTS:
     {
         ZLAbstractPost post;
         post.taxonomies = {{u"News"_qs, u"4"_qs, ZLTaxonomy::Category}, {u"qt"_qs, {}, ZLTaxonomy::Tag},
-            {u"odd"_qs, {}, 2}, {u"#a b"_qs, {}, ZLTaxonomy::Category}}; // comes back as a tag
+            {u"#a b"_qs, u"9"_qs, ZLTaxonomy::Category}}; // would come back as a tag, were it not known
         QCOMPARE(post.taxonomiesArray(), (QStringList{u"News"_qs, u"#qt"_qs, u"#a b"_qs}));
-        post.setTaxonomiesFromStringArray({u"#a b"_qs, u"C#"_qs, u""_qs, u"#"_qs});
+        post.setTaxonomiesFromStringArray({u"#a b"_qs, u"C#"_qs, u""_qs, u"#"_qs, u"#c"_qs});
         QCOMPARE(post.taxonomies,
-            (QList<ZLTaxonomy>{{u"a b"_qs, {}, ZLTaxonomy::Tag}, {u"C#"_qs, {}, ZLTaxonomy::Category},
-                {u""_qs, {}, ZLTaxonomy::Tag}}));
+            (QList<ZLTaxonomy>{{u"#a b"_qs, u"9"_qs, ZLTaxonomy::Category}, {u"C#"_qs, {}, ZLTaxonomy::Category},
+                {u""_qs, {}, ZLTaxonomy::Tag}, {u"c"_qs, {}, ZLTaxonomy::Tag}}));
     }
 
     void readsDates_data()

@@ -227,9 +227,14 @@ private Q_SLOTS:
         post.taxonomies = {{u"x"_qs, {}, ZLTaxonomy::Tag}, {u"y"_qs, {}, ZLTaxonomy::Category}};
         post.featuredImageId = u"4"_qs;
         post.featuredImageURL = u"http://b/x?y&z"_qs;
+        post.taxonomies[0].termId = u"7"_qs;
+        post.blogStatus = u"pending"_qs;
+        post.firstPublishBegan = now;
         const ZLFileInfo info{u"modified"_qs, u"3"_qs};
         QVERIFY(PostRowScanner(post.generateXMLDataFileInfo(&info)).scan());
-        QVERIFY(PostRowScanner(post.generateXMLDataFileInfo(nullptr)).scan());
+        const std::optional<PostRow> row = PostRowScanner(post.generateXMLDataFileInfo(nullptr)).scan();
+        QVERIFY(row);
+        QCOMPARE(row->row({}, now).blogStatus, u"pending"_qs);
     }
 };
 

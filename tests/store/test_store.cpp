@@ -1,10 +1,12 @@
 #include "store/ZLManagedObjectContext.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
+#include <ctime>
 
 namespace {
 
@@ -118,6 +120,7 @@ private Q_SLOTS:
         // Another program's lock stands for every way in which the database refuses.
         run(home.path(),
             u"CREATE TRIGGER refuse BEFORE INSERT ON Taxonomy BEGIN SELECT RAISE(ABORT, 'disk full'); END"_qs);
+        account->taxonomies.append(std::make_shared<Taxonomy>(Taxonomy{u"more"_qs, {}, 0}));
         account->name = u"changed"_qs;
         const Result<void> refused = context->save();
         QVERIFY(!refused);
@@ -126,9 +129,140 @@ private Q_SLOTS:
         QCOMPARE(context->accounts()[0]->name, u"changed"_qs);
         QVERIFY(context->hasChanges());
         QCOMPARE(opened(home.path())->accounts()[0]->name, u"a"_qs);
+        QStringList said;
+        context->saveSoon([&](const ZLError &error) { said << error.description; });
+        QTRY_COMPARE(said.size(), 1);
+        QVERIFY(said.first().contains(QLatin1String("disk full")) && context->hasChanges());
         run(home.path(), u"DROP TRIGGER refuse"_qs);
         QVERIFY(context->save());
         QCOMPARE(opened(home.path())->accounts()[0]->name, u"changed"_qs);
+    }
+
+    void onlyWhatDiffersIsWritten()
+    {
+        QTemporaryDir home;
+        auto context = opened(home.path());
+        const AccountPtr one = filled(*context, u"one"_qs), other = filled(*context, u"other"_qs);
+        QVERIFY(context->save());
+        for (const QString &table : {u"Account"_qs, u"AccountPreferences"_qs, u"Evernote"_qs, u"Taxonomy"_qs})
+            for (const QString &event : {u"INSERT"_qs, u"UPDATE"_qs, u"DELETE"_qs})
+                run(home.path(),
+                    u"CREATE TRIGGER %1%2 BEFORE %2 ON %1 WHEN %3.%4 != 2 BEGIN SELECT RAISE(ABORT, 'touched'); END"_qs
+                        .arg(table, event, event == u"DELETE" ? u"OLD"_qs : u"NEW"_qs,
+                            table == u"Account" ? u"rowid"_qs : u"account"_qs));
+        other->taxonomies.removeFirst();
+        other->preferences->recent_posts = 3;
+        other->evernote.reset();
+        QVERIFY(context->save());
+        const auto again = opened(home.path());
+        QCOMPARE(again->accounts()[1]->taxonomies.size(), 1);
+        QCOMPARE(again->accounts()[1]->taxonomies[0]->name, u"new"_qs);
+        QCOMPARE(again->accounts()[1]->preferences->recent_posts, 3);
+        QVERIFY(!again->accounts()[1]->evernote && again->accounts()[0]->evernote);
+        one->name = u"touched"_qs;
+        QVERIFY(!context->save());
+    }
+
+    void longListsHoldNothingUp()
+    {
+        QTemporaryDir home;
+        auto context = opened(home.path());
+        const AccountPtr account = filled(*context, u"a"_qs);
+        QVERIFY(context->save());
+        for (int number = 0; number < 10000; ++number)
+            account->taxonomies.append(std::make_shared<Taxonomy>(
+                Taxonomy{u"A category with a name of some length, %1"_qs.arg(number), QString::number(number), 0}));
+        const auto spent = [] { // of this thread alone, however busy the machine is
+            timespec now{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+            return now.tv_sec * 1000 + now.tv_nsec / 1000000;
+        };
+        const auto before = spent();
+        context->saveSoon([](const ZLError &error) { qFatal("%s", qPrintable(error.description)); });
+        QVERIFY2(spent() - before <= 16, qPrintable(QString::number(spent() - before)));
+        account->taxonomies.removeLast();
+        context->saveSoon([](const ZLError &error) { qFatal("%s", qPrintable(error.description)); });
+        QTRY_VERIFY(!context->hasChanges());
+        QCOMPARE(run(home.path(), u"SELECT count(*) FROM Taxonomy"_qs), 10001);
+
+        account->taxonomies.removeLast();
+        context->saveSoon([](const ZLError &) {});
+        account->name = u"changed"_qs;
+        QVERIFY(context->save()); // waits for the other
+        account->taxonomies.removeLast();
+        context->saveSoon([](const ZLError &) {});
+        context.reset(); // so does the end
+        const auto again = opened(home.path());
+        QCOMPARE(again->accounts()[0]->taxonomies.size(), 9999);
+        QCOMPARE(again->accounts()[0]->name, u"changed"_qs);
+    }
+
+    void listsBeyondReasonAreCut()
+    {
+        QTemporaryDir home;
+        auto context = opened(home.path());
+        const AccountPtr account = filled(*context, u"a"_qs);
+        const auto term = std::make_shared<Taxonomy>(Taxonomy{u"x"_qs, {}, 1});
+        account->taxonomies = QList<TaxonomyPtr>(300000, term);
+        QTest::ignoreMessage(QtInfoMsg, QRegularExpression(u"has 300000 categories and tags"_qs));
+        QVERIFY(context->save());
+        QVERIFY(!context->hasChanges());
+        QCOMPARE(run(home.path(), u"SELECT count(*) FROM Taxonomy"_qs), int(StoreRows::mostTaxonomies));
+    }
+
+    void noLoginStaysInAnAddress_data()
+    {
+        QTest::addColumn<QString>("kept");
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QStringList>("login");
+        const auto row = [](const char *name, const QString &kept, const QString &address, const QStringList &login) {
+            QTest::newRow(name) << kept << address << login;
+        };
+        row("none", u"https://blog.test/@ann"_qs, u"https://blog.test/@ann"_qs, {});
+        row("both", u"https://ann:s%40:cret@Blog.test:8080/x?y"_qs, u"https://Blog.test:8080/x?y"_qs,
+            {u"ann"_qs, u"s@:cret"_qs});
+        row("a name", u"http://ann@blog.test"_qs, u"http://blog.test"_qs, {u"ann"_qs, {}});
+        row("no scheme", u"ann:secret@blog.test/x"_qs, u"blog.test/x"_qs, {u"ann"_qs, u"secret"_qs});
+    }
+    void noLoginStaysInAnAddress()
+    {
+        QFETCH(QString, kept);
+        QFETCH(QStringList, login);
+        QTemporaryDir home;
+        {
+            const auto context = opened(home.path());
+            filled(*context, u"a"_qs);
+            QVERIFY(context->save());
+        }
+        run(home.path(), u"UPDATE Account SET url = '%1'"_qs.arg(kept));
+        const auto context = opened(home.path());
+        QTEST(context->accounts()[0]->url, "address");
+        QStringList found;
+        for (const auto &stored : context->takeStoredLogins())
+            found << stored.login.user << stored.login.password;
+        QCOMPARE(found, login);
+        context->accounts()[0]->url = kept; // nor does one that somebody puts there
+        QVERIFY(context->save());
+        QFile store(home.path() + "/Zalmo.storedata");
+        QVERIFY(store.open(QIODevice::ReadOnly));
+        QCOMPARE(store.readAll().contains(kept.toUtf8()), login.isEmpty());
+        QVERIFY(!(store.permissions() & QFile::Permissions(0x0077)));
+        QTEST(opened(home.path())->accounts()[0]->url, "address");
+    }
+
+    void aPreferenceThatIsNewGetsItsColumn()
+    {
+        QTemporaryDir home;
+        {
+            const auto context = opened(home.path());
+            filled(*context, u"a"_qs);
+            QVERIFY(context->save());
+        }
+        run(home.path(), u"ALTER TABLE AccountPreferences DROP COLUMN thumb_image_width"_qs);
+        const auto context = opened(home.path());
+        QVERIFY(context);
+        QCOMPARE(context->accounts()[0]->preferences->thumb_image_width, 300);
+        QCOMPARE(context->accounts()[0]->preferences->feature_image_width, 111);
     }
 
     void whatIsNoStoreIsRefusedAndLeftAlone()

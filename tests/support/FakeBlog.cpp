@@ -95,6 +95,10 @@ void FakeBlog::answerWith(const QString &method, const XMLRPCValue &value)
 FakeAnswer FakeBlog::answer(const FakeRequest &request)
 {
     FakeAnswer answer;
+    if (!hasHttps && request.request.url().scheme() == u"https") {
+        answer.error = QNetworkReply::ConnectionRefusedError;
+        return answer;
+    }
     if (request.operation != QNetworkAccessManager::PostOperation
         || !request.request.url().path().endsWith(u"/xmlrpc.php")) {
         answer.status = 404;
@@ -144,12 +148,22 @@ const QHash<QString, FakeBlog::Method> &FakeBlog::table()
 
 FakeBlog::Outcome FakeBlog::perform(const Call &call)
 {
+    if (call.method == u"system.listMethods")
+        return XMLRPCValue(listMethods());
     const Method method = table().value(call.method);
     if (!method)
         return Refusal{-32601, u"server error. requested method %1 does not exist."_qs.arg(call.method)};
     if (const std::optional<Refusal> refusal = refusedLogin(call))
         return *refusal;
     return (this->*method)(call.parameters);
+}
+
+XMLRPCArray FakeBlog::listMethods()
+{
+    XMLRPCArray names;
+    for (auto row = table().keyBegin(); row != table().keyEnd(); ++row)
+        names.push_back(*row);
+    return names;
 }
 
 std::optional<FakeBlog::Refusal> FakeBlog::refusedLogin(const Call &call) const
@@ -175,14 +189,26 @@ FakeBlog::Outcome FakeBlog::getOptions(const XMLRPCArray &)
     });
 }
 
+bool FakeBlog::mayEdit(const QString &type) const
+{
+    return role == u"editor" || (type == u"post" && role != u"subscriber");
+}
+
 FakeBlog::Outcome FakeBlog::getPosts(const XMLRPCArray &parameters)
 {
-    const QString type = member(parameter(parameters, 3).structure(), u"post_type", u"post"_qs);
+    const XMLRPCValue given = parameter(parameters, 3);
+    const XMLRPCStruct &filter = given.structure();
+    const QString type = member(filter, u"post_type", u"post"_qs);
+    if (!mayEdit(type))
+        return Refusal{401, u"Sorry, you are not allowed to edit posts in this post type."_qs};
     XMLRPCArray found;
     for (const Post &post : std::as_const(posts)) {
-        if (post.type == type)
+        if (post.type == type && post.status != u"trash")
             found.push_back(wpPost(post));
     }
+    if (member(filter, u"orderby", {}) == u"ID" && member(filter, u"order", {}) == u"DESC")
+        std::reverse(found.begin(), found.end());
+    found.resize(std::min(found.size(), size_t(member(filter, u"number", u"10"_qs).toInt())));
     return XMLRPCValue(found);
 }
 
@@ -212,6 +238,9 @@ FakeBlog::Outcome FakeBlog::editPost(const XMLRPCArray &parameters)
     if (post == posts.end())
         return Refusal{404, u"Invalid post ID."_qs};
     Post edited = *post;
+    const XMLRPCValue known = parameter(parameters, 4)[u"if_not_modified_since"];
+    if (known.date().isValid() && post->modified > known.date())
+        return Refusal{409, u"There is a revision of this post that is more recent."_qs};
     if (const auto refusal = take(edited, parameter(parameters, 4).structure()))
         return *refusal;
     *post = edited;
@@ -220,8 +249,15 @@ FakeBlog::Outcome FakeBlog::editPost(const XMLRPCArray &parameters)
 
 FakeBlog::Outcome FakeBlog::deletePost(const XMLRPCArray &parameters)
 {
-    if (posts.remove(parameter(parameters, 3).string()) == 0)
+    const auto post = posts.find(parameter(parameters, 3).string());
+    if (post == posts.end())
         return Refusal{404, u"Invalid post ID."_qs};
+    if (post->status == u"trash") {
+        posts.erase(post);
+    } else {
+        post->status = u"trash"_qs;
+        post->modified = tick();
+    }
     return XMLRPCValue(true);
 }
 
@@ -234,6 +270,8 @@ std::optional<FakeBlog::Refusal> FakeBlog::take(Post &post, const XMLRPCStruct &
     post.content = member(content, u"post_content", post.content);
     post.status = member(content, u"post_status", post.status);
     post.slug = slugOf(member(content, u"post_name", post.slug));
+    if (post.slug.isEmpty() && post.status != u"draft" && post.status != u"pending")
+        post.slug = slugOf(post.title);
     post.commentStatus = member(content, u"comment_status", post.commentStatus);
     post.pingStatus = member(content, u"ping_status", post.pingStatus);
     post.modified = tick();
@@ -273,6 +311,11 @@ std::optional<FakeBlog::Refusal> FakeBlog::takeTerms(Post &post, const XMLRPCStr
             taken.append(known->name);
         }
         for (const XMLRPCValue &name : nameList ? nameList->array() : XMLRPCArray()) {
+            const auto isNamed = [&](const Term &known) {
+                return known.taxonomy == category && known.name == name.string();
+            };
+            if (taxonomy == category && std::count_if(terms.cbegin(), terms.cend(), isNamed) > 1)
+                return Refusal{401, u"Ambiguous term name used in a hierarchical taxonomy."_qs};
             if (!term(taxonomy, &Term::name, name.string()))
                 addTerm(taxonomy, name.string());
             taken.append(name.string());
@@ -291,6 +334,8 @@ const FakeBlog::Term *FakeBlog::term(const QString &taxonomy, QString Term::*fie
 
 FakeBlog::Outcome FakeBlog::getTerms(const XMLRPCArray &parameters)
 {
+    if (!mayEdit(u"post"_qs))
+        return Refusal{401, u"Sorry, you are not allowed to assign terms in this taxonomy."_qs};
     XMLRPCArray found;
     for (const Term &term : std::as_const(terms)) {
         if (term.taxonomy == parameter(parameters, 3).string())
@@ -301,6 +346,8 @@ FakeBlog::Outcome FakeBlog::getTerms(const XMLRPCArray &parameters)
 
 FakeBlog::Outcome FakeBlog::getCategories(const XMLRPCArray &)
 {
+    if (!mayEdit(u"post"_qs))
+        return Refusal{401, u"Sorry, you must be able to edit posts on this site in order to view categories."_qs};
     XMLRPCArray found;
     for (const Term &term : std::as_const(terms)) {
         if (term.taxonomy == category)
@@ -356,7 +403,7 @@ XMLRPCStruct FakeBlog::wpPost(const Post &post) const
         {u"post_title"_qs, post.title},
         {u"post_date_gmt"_qs, post.date},
         {u"post_modified_gmt"_qs, post.modified},
-        {u"post_status"_qs, post.status},
+        {u"post_status"_qs, post.status == u"future" ? u"publish"_qs : post.status}, // as WordPress gives it
         {u"post_type"_qs, post.type},
         {u"post_name"_qs, post.slug},
         {u"post_author"_qs, u"1"_qs},

@@ -14,7 +14,7 @@ public:
     struct Post {
         QString id;
         QString type; ///< "post", "page"
-        QString status = u"publish"_qs;
+        QString status = u"publish"_qs; ///< "publish", "future", "draft", "private", "pending", "trash"
         QString title;
         QString content;
         QString slug;
@@ -48,11 +48,13 @@ public:
     // state
     QString user = u"ada"_qs;
     QString password = u"secret"_qs;
+    QString role = u"editor"_qs; ///< "author" and "contributor" may not list pages, "subscriber" nothing
     QString title = u"Ada's R&D"_qs;
     QMap<QString, Post> posts; ///< by id
     QList<Term> terms;
     QList<Media> media;
     QDateTime now; ///< what it takes for the present; moves on by a second with each change
+    bool hasHttps = true;
     bool isDated = true; ///< whether its replies bear the time
 
     QString url() const { return u"http://"_qs + m_host; }
@@ -100,6 +102,7 @@ private:
 
     void disturb(const QString &method, const Fault &fault) { m_faults[method].append(fault); }
     Outcome perform(const Call &call);
+    static XMLRPCArray listMethods();
     std::optional<Refusal> refusedLogin(const Call &call) const;
     QString nextId() { return QString::number(++m_lastId); }
     QDateTime tick() { return now = now.addSecs(1); }
@@ -117,6 +120,8 @@ private:
     Outcome metaGetPost(const XMLRPCArray &parameters);
     Outcome metaNewPost(const XMLRPCArray &parameters);
 
+    /// Whether the user may edit posts of this type, which is what listing them takes.
+    bool mayEdit(const QString &type) const;
     std::optional<Refusal> take(Post &post, const XMLRPCStruct &content);
     std::optional<Refusal> takeTerms(Post &post, const XMLRPCStruct &content);
     void takeDate(Post &post, const XMLRPCStruct &content);

@@ -2,21 +2,60 @@
 
 #include "app/ComposeHost.h"
 #include "compose/RowUpdates.h"
+#include "model/LocalFileURL.h"
+#include "model/PostSync.h"
+#include "model/ZLPostCatalogue.h"
 #include "platform/ZLFileManager.h"
 #include "support/ManualClock.h"
+#include "wordpress/Upload.h"
 
 #include <QTemporaryDir>
+
+/// An upload that goes as the test says.
+class FakeUpload : public Upload {
+public:
+    FakeUpload(const PostPtr &sent, int kind, const QString &blogName)
+        : asSent(*sent)
+        , m_post(sent)
+        , m_kind(kind)
+        , m_blogName(blogName)
+    {
+    }
+    const PostPtr &post() const override { return m_post; }
+    int kind() const override { return m_kind; }
+    QString blogName() const override { return m_blogName; }
+    Step step() const override { return m_step; }
+    float progress() const override { return m_progress; }
+    const std::optional<UploadOutcome> &outcome() const override { return m_outcome; }
+    void cancel() override { end({}); }
+
+    void goOn(Step step, float progress)
+    {
+        m_step = step;
+        m_progress = progress;
+        Q_EMIT changed();
+    }
+    void end(const UploadOutcome &outcome)
+    {
+        m_outcome = outcome;
+        Q_EMIT ended(outcome);
+    }
+
+    const ZLWordpressPost asSent; ///< what the post held at the beginning
+
+private:
+    PostPtr m_post;
+    int m_kind;
+    QString m_blogName;
+    Step m_step = Preparing;
+    float m_progress = 0;
+    std::optional<UploadOutcome> m_outcome;
+};
 
 /// The rest of the program, as far as the compose screen asks for it: real documents in a temporary folder, a pretended
 /// list and a pretended service.
 class FakeComposeHost : public ComposeHost {
 public:
-    struct Sent {
-        PostPtr post;
-        int kind;
-        ZLWordpressPost asSent; ///< what the post held at that moment
-    };
-
     FakeComposeHost()
         : files(folder.filePath(u"data"_qs), folder.filePath(u"cache"_qs))
         , account(std::make_shared<Account>())
@@ -33,15 +72,16 @@ public:
     AccountPtr selectedAccount() const override { return account; }
     QString getBlogName() const override { return account ? account->alias() : QString(); }
     bool isReachable() const override { return isOnline; }
-    QString postPathForPostId(const QString &id) const override
+    QString postPath(const QString &blogName, const QString &id) const override { return files.postPath(blogName, id); }
+    void loadLocalPosts() override
     {
-        files.postPathForBlogURL(getBlogName(), id);
-        return files.postPath(getBlogName(), id);
+        rows = ZLPostCatalogue(files).postsFromLocalFiles(getBlogName(), clock.now());
+        Q_EMIT noted.didUpdatePosts();
     }
     LocalPostPtr rowForFile(const QUrl &localFile) const override
     {
         for (const LocalPostPtr &row : rows)
-            if (row->localFile == localFile)
+            if (isSameFile(row->localFile, localFile))
                 return row;
         return nullptr;
     }
@@ -55,8 +95,18 @@ public:
         content.pieces = BodyPieces::split(stored);
         return content;
     }
-    void syncCategoriesAndPublishPost(const PostPtr &post, int kind) override { sent.append({post, kind, *post}); }
-    void cancelUploadOfPost(const PostPtr &post) override { cancelled.append(post); }
+    Upload *uploadOfPost(const QUrl &localFile) const override
+    {
+        for (const auto &upload : sent)
+            if (!upload->outcome() && isSameFile(upload->post()->localPost->localFile, localFile))
+                return upload.get();
+        return nullptr;
+    }
+    Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) override
+    {
+        sent.append(std::make_shared<FakeUpload>(post, kind, getBlogName()));
+        return sent.last().get();
+    }
     void deletePost(const PostPtr &post) override { deletedOnBlog.append(post); }
 
     /// A post file and its row; `status` and `type` are those of the working post.
@@ -76,6 +126,30 @@ public:
         return rows.first();
     }
 
+    /// A newer version of the post comes from the blog while it has changes here.
+    void putConflictBeside(const LocalPostPtr &row, const QString &title, const QString &content)
+    {
+        const DocumentPtr open = documents.documentForURL(row->localFile);
+        const DocumentPtr document = open ? open : *ZLDocument::open(row->localFile);
+        const PostPtr theirs = document->wordpressPost();
+        theirs->title = title;
+        theirs->content = theirs->storedContent = content;
+        theirs->updatedAt = clock.now();
+        if (theirs->putConflictBeside(*document))
+            row->status = ZLLocalPostRepresentation::Conflict;
+    }
+    /// The copy of a post that an earlier conflict left.
+    LocalPostPtr addKeptCopy(const LocalPostPtr &row)
+    {
+        const PostPtr copy = (*ZLDocument::open(row->localFile))->wordpressPost();
+        const QString path = PostSync::freeConflictSolvedPath(row->localFile.toLocalFile());
+        copy->becomeNew({});
+        if (!copy->saveAtPath(path))
+            return nullptr;
+        rows.prepend(ZLLocalPostRepresentation::initWithContentsOfFileURL(QUrl::fromLocalFile(path), clock.now()));
+        return rows.first();
+    }
+
     QTemporaryDir folder;
     ZLFileManager files;
     ZLDocumentController documents;
@@ -84,8 +158,7 @@ public:
     AccountPtr account;
     QStringList settings; ///< those that are on
     QList<LocalPostPtr> rows;
-    QList<Sent> sent;
-    QList<PostPtr> cancelled;
+    QList<std::shared_ptr<FakeUpload>> sent;
     QList<PostPtr> deletedOnBlog;
     QList<QUrl> deletedFiles;
     bool isOnline = true;
@@ -96,9 +169,11 @@ class FakeRowUpdates : public RowUpdates {
 public:
     void setTitleToSelectedPost(const QString &title) override { titles.append(title); }
     void setContentToSelectedPost(const QString &content) override { contents.append(content); }
-    void selectRowWithoutLoad(int row) override { selectedRow = row; }
+    void setStatusToSelectedPost(int status) override { statuses.append(status); }
+    void selectFileWithoutLoad(const QUrl &file) override { selectedFile = file; }
 
     QStringList titles;
     QStringList contents;
-    int selectedRow = -1;
+    QList<int> statuses;
+    QUrl selectedFile;
 };

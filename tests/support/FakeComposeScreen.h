@@ -13,12 +13,9 @@ public:
         post = std::make_shared<ZLWordpressPost>();
         document.reset();
     }
-    void setIsNewPostNotInList(bool value) override { isNewPostNotInList = value; }
-    void reloadCurrentPostAfterSyncingEngine(int engine) override { reloadedEngines.append(engine); }
-    void didSendBodyData(const PostPtr &, float) override { }
+    void reloadCurrentPostAfterSyncingEngine(SyncEngine engine) override { reloadedEngines.append(engine); }
 
     PostPtr post = std::make_shared<ZLWordpressPost>();
     DocumentPtr document;
-    QList<int> reloadedEngines;
-    bool isNewPostNotInList = false;
+    QList<SyncEngine> reloadedEngines;
 };

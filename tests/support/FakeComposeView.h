@@ -9,16 +9,18 @@ public:
     void setTitle(const QString &title) override { titleText = title; }
     QStringList tokens() const override { return tokenTexts; }
     void setTokens(const QStringList &tokens) override { tokenTexts = tokens; }
+    void setTokensShown(bool shown) override { areTokensShown = shown; }
     void commitTokens() override { }
     void focusTitle() override { }
     void focusTokens() override { }
-    void setSaveButton(const Button &button) override { save = button; }
-    void setPublishButton(const Button &button) override { publish = button; }
-    void setCalendarButton(const Button &button) override { calendar = button; }
-    void setDeleteToolTip(const QString &toolTip) override { deleteToolTip = toolTip; }
+    void setButtons(const PostButtons &shown) override { buttons = shown; }
     void setActionsEnabled(bool enabled) override { actionsEnabled = enabled; }
     void setSelectionStyle(const SelectionStyle &newStyle) override { style = newStyle; }
-    void setNotice(const QString &text) override { notice = text; }
+    void setNotice(const QString &text, const QString &action) override
+    {
+        notice = text;
+        noticeAction = action;
+    }
     void setSaveState(const QString &text) override { saveState = text; }
     void hidePopupWindows() override { deleteQuestion.clear(); }
     void showLoadingView(const QString &newHeading, const QString &newStep, const QString &newBlogName) override
@@ -34,13 +36,18 @@ public:
     }
     void setUploadProgress(float newProgress) override { progress = newProgress; }
     void hideLoadingView() override { isLoading = false; }
-    void showDeleteAlert(const QString &question, const QString &title) override
+    void showDeleteAlert(const QString &question, const QString &title, const QString &text) override
     {
         deleteQuestion = u"%1 \"%2\""_qs.arg(question, title);
+        deleteText = text;
     }
-    void showAddLinkSheet(const QString &url, const QString &tooltip, bool newWindow) override
+    QCoro::Task<LinkAnswer> askForLink(PageLink link) override
     {
-        link = u"%1 %2 %3"_qs.arg(url, tooltip).arg(newWindow);
+        askedLinks.append(link);
+        if (whileAsking)
+            whileAsking();
+        const LinkAnswer answer = linkAnswer;
+        co_return answer;
     }
     QCoro::Task<QUrl> chooseMedia() override
     {
@@ -63,12 +70,16 @@ public:
 
     QString titleText;
     QStringList tokenTexts;
-    Button save, publish, calendar;
-    QString deleteToolTip, notice, saveState, heading, step, blogName, deleteQuestion, link;
+    PostButtons buttons;
+    QList<PageLink> askedLinks;
+    LinkAnswer linkAnswer;
+    std::function<void()> whileAsking; ///< what happens while the link sheet is up
+    QString notice, noticeAction, saveState, heading, step, blogName, deleteQuestion, deleteText;
     SelectionStyle style;
     QUrl media;
     float progress = 0;
     bool actionsEnabled = true;
+    bool areTokensShown = true;
     bool isLoading = false;
     bool isEditingTitle = false;
 };

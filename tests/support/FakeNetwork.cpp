@@ -66,11 +66,15 @@ private:
             setRawHeader("Date",
                 QLocale::c().toString(m_answer.date, QStringLiteral("ddd, dd MMM yyyy hh:mm:ss 'GMT'")).toLatin1());
         setHeader(QNetworkRequest::ContentLengthHeader, m_answer.body.size());
+        if (!m_answer.location.isEmpty())
+            setAttribute(QNetworkRequest::RedirectionTargetAttribute, QUrl(m_answer.location));
         m_arrived = m_answer.body;
         if (m_answer.status >= 400)
             setError(m_answer.status == 404 ? ContentNotFoundError : UnknownContentError, u"status"_qs);
         const QPointer<FakeReply> self(this); // whoever hears of the head may end the transfer
         Q_EMIT metaDataChanged();
+        if (self && !m_arrived.isEmpty() && !isFinished())
+            Q_EMIT downloadProgress(m_arrived.size(), m_arrived.size());
         if (self && !m_arrived.isEmpty() && !isFinished())
             Q_EMIT readyRead();
         if (!self || isFinished())

@@ -12,6 +12,7 @@ struct FakeAnswer {
     QNetworkReply::NetworkError error = QNetworkReply::NoError; ///< the connection breaks instead
     bool held = false; ///< not before FakeNetwork::release()
     QDateTime date = {}; ///< that the reply bears; invalid: none
+    QString location = {}; ///< where the reply sends on to
 };
 
 /// What a host was asked.

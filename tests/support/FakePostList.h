@@ -12,7 +12,6 @@ public:
     };
 
     void updatePosts() override { ++updates; }
-    void updatePostsAndSelectRow(int row) override { selectedRow = row; }
     void updatePostsAndSelectPreviousPost() override
     {
         ++updates;
@@ -24,7 +23,7 @@ public:
         updated.append({post, row, previousLocalURL});
     }
     void deselectRow() override { selectedRow = -1; }
-    void selectPostFromLocalFileURL(const QUrl &) override { }
+    void selectPostFromLocalFileURL(const QUrl &url) override { selectedFile = url; }
     void showLoadingView() override
     {
         ++loadings;
@@ -33,10 +32,14 @@ public:
     void hideLoadingView() override { isLoading = false; }
     void showSyncingLoading() override { isSyncing = true; }
     void hideSyncingLoading() override { isSyncing = false; }
+    void showSyncFailure(const QString &text) override { syncFailure = text; }
+    void hideSyncFailure() override { syncFailure.clear(); }
 
     QList<Update> updated;
     QList<LocalPostPtr> deleted;
     int selectedRow = -1;
+    QUrl selectedFile;
+    QString syncFailure; ///< the quiet line
     int updates = 0;
     int loadings = 0;
     bool isLoading = false;

@@ -16,8 +16,7 @@ TestEnvironment::TestEnvironment()
 
 ZLServiceEnvironment TestEnvironment::serviceEnvironment()
 {
-    return {connections, keychain, files, notifications, clock, [this] { return context.get(); },
-        [this] { return currentDocument; }};
+    return {connections, keychain, files, notifications, clock, documents, [this] { return context.get(); }};
 }
 
 AccountPtr TestEnvironment::addAccount(

@@ -20,7 +20,7 @@ public:
     ZLNotifications notifications;
     ZLClock clock;
     std::unique_ptr<ZLManagedObjectContext> context;
-    DocumentPtr currentDocument; ///< what counts as the document on the screen
+    ZLDocumentController documents;
 
     ZLServiceEnvironment serviceEnvironment();
 

@@ -20,7 +20,8 @@ Tour::Tour(const TourOptions &options, TourScreen &screen, const QString &dataHo
 
 QStringList Tour::allSteps()
 {
-    return {"connect", "list", "open-all", "new", "image", "update", "draft", "delete"};
+    return {"connect", "list", "open-all", "new", "image", "update", "draft", "delete", "conflict", "private",
+        "two-blogs", "offline"};
 }
 
 bool Tour::run()
@@ -50,7 +51,9 @@ QString Tour::failureOf(const QString &step)
 {
     static const QHash<QString, void (Tour::*)()> steps = {{"connect", &Tour::connectBlog}, {"list", &Tour::checkList},
         {"open-all", &Tour::openAll}, {"new", &Tour::writeNew}, {"image", &Tour::publishPicture},
-        {"update", &Tour::updateBlockPost}, {"draft", &Tour::saveDraft}, {"delete", &Tour::deletePost}};
+        {"update", &Tour::updateBlockPost}, {"draft", &Tour::saveDraft}, {"delete", &Tour::deletePost},
+        {"conflict", &Tour::answerConflicts}, {"private", &Tour::updatePrivate}, {"two-blogs", &Tour::useTwoBlogs},
+        {"offline", &Tour::publishOffline}};
     if (!steps.contains(step))
         return "there is no step of this name; known are " + allSteps().join(", ");
     try {

@@ -13,6 +13,9 @@ struct TourOptions {
     QString password;
     QString out;
     QStringList steps;
+    QUrl second; ///< another blog, with the same name and user
+    QString control; ///< the program that takes the first blog's web server away and starts it again,
+    QString folder; ///< which knows it by this folder
 };
 
 /// A walk through the program's main job against a real blog. Each step drives the windows as a person would, then
@@ -34,6 +37,16 @@ private:
     void updateBlockPost();
     void saveDraft();
     void deletePost();
+    void answerConflicts();
+    void updatePrivate();
+    void useTwoBlogs();
+    void publishOffline();
+
+    void connectTo(const QUrl &blog);
+    void addWords(const QString &title, const QString &words);
+    QString newPostOnBlog(const QString &title, const QString &status);
+    void copyToOtherBlog(const QString &title);
+    void switchBlog(const char *onOrOff);
 
     /// Runs one step; its failure, or an empty text.
     QString failureOf(const QString &step);

@@ -6,12 +6,15 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTextEdit>
+#include <QToolButton>
 #include <QWebEngineView>
 
 namespace {
@@ -113,7 +116,40 @@ QStringList TourScreen::rowTitles()
     return titles;
 }
 
+void TourScreen::chooseCommand(const QString &action)
+{
+    auto *command = m_window.findChild<QAction *>(action);
+    if (!command || !command->isEnabled())
+        throw TourFailure("the menu offers no " + action);
+    command->trigger();
+}
+
+void TourScreen::chooseBlog(int index)
+{
+    auto *selector = qobject_cast<QToolButton *>(widget("blogSelector"));
+    QAction *blog = selector->menu()->actions().value(index);
+    if (!blog)
+        throw TourFailure("the selector has no blog " + QString::number(index));
+    blog->trigger();
+}
+
 void TourScreen::clickRow(const QString &title)
+{
+    const QRect place = rowRect(title);
+    auto *list = qobject_cast<QAbstractItemView *>(widget("postList"));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place.center());
+}
+
+void TourScreen::openRowMenu(const QString &title)
+{
+    const QPoint place = rowRect(title).center();
+    auto *list = qobject_cast<QAbstractItemView *>(widget("postList"));
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, list->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(list->viewport(), &event);
+    waitFor("the row's menu", [] { return QApplication::activePopupWidget(); });
+}
+
+QRect TourScreen::rowRect(const QString &title)
 {
     auto *list = qobject_cast<QAbstractItemView *>(widget("postList"));
     const auto row = int(rowTitles().indexOf(title));
@@ -121,7 +157,7 @@ void TourScreen::clickRow(const QString &title)
         throw TourFailure("the list has no row “" + title + "”");
     const QModelIndex index = list->model()->index(row, 0);
     list->scrollTo(index);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(index).center());
+    return list->visualRect(index);
 }
 
 QString TourScreen::shownTitle()
@@ -204,8 +240,22 @@ QString TourScreen::alertText()
             [&text](const QString &part) { return text.contains(part); });
         if (!isExpected)
             return text;
+        dismissAlert();
+    }
+    return {};
+}
+
+QString TourScreen::dismissAlert()
+{
+    for (QLabel *label : m_window.findChildren<QLabel *>("alertMessage")) {
+        if (!label->isVisible())
+            continue;
+        QStringList texts;
+        for (QLabel *part : label->parentWidget()->findChildren<QLabel *>())
+            texts.append(part->text());
         if (auto *button = label->parentWidget()->findChild<QAbstractButton *>())
             QTest::mouseClick(button, Qt::LeftButton);
+        return texts.join(' ');
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -43,10 +44,13 @@ public:
     void type(const QString &field, const QString &text); ///< replaces what the field holds
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier); ///< where the focus is
     void shortcut(const QString &sequence); ///< of the main window's menu
+    void chooseCommand(const QString &action); ///< the same by its object name
+    void chooseBlog(int index); ///< in the selector
 
     // the post list
     QStringList rowTitles();
     void clickRow(const QString &title);
+    void openRowMenu(const QString &title); ///< which is the active popup then
 
     // the editor page
     QString shownTitle();
@@ -61,8 +65,11 @@ public:
     /// The text of the alert on the screen; null when there is none, or one that was expected, which it dismisses.
     QString alertText();
     void expectAlert(const QString &containing);
+    /// Takes the alert off the screen and gives its text; null when there is none.
+    QString dismissAlert();
 
 private:
+    QRect rowRect(const QString &title);
     QWebEngineView *page();
     QWidget &m_window;
     QString m_pictures;

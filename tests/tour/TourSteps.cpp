@@ -70,7 +70,12 @@ void Tour::connectBlog()
 {
     m_screen.activate();
     m_screen.expectAlert("keychain"); // where the desktop has none
-    m_screen.type("blogURLField", m_options.url.toString());
+    connectTo(m_options.url);
+}
+
+void Tour::connectTo(const QUrl &blog)
+{
+    m_screen.type("blogURLField", blog.toString());
     m_screen.press(Qt::Key_Return);
     m_screen.type("usernameField", m_options.user);
     m_screen.type("passwordField", m_options.password);

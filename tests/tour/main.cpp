@@ -37,10 +37,13 @@ TourOptions parsed(const QStringList &arguments)
     parser.addHelpOption();
     parser.addOptions({{"url", "The blog's address.", "U"}, {"user", "A user who may publish.", "N"},
         {"password", "The user's password.", "P"}, {"out", "Folder for the screenshots.", "DIR", "build/tour"},
+        {"second", "The address of another blog for the same user.", "U"},
+        {"control", "The script that runs the demo blog.", "FILE"}, {"folder", "The demo blog's folder.", "DIR"},
         {"steps", "Comma-separated; default: " + Tour::allSteps().join(','), "S", Tour::allSteps().join(',')}});
     parser.process(arguments);
     const TourOptions options{QUrl(parser.value("url")), parser.value("user"), parser.value("password"),
-        parser.value("out"), parser.value("steps").split(',', Qt::SkipEmptyParts)};
+        parser.value("out"), parser.value("steps").split(',', Qt::SkipEmptyParts), QUrl(parser.value("second")),
+        parser.value("control"), parser.value("folder")};
     if (options.url.host().isEmpty() || options.user.isEmpty() || options.password.isEmpty())
         parser.showHelp(2);
     return options;
@@ -58,7 +61,7 @@ int main(int argc, char **argv)
     const TourOptions options = parsed(application.arguments());
     bool held = false;
     {
-        ZLProgram program(ZLProgram::Options{QString()}); // the tour tells nobody of the blog
+        ZLProgram program;
         program.start();
         TourScreen screen(program.window(), options.out);
         held = Tour(options, screen, home.path() + "/data").run();

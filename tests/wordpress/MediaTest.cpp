@@ -1,6 +1,6 @@
+#include "support/TestClasses.h"
 #include "support/TestEnvironment.h"
 #include "wordpress/MediaUpload.h"
-#include "wordpress/ServiceFixture.h"
 #include "wordpress/TestPictures.h"
 
 /// Pictures are written anew on their way to the blog.
@@ -57,18 +57,6 @@ private Q_SLOTS:
         TestEnvironment environment;
         environment.addCachedFile(u"a.png"_qs, bytes);
         QVERIFY(!MediaUpload::encodedFile(environment.files.cacheFolder() + u"/a.png"_qs));
-    }
-
-    void uploadsAPictureFromMemory()
-    {
-        ServiceFixture f;
-        f.service->uploadImage(TestPictures::png(4, 3));
-        QTRY_COMPARE(f.blog.media.size(), 1);
-        QCOMPARE(f.parameters(f.blog.calls[0]),
-            u"[\"\", \"ada\", \"secret\", {\"name\": \"base64img.jpg\", \"type\": \"image/jpeg\", "
-            "\"bits\": <%1 bytes>, \"overwrite\": \"0\"}]"_qs.arg(f.blog.media[0].bytes.size()));
-        QCOMPARE(TestPictures::facts(f.blog.media[0].bytes), u"jpeg 4x3"_qs);
-        QTRY_COMPARE(f.journal(), QStringList{u"uploaded "_qs + f.blog.media[0].url});
     }
 };
 

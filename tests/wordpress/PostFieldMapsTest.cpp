@@ -43,7 +43,8 @@ private Q_SLOTS:
         QCOMPARE(post->URL, u"http://blog.test/?p=42&x=ü"_qs);
         QCOMPARE(post->type, int(ZLWordpressPost::Page));
         QCOMPARE(post->slug, u"tea"_qs);
-        QCOMPARE(post->taxonomies, (QList<ZLTaxonomy>{{u"R&D"_qs, {}, 0}, {u"5 > 4"_qs, {}, 1}, {u"Quote"_qs, {}, 1}}));
+        // A post format and a taxonomy of a plug-in are no terms of the writer's.
+        QCOMPARE(post->taxonomies, (QList<ZLTaxonomy>{{u"R&D"_qs, u"4"_qs, 0}, {u"5 > 4"_qs, u"4"_qs, 1}}));
     }
 
     void mapsAMetaWeblogStruct()
@@ -87,21 +88,24 @@ private Q_SLOTS:
 
     void readsStatuses_data()
     {
-        const TestTable<QString, int> row({"word", "status"});
-        row("publish", u"publish"_qs, 2);
-        row("future", u"future"_qs, 2);
-        row("draft", u"draft"_qs, 1);
-        row("pending", u"pending"_qs, 1);
-        row("private", u"private"_qs, 1);
-        row("unknown", u"inherit"_qs, 0);
+        const TestTable<QString, int, QString> row({"word", "status", "blogStatus"});
+        row("publish", u"publish"_qs, 2, {});
+        row("future", u"future"_qs, 2, {});
+        row("private", u"private"_qs, 2, u"private"_qs);
+        row("draft", u"draft"_qs, 1, {});
+        row("pending", u"pending"_qs, 1, u"pending"_qs);
+        row("unknown", u"inherit"_qs, 0, {});
     }
 
     void readsStatuses()
     {
         QFETCH(QString, word);
         const XMLRPCStruct reply{{u"post_status"_qs, word}};
-        QTEST(PostFieldMaps::postFromWPGetPostResponse(reply)->status, "status");
-        QTEST(PostFieldMaps::postFromResponse(reply)->status, "status");
+        for (const PostPtr &post :
+            {PostFieldMaps::postFromWPGetPostResponse(reply), PostFieldMaps::postFromResponse(reply)}) {
+            QTEST(post->status, "status");
+            QTEST(post->blogStatus, "blogStatus");
+        }
     }
 
     void readsFlags_data()

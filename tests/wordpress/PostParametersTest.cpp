@@ -12,12 +12,18 @@ class PostParametersTest : public QObject {
 private Q_SLOTS:
     void sendsStatuses_data()
     {
-        const TestTable<int, QString, QString> row({"status", "wp", "metaWeblog"});
-        row("new", 0, u"publish"_qs, u"publish"_qs);
-        row("draft", 1, u"draft"_qs, u"draft"_qs);
-        row("published", 2, u"publish"_qs, u"publish"_qs);
-        row("note", 3, u"publish"_qs, u"draft"_qs);
-        row("none", -1, u"draft"_qs, u"draft"_qs);
+        const TestTable<int, QString, QString, QString> row({"status", "blogStatus", "wp", "metaWeblog"});
+        const QString publish = u"publish"_qs;
+        const QString draft = u"draft"_qs;
+        row("new", 0, {}, publish, publish);
+        row("draft", 1, {}, draft, draft);
+        row("published", 2, {}, publish, publish);
+        row("private", 2, u"private"_qs, u"private"_qs, publish);
+        row("pending", 1, u"pending"_qs, u"pending"_qs, draft);
+        row("pending and published now", 2, u"pending"_qs, publish, publish);
+        row("private and a draft now", 1, u"private"_qs, draft, draft);
+        row("note", 3, {}, publish, draft);
+        row("none", -1, {}, draft, draft);
     }
 
     void sendsStatuses()
@@ -25,6 +31,8 @@ private Q_SLOTS:
         ZLWordpressPost post;
         QFETCH(int, status);
         post.status = status;
+        QFETCH(QString, blogStatus);
+        post.blogStatus = blogStatus;
         const XMLRPCValue wp = PostParameters::forWPPost(post, {nullptr, noImages});
         QTEST(wp[u"post_status"].string(), "wp");
         QTEST(XMLRPCValue(PostParameters::forPost(post))[u"post_status"].string(), "metaWeblog");
@@ -68,8 +76,11 @@ private Q_SLOTS:
         ZLWordpressPost post;
         post.setTaxonomiesFromStringArray(taxonomies);
         post.taxonomies.append({u"of no known kind"_qs, {}, 7});
-        const XMLRPCStruct content =
-            PostParameters::forWPPost(post, {hasAccount ? account : nullptr, noImages, isUpdate, byName});
+        const XMLRPCStruct content = PostParameters::forWPPost(post,
+            {.account = hasAccount ? account : nullptr,
+                .syncedWPImages = noImages,
+                .isUpdate = isUpdate,
+                .termsByName = byName});
         QTEST(XMLRPCDocuments::described(*content.find(u"terms")), "terms");
         QTEST(XMLRPCDocuments::described(*content.find(u"terms_names")), "names");
         QFETCH(QString, terms);
@@ -86,6 +97,70 @@ private Q_SLOTS:
         post.title = u"T"_qs;
         post.slug = u"own"_qs;
         QCOMPARE(PostParameters::forWPPost(post, {nullptr, noImages}).find(u"post_name")->string(), u"own"_qs);
+    }
+
+    void sendsWhatTheWriterChanged_data()
+    {
+        const TestTable<std::function<void(ZLWordpressPost &)>, QString> row({"change", "sent"});
+        row("nothing", [](auto &) {}, {});
+        row(
+            "title", [](auto &p) { p.title = u"New"_qs; }, u"\"post_title\": \"New\""_qs);
+        row(
+            "body", [](auto &p) { p.content = u"two"_qs; }, u"\"post_content\": \"two\""_qs);
+        row("seconds of the date", [](auto &p) { p.createdAt = p.createdAt.addSecs(-7); }, {});
+        row(
+            "date", [](auto &p) { p.createdAt = p.createdAt.addSecs(60); },
+            u"\"post_date_gmt\": @20240301T10:01:07"_qs);
+        row(
+            "made a draft", [](auto &p) { p.status = ZLWordpressPost::Draft; }, u"\"post_status\": \"draft\""_qs);
+        row("order of terms", [](auto &p) { std::reverse(p.taxonomies.begin(), p.taxonomies.end()); }, {});
+        row(
+            "a tag more",
+            [](auto &p) {
+                p.taxonomies.append({u"blue"_qs, {}, ZLTaxonomy::Tag});
+            },
+            u"\"terms\": {\"post_tag\": [\"6\"]}, \"terms_names\": {\"post_tag\": [\"blue\"]}"_qs);
+        row(
+            "no tag", [](auto &p) { p.taxonomies.removeLast(); },
+            u"\"terms\": {\"post_tag\": []}, \"terms_names\": {}"_qs);
+        row(
+            "a category more beside two of one name",
+            [](auto &p) {
+                p.taxonomies.append({u"Tea"_qs, {}, ZLTaxonomy::Category});
+            },
+            u"\"terms\": {\"category\": [\"11\", \"12\"]}, \"terms_names\": {\"category\": [\"Tea\"]}"_qs);
+        row(
+            "slug", [](auto &p) { p.slug = u"new"_qs; }, u"\"post_name\": \"new\""_qs);
+        row(
+            "comments", [](auto &p) { p.allowComments = false; }, u"\"comment_status\": \"closed\""_qs);
+        row(
+            "pings", [](auto &p) { p.allowPingback = false; }, u"\"ping_status\": \"closed\""_qs);
+        row(
+            "featured picture", [](auto &p) { p.featuredImageId = u"9"_qs; }, u"\"post_thumbnail\": \"9\""_qs);
+    }
+
+    void sendsWhatTheWriterChanged()
+    {
+        QFETCH(std::function<void(ZLWordpressPost &)>, change);
+        ZLWordpressPost post;
+        post.title = u"T"_qs;
+        post.content = u"one"_qs;
+        post.slug = u"t"_qs;
+        post.status = ZLWordpressPost::Publish;
+        post.createdAt = QDateTime(QDate(2024, 3, 1), QTime(10, 0, 7), Qt::UTC);
+        post.taxonomies = {{u"News"_qs, u"11"_qs, 0}, {u"News"_qs, u"12"_qs, 0}, {u"green"_qs, u"6"_qs, 1}};
+        post.synced = std::make_shared<ZLWordpressPost>(post);
+        change(post);
+        const XMLRPCStruct content =
+            PostParameters::forWPPost(post, {.account = nullptr, .syncedWPImages = noImages, .isUpdate = true});
+        QFETCH(QString, sent);
+        QCOMPARE(XMLRPCDocuments::described(content), u'{' + sent + u'}');
+        // What is not known to be there goes out whole.
+        post.synced.reset();
+        QCOMPARE(PostParameters::forWPPost(post, {.account = nullptr, .syncedWPImages = noImages, .isUpdate = true})
+                     .members()
+                     .size(),
+            size_t(11));
     }
 
     void sendsTheBodyAsThePageGaveIt()
@@ -110,7 +185,7 @@ private Q_SLOTS:
         QCOMPARE(XMLRPCDocuments::described(PostParameters::forPost(post)),
             u"{\"title\": \"T\", \"description\": \"c\", \"date_created_gmt\": @20240301T10:00:00, "
             "\"post_status\": \"publish\", \"post_type\": \"page\", \"categories\": [\"News\"], "
-            "\"mt_keywords\": [\"green\"], \"wp_slug\": \"T\", \"mt_allow_comments\": \"closed\", "
+            "\"mt_keywords\": [\"green\"], \"mt_allow_comments\": \"closed\", "
             "\"mt_allow_pings\": \"open\"}"_qs);
     }
 };

@@ -10,8 +10,6 @@ class RecordingDelegate : public ZLWordpressServiceDelegate {
 public:
     QStringList journal;
     PostPtr remote; ///< of the last publication
-    QList<ZLTaxonomy> taxonomies;
-    XMLRPCValue struct_; ///< options, profile or blogs
     ZLError error; ///< of the last failure
     QList<float> progress;
     std::function<void()> onFailure = [] {}; ///< run inside the failure calls
@@ -21,15 +19,6 @@ public:
         journal.append(what + u' ' + (post ? post->title : u"nothing"_qs));
     }
 
-    void didReconnectAccount(ZLWordpressService *, const AccountPtr &account) override
-    {
-        journal.append(u"reconnected "_qs + (account ? account->name : QString()));
-    }
-    void didGetTaxonomies(ZLWordpressService *, const QList<ZLTaxonomy> &list) override
-    {
-        taxonomies = list;
-        journal.append(u"got taxonomies"_qs);
-    }
     void didSyncBlogWithName(ZLWordpressService *, const QString &name) override
     {
         journal.append(u"synced "_qs + name);
@@ -45,10 +34,6 @@ public:
         error = failure;
         onFailure();
     }
-    void didGetPosts(ZLWordpressService *, const QList<PostPtr> &posts) override
-    {
-        journal.append(u"got %1 posts"_qs.arg(posts.size()));
-    }
     void didPublishPost(ZLWordpressService *, const PostPtr &post, const PostPtr &original) override
     {
         remote = post;
@@ -57,30 +42,14 @@ public:
     void didUpdatePost(ZLWordpressService *, const PostPtr &post) override { note(u"updated"_qs, post); }
     void didPublishDraftPost(ZLWordpressService *, const PostPtr &post) override { note(u"published draft"_qs, post); }
     void didDeletePost(ZLWordpressService *, const PostPtr &post) override { note(u"deleted"_qs, post); }
-    void didUploadImage(ZLWordpressService *, const QUrl &url) override
-    {
-        journal.append(u"uploaded "_qs + url.toString());
-    }
-    void didCreateCategory(ZLWordpressService *, const QString &name) override
-    {
-        journal.append(u"created category "_qs + name);
-    }
-    void didGetProfile(ZLWordpressService *, const XMLRPCValue &value) override { got("profile", value); }
-    void didGetUserBlogs(ZLWordpressService *, const XMLRPCValue &value) override { got("blogs", value); }
-    void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &value) override { got("options", value); }
+    void didFindConflict(ZLWordpressService *, const PostPtr &post) override { note(u"conflict:"_qs, post); }
+    void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &) override { journal.append(u"got options"_qs); }
     void makePreviewTemplateForPost(const PostPtr &post) override
     {
         remote = post;
         note(u"preview of"_qs, post);
     }
     void didSendBodyData(ZLWordpressService *, const PostPtr &, float fraction) override { progress.append(fraction); }
-
-private:
-    void got(const char *what, const XMLRPCValue &value)
-    {
-        struct_ = value;
-        journal.append(u"got "_qs + QLatin1String(what));
-    }
 };
 
 /// A pretended blog and a service connected to it, whose notifications go into the delegate's journal as well.

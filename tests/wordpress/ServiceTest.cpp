@@ -63,25 +63,10 @@ private Q_SLOTS:
         const TestTable<QString, QString, QStringList, Action> row({"method", "parameters", "journal", "action"});
         const QString login = u"\"\", \"ada\", \"secret\""_qs;
         row("options", u"wp.getOptions"_qs, login, {u"got options"_qs}, [](auto &s) { s.getOptions(); });
-        row("login", u"wp.getOptions"_qs, login, {u"reconnected ada"_qs, u"synced Ada"_qs},
-            [](auto &s) { s.reconnect(); });
-        row("profile", u"wp.getProfile"_qs, login, {u"got profile"_qs}, [](auto &s) { s.getProfile(); });
-        row("blogs", u"wp.getUsersBlogs"_qs, u"\"ada\", \"secret\""_qs, {u"got blogs"_qs},
-            [](auto &s) { s.getUserBlogs(); });
-        row("recent posts end a round, as no call is under way", u"metaWeblog.getRecentPosts"_qs, login + u", 50"_qs,
-            {u"synced Ada"_qs, u"got 1 posts"_qs}, [](auto &s) { s.getPosts(); });
-        row("post that is not there", u"metaWeblog.getPost"_qs, u"\"8\", \"ada\", \"secret\""_qs,
-            {u"request 1 failed: Response error 404"_qs}, [](auto &s) { s.getPost(u"8"_qs); });
-        row("post, original", u"wp.getPost"_qs, login + u", \"7\""_qs, {u"published T"_qs, u"note: published T"_qs},
-            [](auto &s) { s.getPost(u"7"_qs, numbered()); });
         row("delete", u"wp.deletePost"_qs, login + u", \"7\""_qs, {u"deleted T"_qs},
             [](auto &s) { s.deletePost(numbered()); });
         row("delete a preview", u"wp.deletePost"_qs, login + u", \"7\""_qs, {},
             [](auto &s) { s.deletePostForPreview(numbered()); });
-        row("taxonomies", u"metaWeblog.getCategories"_qs, login, {u"got taxonomies"_qs},
-            [](auto &s) { s.getTaxonomies(); });
-        row("category", u"wp.newCategory"_qs, login + u", {\"name\": \"Tea\"}"_qs, {u"created category Tea"_qs},
-            [](auto &s) { s.newCategory(u"Tea"_qs); });
     }
 
     void sendsEachCallAndTellsTheAnswer()
@@ -91,39 +76,12 @@ private Q_SLOTS:
         ServiceFixture f;
         f.blog.posts[u"7"_qs].id = u"7"_qs;
         f.blog.posts[u"7"_qs].title = u"T"_qs;
-        for (const QString &method : {u"wp.getProfile"_qs, u"wp.getUsersBlogs"_qs})
-            f.blog.answerWith(method, XMLRPCStruct{{u"a"_qs, u"b"_qs}});
-        f.blog.answerWith(u"metaWeblog.getRecentPosts"_qs, XMLRPCArray{XMLRPCStruct{{u"postid"_qs, 7}}});
         action(*f.service);
         f.settle();
         QTEST(f.journal(), "journal");
         QTEST(f.blog.calls.value(0).method, "method");
         QCOMPARE(f.parameters(f.blog.calls[0]), u'[' + parameters + u']');
         QCOMPARE(f.blog.protocolErrors, QStringList());
-    }
-
-    void keepsThePasswordAfterALogin_data()
-    {
-        QTest::addColumn<int>("automatically"); // -1: never set
-        QTest::addColumn<QString>("kept");
-        QTest::newRow("wanted") << 1 << u"new"_qs;
-        QTest::newRow("not wanted") << 0 << u"secret"_qs;
-        QTest::newRow("never set") << -1 << u"secret"_qs;
-    }
-
-    void keepsThePasswordAfterALogin()
-    {
-        QFETCH(int, automatically);
-        ServiceFixture f;
-        f.account->preferences->login_automatically =
-            automatically < 0 ? std::optional<bool>() : std::optional<bool>(automatically == 1);
-        f.blog.password = f.service->password = u"new"_qs;
-        f.service->reconnect();
-        QTRY_COMPARE(f.journal(), (QStringList{u"reconnected ada"_qs, u"synced Ada"_qs}));
-        QTEST(f.environment.keychain.passwordForService(
-                  ZLWordpressService::keychainService(), ZLWordpressService::keychainAccount(u"ada"_qs, f.blog.url())),
-            "kept");
-        QCOMPARE(f.blog.methods(), (QStringList{u"wp.getOptions"_qs, u"wp.getPosts"_qs, u"wp.getPosts"_qs}));
     }
 
     void tellsFailuresOfTheConnection_data()
@@ -133,8 +91,10 @@ private Q_SLOTS:
         row("wrong password", u"request 25 failed: Response error 403"_qs,
             [](auto &f) { f.service->password = u"no"_qs; });
         row("status", u"request 25 failed: HTTP 404"_qs, [=](auto &f) { f.blog.answerWithStatus(method, 404); });
-        row("no such host", u"request 25 failed: NSURLErrorDomain -1003"_qs,
-            [](auto &f) { f.service->changeApiURL(QUrl(u"http://nowhere.test/xmlrpc.php"_qs)); });
+        row("no such host", u"request 25 failed: NSURLErrorDomain -1003"_qs, [](auto &f) {
+            f.account->url = u"http://nowhere.test"_qs;
+            f.service = f.makeService(f.account);
+        });
         const QString unreadable = u"request 25 failed: NSURLErrorDomain -1017"_qs;
         row("not XML", unreadable, [=](auto &f) { f.blog.answerWithBytes(method, "<html><p>Hi"); });
         row("cut off", unreadable, [=](auto &f) { f.blog.answerCut(method, 200); });
@@ -168,16 +128,23 @@ private Q_SLOTS:
         QTEST(f.delegate.error.description, "told");
     }
 
-    void sendsLaterCallsToTheChangedAddress()
+    void tellsARefusedLoginFromOtherRefusals_data()
     {
-        ServiceFixture f;
-        FakeBlog other(u"other.test"_qs);
-        f.environment.network.addHost(other.host(), other);
-        f.service->changeApiURL(QUrl(u"http://other.test/xmlrpc.php"_qs));
-        f.service->getOptions();
-        QTRY_COMPARE(f.journal(), QStringList{u"got options"_qs});
-        QCOMPARE(other.methods(), QStringList{u"wp.getOptions"_qs});
-        QCOMPARE(f.blog.calls.size(), 0);
+        const TestTable<ZLError, int, bool> row({"error", "type", "isLogin"});
+        const QString fault = u"Response error"_qs;
+        row("login", {fault, 403, {}}, ZLWordpressServiceRequestTypeSyncPosts, true);
+        row("login at publishing", {fault, 403, {}}, ZLWordpressServiceRequestTypeUpdatePost, true);
+        row("another code for it", {fault, 425, {}}, ZLWordpressServiceRequestTypeGetOptions, true);
+        row("firewall", {u"HTTP"_qs, 403, {}}, ZLWordpressServiceRequestTypeSyncPosts, false);
+        row("role", {fault, 401, {}}, ZLWordpressServiceRequestTypeSyncPosts, false);
+        row("a blog without tags", {fault, 403, {}}, ZLWordpressServiceRequestTypeSyncTags, false);
+    }
+
+    void tellsARefusedLoginFromOtherRefusals()
+    {
+        QFETCH(ZLError, error);
+        QFETCH(int, type);
+        QTEST(isRefusedLogin(error, type), "isLogin");
     }
 
     void mayBeLetGoInsideItsOwnCallback()
@@ -193,7 +160,8 @@ private Q_SLOTS:
     void dropsRepliesAfterItsEnd()
     {
         ServiceFixture f;
-        for (const QString &method : {u"wp.getPosts"_qs, u"wp.getPosts"_qs, u"wp.getOptions"_qs})
+        f.service->syncCategoriesAndPublishPost(numbered(), ZLWordpressService::Update);
+        for (const QString &method : {u"wp.editPost"_qs, u"wp.getPosts"_qs, u"wp.getPosts"_qs, u"wp.getOptions"_qs})
             f.blog.answerLate(method);
         f.service->syncBlogPosts();
         f.service->getOptions();
@@ -201,7 +169,7 @@ private Q_SLOTS:
         f.environment.network.release();
         f.settle();
         QCOMPARE(f.journal(), QStringList());
-        QCOMPARE(f.blog.calls.size(), 3);
+        QCOMPARE(f.blog.calls.size(), 4);
     }
 };
 

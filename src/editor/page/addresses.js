@@ -13,7 +13,7 @@ const PLAIN_PICTURES = new Set(['background-image', 'list-style-image', 'border-
 
 /** Whether a style attribute would fetch something in a way that gives this program away. */
 export function fetchesInCORSMode(style) {
-    for (const property of style) {
+    for (const property of Array.from(style)) {
         const value = style.getPropertyValue(property);
         if (property.startsWith('--') || value === '') // a variable, or what hangs on one
             return true;

@@ -1,6 +1,7 @@
 #include "PageFixture.h"
 #include "editor/PageColumn.h"
 
+#include <QAction>
 #include <QCoroTask>
 #include <QSignalSpy>
 
@@ -388,6 +389,22 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), u"<h2>TopX h1 story</h2>\n\ntext"_qs);
         m_page.putCursorBehind(u"text"_qs);
         QTRY_COMPARE(m_page.evaluate(badge).toString(), QString());
+    }
+
+    void keysOfTheProgramReachIt()
+    {
+        QAction link(m_page.view.get());
+        link.setShortcut(QKeySequence(u"Ctrl+K"_qs));
+        m_page.view->addAction(&link);
+        QSignalSpy triggered(&link, &QAction::triggered);
+        const QString stored = u"a word here"_qs;
+        m_page.load(stored);
+        m_page.select(u"word"_qs);
+        m_page.view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_page.view.get()));
+        m_page.press(Qt::Key_K, Qt::ControlModifier);
+        QCOMPARE(triggered.count(), 1);
+        QCOMPARE(m_page.body(), stored);
     }
 
     void undoShowsWhatItChanges()

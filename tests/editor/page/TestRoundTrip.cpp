@@ -54,6 +54,9 @@ private Q_SLOTS:
         rows("loose-classic",
             {"entity", "line break", "Quoted", "A heading", "right behind", "nested", "[gallery columns"});
         rows("loose-videos", {"Then text"});
+        rows("loose-players",
+            {"tell me", "Between", "in a sentence", "a last", "Under the", "keep", "and this", "a mark", "the picture",
+                "Stray", "Right"});
         rows("loose-elements", {"Centred", "in a div", "its ", "End"});
         rows("loose-unicode", {"Zürich"});
         rows("messy-tags", {"unquoted", "many blank"});

@@ -1,0 +1,64 @@
+#include "app/AddressLookup.h"
+
+#include "wordpress/ZLWordpressService.h"
+
+namespace {
+
+constexpr double patience = 30; // seconds
+constexpr int cannotParseResponse = -1017;
+
+Result<void> noWordpress()
+{
+    return failure(u"ZLNoWordpress"_qs, 0, u"There is no WordPress at this address."_qs);
+}
+
+bool isWordpress(const XMLRPCValue &methods)
+{
+    const XMLRPCArray names = methods.array();
+    return std::any_of(
+        names.begin(), names.end(), [](const XMLRPCValue &name) { return name.string() == u"wp.getOptions"; });
+}
+
+} // namespace
+
+std::shared_ptr<AddressLookup> AddressLookup::start(XMLRPCConnectionManager &connections, const QString &blogURL)
+{
+    const std::shared_ptr<AddressLookup> lookup(new AddressLookup);
+    const auto request = std::make_shared<XMLRPCRequest>(ZLWordpressService::apiURLOfBlog(blogURL));
+    request->setMethod(u"system.listMethods"_qs, {});
+    request->setTimeoutInterval(patience);
+    connections.spawnConnectionWithXMLRPCRequest(request, lookup);
+    return lookup;
+}
+
+AddressLookup::~AddressLookup()
+{
+    cancel();
+}
+
+void AddressLookup::cancel()
+{
+    finish(failure(u"ZLCancelled"_qs, 0, {}));
+}
+
+void AddressLookup::didReceiveResponse(const RequestPtr &, const ResponsePtr &response)
+{
+    // A refusal is an answer, too: some blogs do not list what they can do.
+    const bool answers = response && (response->isFault() || isWordpress(response->object()));
+    finish(answers ? Result<void>() : noWordpress());
+}
+
+void AddressLookup::didFailWithError(const RequestPtr &, const ZLError &error)
+{
+    const bool isMissing = error.domain == u"HTTP" && (error.code == 404 || error.code == 410);
+    const bool isPage = error.domain == u"NSURLErrorDomain" && error.code == cannotParseResponse;
+    finish(isMissing || isPage ? noWordpress() : failure(error));
+}
+
+void AddressLookup::finish(const Result<void> &result)
+{
+    if (std::exchange(m_isAnswered, true))
+        return;
+    m_answer.addResult(result);
+    m_answer.finish();
+}

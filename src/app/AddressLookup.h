@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/ZLError.h"
+#include "xmlrpc/XMLRPCConnectionManager.h"
+
+#include <QFuture>
+#include <QPromise>
+
+/// Looks whether there is a WordPress at an address, before a password is asked for: one call without any login.
+class AddressLookup : public XMLRPCConnectionDelegate, public std::enable_shared_from_this<AddressLookup> {
+public:
+    static std::shared_ptr<AddressLookup> start(XMLRPCConnectionManager &connections, const QString &blogURL);
+    ~AddressLookup() override;
+
+    /// Fails with the domain "ZLNoWordpress" where something else answers, with "ZLCancelled", or as the call failed.
+    QFuture<Result<void>> result() { return m_answer.future(); }
+    void cancel();
+
+    void didReceiveResponse(const RequestPtr &request, const ResponsePtr &response) override;
+    void didFailWithError(const RequestPtr &request, const ZLError &error) override;
+
+private:
+    AddressLookup() { m_answer.start(); }
+    void finish(const Result<void> &result);
+
+    QPromise<Result<void>> m_answer;
+    bool m_isAnswered = false;
+};

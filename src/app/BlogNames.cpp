@@ -1,0 +1,42 @@
+#include "app/BlogNames.h"
+
+#include "app/BlogAddress.h"
+
+namespace {
+
+/// What names the folder, roughly: a file system may not tell the cases apart, and a "/" becomes "-".
+QString folded(const QString &name)
+{
+    return QString(name).replace(u'/', u'-').toCaseFolded();
+}
+
+bool isTaken(const QString &name, const AccountPtr &account, const QList<AccountPtr> &accounts)
+{
+    return std::any_of(accounts.begin(), accounts.end(),
+        [&](const AccountPtr &other) { return other != account && folded(other->alias()) == folded(name); });
+}
+
+} // namespace
+
+QString BlogNames::freeName(const QString &wanted, const AccountPtr &account, const QList<AccountPtr> &accounts)
+{
+    QString name = wanted;
+    const QString host = BlogAddress::host(account->url);
+    for (int number = 1; isTaken(name, account, accounts); ++number)
+        name = number == 1 ? u"%1 (%2)"_qs.arg(wanted, host) : u"%1 (%2, %3)"_qs.arg(wanted, host).arg(number);
+    return name;
+}
+
+bool BlogNames::separate(const QList<AccountPtr> &accounts)
+{
+    bool isChanged = false;
+    for (qsizetype index = 1; index < accounts.size(); ++index) {
+        const AccountPtr &account = accounts[index];
+        const QString name = freeName(account->alias(), account, accounts.first(index));
+        if (name == account->alias())
+            continue;
+        account->blog_name = name;
+        isChanged = true;
+    }
+    return isChanged;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/ZLFileManager.h"
+#include "store/Account.h"
+
+/// Names of blogs name folders too, so that no two accounts may have the same.
+namespace BlogNames {
+/// A free name for the account: `wanted`, or with the blog's host behind it where another account files its posts under
+/// `wanted` already.
+QString freeName(const QString &wanted, const AccountPtr &account, const QList<AccountPtr> &accounts);
+/// Gives the later ones of accounts that share a name one of their own. Answers whether any was changed.
+bool separate(const QList<AccountPtr> &accounts);
+} // namespace BlogNames

@@ -1,0 +1,35 @@
+#include "compose/PostNotice.h"
+
+PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *document)
+{
+    if (document && document->isDamaged())
+        return {QStringLiteral("The file of this post cannot be read. It is left as it is until you write.")};
+    if (document && document->isInConflict())
+        return {QStringLiteral("This post was changed both here and on the blog. Both versions are kept."),
+            QStringLiteral("Choose…"), PostAction::AnswerConflict};
+    if (post.localPost && post.localPost->status == ZLLocalPostRepresentation::ConflictSolved)
+        return {QStringLiteral("This is a copy that was kept of two versions. It does not belong to the post on the "
+                               "blog."),
+            QStringLiteral("Publish as a New Post"), PostAction::PublishAsNew};
+    if (post.blogStatus == QLatin1String("private"))
+        return {QStringLiteral("This post is private. It stays so when you update it.")};
+    if (post.blogStatus == QLatin1String("pending"))
+        return {
+            QStringLiteral("This post waits for a review on the blog. \"Save\" leaves it waiting, \"Publish\" makes "
+                           "it public.")};
+    if (document && document->post.firstPublishBegan.isValid())
+        return ofUnclearUpload();
+    return {};
+}
+
+PostNotice PostNotice::ofUnclearUpload()
+{
+    return {QStringLiteral("The blog's answer could not be read; the post may be there. Before it is sent again, the "
+                           "blog is looked through for it.")};
+}
+
+PostNotice PostNotice::ofOtherTextOnBlog()
+{
+    return {QStringLiteral("The blog has changed the text of this post. Here it is as you sent it."),
+        QStringLiteral("Take the Blog's Version"), PostAction::TakeBlogVersion};
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "compose/PostAction.h"
+#include "model/ZLDocument.h"
+
+/// The quiet line over the post: what is special about it, and what can be done about that.
+struct PostNotice {
+    QString text = {}; ///< empty: there is nothing to say
+    QString button = {}; ///< the words of its button; empty: none
+    PostAction action = PostAction::None;
+
+    static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document);
+    /// After an upload whose answer could not be read.
+    static PostNotice ofUnclearUpload();
+    /// After an upload of which the blog has made another text.
+    static PostNotice ofOtherTextOnBlog();
+};

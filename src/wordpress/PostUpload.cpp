@@ -1,0 +1,510 @@
+#include "wordpress/PostUpload.h"
+
+#include "model/ZLDocumentController.h"
+#include "platform/ZLLog.h"
+#include "text/StoredText.h"
+#include "wordpress/LocalPictures.h"
+#include "wordpress/MediaUpload.h"
+#include "wordpress/PostChanges.h"
+#include "wordpress/PostFieldMaps.h"
+#include "wordpress/PostParameters.h"
+#include "wordpress/PostPictures.h"
+#include "wordpress/ZLWordpressService.h"
+#include "xmlrpc/TransferErrors.h"
+
+#include <QFileInfo>
+#include <numeric>
+
+using ServiceFailures::isCancelled;
+
+/// One sending of the post's content.
+struct ContentCall {
+    QString id; ///< of the post on the blog; empty: it is to be made
+    bool isWhole = false; ///< all goes out, whatever the blog is known to have
+    QDateTime ifNotModifiedSince = {}; ///< invalid: whatever happened on the blog meanwhile
+    bool termsByName = false;
+};
+
+namespace {
+constexpr int newestPosts = 20; // among which a post is looked for that may have been made
+
+ZLError uploadError(int code, const QString &text)
+{
+    return {QStringLiteral("ZLUpload"), code, text};
+}
+
+bool isOnTheWeb(const QString &address)
+{
+    const QString scheme = QUrl(address).scheme();
+    return scheme == QLatin1String("http") || scheme == QLatin1String("https");
+}
+
+bool isTrashed(const XMLRPCValue &post)
+{
+    return post[u"post_status"].string() == QLatin1String("trash");
+}
+
+XMLRPCStruct mediaStruct(const QString &path, const QByteArray &bits)
+{
+    return {{QStringLiteral("name"), QFileInfo(path).fileName()},
+        {QStringLiteral("type"), MediaUpload::mediaType(path)}, {QStringLiteral("bits"), bits}};
+}
+
+/// The blog's own word for the status that the post was sent with, where `status` tells it but roughly.
+QString blogStatus(const ZLWordpressPost &post)
+{
+    const QString word = PostChanges::statusWord(post);
+    return word == post.blogStatus ? word : QString();
+}
+
+/// Whether the blog has made of this post another text than it was sent.
+bool isOtherText(const ZLWordpressPost &sent, const ZLWordpressPost &onBlog)
+{
+    return !sameStoredText(sent.title, onBlog.title) || !sameStoredText(sent.content, onBlog.content);
+}
+
+bool isSame(const ZLWordpressPost &one, const ZLWordpressPost &other)
+{
+    const PostChanges::Fields fields = PostChanges::between(one, other);
+    const bool hasSameText = sameStoredText(one.title, other.title) && sameStoredText(one.content, other.content);
+    return hasSameText && !(fields & ~(PostChanges::Title | PostChanges::Content));
+}
+
+/// Whether this post of the blog is the one that was sent at `began`, when no answer came.
+bool mayBeFrom(const ZLWordpressPost &onBlog, const ZLWordpressPost &sent)
+{
+    if (onBlog.type != sent.type || !sameStoredText(onBlog.title, sent.title))
+        return false;
+    // A post that went without a date has that of the blog's clock, which need not be right.
+    constexpr qint64 clocksDifferBy = 3600;
+    if (sent.createdAt.isValid())
+        return onBlog.createdAt.secsTo(sent.createdAt) == 0;
+    return sent.firstPublishBegan.secsTo(onBlog.createdAt) > -clocksDifferBy;
+}
+} // namespace
+
+PostUpload::PostUpload(
+    PostPtr post, int kind, ZLWordpressService &service, const ZLServiceEnvironment &environment, SyncedImages &images)
+    : Upload(&service)
+    , m_post(std::move(post))
+    , m_kind(kind)
+    , m_service(service)
+    , m_environment(environment)
+    , m_images(images)
+    , m_calls(service, environment.connections)
+{
+}
+
+AccountPtr PostUpload::account() const
+{
+    return m_service.account;
+}
+
+QString PostUpload::blogName() const
+{
+    return m_service.blogName;
+}
+
+QUrl PostUpload::localFile() const
+{
+    return m_post->localPost ? m_post->localPost->localFile : m_post->localFile;
+}
+
+void PostUpload::start()
+{
+    run();
+}
+
+void PostUpload::cancel()
+{
+    end({UploadOutcome::Cancelled});
+}
+
+QCoro::Task<void> PostUpload::run()
+{
+    QCoro::Task<bool> sending = sendPictures();
+    const bool sent = co_await sending;
+    if (!sent)
+        co_return;
+    m_post->content = PostPictures::withAddressesOnTheBlog(m_post->content, m_images);
+    setStep(UploadingContent);
+    if (m_kind == ZLWordpressService::NewPost)
+        publishNew();
+    else
+        update();
+}
+
+QCoro::Task<bool> PostUpload::sendPictures()
+{
+    const QStringList addresses = PostPictures::localPictures(*m_post, m_environment.files);
+    for (const QString &address : addresses)
+        m_pictures.insert(address, m_images.syncedImages.contains(address) ? 1.0F : 0.0F);
+    if (!addresses.isEmpty())
+        setStep(SyncingImages);
+    std::vector<QCoro::Task<bool>> pictures;
+    for (const QString &address : addresses) {
+        if (hasEnded())
+            co_return false;
+        Q_EMIT m_environment.notifications.syncingImagesPostStatus(m_post);
+        if (!m_images.syncedImages.contains(address))
+            pictures.push_back(sendPicture(address));
+    }
+    for (QCoro::Task<bool> &picture : pictures) {
+        const bool sent = co_await picture;
+        if (!sent)
+            co_return false;
+    }
+    co_return !hasEnded();
+}
+
+QCoro::Task<bool> PostUpload::sendPicture(QString address)
+{
+    constexpr int type = ZLWordpressServiceRequestTypeUploadImageFromURL;
+    const QString path = LocalPictures::path(address);
+    const QString file = LocalPictures::file(address, m_environment.files);
+    const QString name = QFileInfo(path).fileName();
+    if (MediaUpload::mediaType(path).isNull()) {
+        fail(type,
+            uploadError(5, QStringLiteral("The picture %1 cannot be sent: only PNG, JPEG and GIF can.").arg(name)));
+        co_return false;
+    }
+    if (file.isNull()) {
+        fail(type, {QStringLiteral("ZLFile"), 2, QStringLiteral("The picture %1 could not be read.").arg(name)});
+        co_return false;
+    }
+    auto encoding = m_calls.work<QByteArray>([file] { return MediaUpload::encodedFile(file); });
+    const Result<QByteArray> bits = co_await encoding;
+    if (!bits && isCancelled(bits.error()))
+        co_return false;
+    if (!bits) {
+        fail(type,
+            {QStringLiteral("ZLFile"), 2,
+                QStringLiteral("The picture %1 could not be read: %2").arg(name, bits.error().description)});
+        co_return false;
+    }
+    const RequestPtr request =
+        m_calls.blogRequest(QStringLiteral("metaWeblog.newMediaObject"), {mediaStruct(path, *bits)});
+    auto sending = m_calls.send(request, [this, address](float progress) { didSendPicture(address, progress); });
+    const CallAnswer answer = co_await sending;
+    if (!answer && isCancelled(answer.error()))
+        co_return false;
+    if (!answer) {
+        fail(type, answer.error());
+        co_return false;
+    }
+    const XMLRPCValue &object = (*answer)->object();
+    const ZLWordpressImage image{object[u"url"].string(), object[u"id"].string()};
+    if (!isOnTheWeb(image.url)) {
+        fail(type,
+            image.url.isEmpty()
+                ? uploadError(
+                    3, QStringLiteral("The blog took the picture %1, but does not say where it is.").arg(name))
+                : uploadError(4,
+                    QStringLiteral("The blog took the picture %1, but names a place that is not on the web: %2")
+                        .arg(name, image.url)));
+        co_return false;
+    }
+    m_images.insert(address, image);
+    didSendPicture(address, 1);
+    co_return !hasEnded();
+}
+
+QCoro::Task<void> PostUpload::publishNew()
+{
+    Q_EMIT m_environment.notifications.syncingContentPostStatus(m_post);
+    QCoro::Task<Result<QString>> making = makePost();
+    const Result<QString> id = co_await making;
+    if (id)
+        readBack(*id);
+    else if (!isCancelled(id.error()))
+        fail(ZLWordpressServiceRequestTypePublishPost, id.error());
+}
+
+/// Gives the post's number on the blog.
+QCoro::Task<Result<QString>> PostUpload::makePost()
+{
+    QString found;
+    if (m_post->firstPublishBegan.isValid()) {
+        QCoro::Task<Result<QString>> looking = findOnBlog();
+        const Result<QString> earlier = co_await looking;
+        if (!earlier)
+            co_return earlier;
+        found = *earlier;
+    }
+    if (found.isEmpty()) {
+        QCoro::Task<bool> noting = noteFirstPublish(m_environment.clock.now());
+        if (!co_await noting)
+            co_return failure(ServiceFailures::cancelled());
+    }
+    QCoro::Task<CallAnswer> sending = sendContent({.id = found, .isWhole = true});
+    const CallAnswer answer = co_await sending;
+    if (answer && !(*answer)->object().boolean())
+        co_return failure(uploadError(6, QStringLiteral("The blog did not take the post, and does not say why.")));
+    if (answer)
+        co_return found.isEmpty() ? (*answer)->object().string() : found;
+    if (!isCancelled(answer.error()) && !TransferErrors::mayHaveHappened(answer.error()) && found.isEmpty()) {
+        QCoro::Task<bool> clearing = noteFirstPublish({});
+        if (!co_await clearing)
+            co_return failure(ServiceFailures::cancelled());
+    }
+    co_return failure(answer.error());
+}
+
+/// The number of the post that an earlier upload may have made, empty when it has not.
+QCoro::Task<Result<QString>> PostUpload::findOnBlog()
+{
+    const bool isPage = m_post->type == ZLWordpressPost::Page;
+    const XMLRPCStruct filter{{QStringLiteral("number"), newestPosts},
+        {QStringLiteral("orderby"), QStringLiteral("ID")}, {QStringLiteral("order"), QStringLiteral("DESC")},
+        {QStringLiteral("post_type"), isPage ? QStringLiteral("page") : QStringLiteral("post")}};
+    auto sending = m_calls.send(m_calls.blogRequest(QStringLiteral("wp.getPosts"), {filter}));
+    const CallAnswer answer = co_await sending;
+    if (!answer)
+        co_return failure(answer.error());
+    if (!(*answer)->object().isArray())
+        co_return failure(ServiceFailures::unusable());
+    for (const PostPtr &onBlog : PostFieldMaps::postsFromWPGetPostsResponse((*answer)->object())) {
+        if (!onBlog->id.isEmpty() && mayBeFrom(*onBlog, *m_post))
+            co_return onBlog->id;
+    }
+    co_return QString();
+}
+
+QCoro::Task<void> PostUpload::readBack(QString id)
+{
+    setStep(Finishing);
+    QCoro::Task<Result<PostPtr>> fetching = fetch(id);
+    const Result<PostPtr> onBlog = co_await fetching;
+    if (onBlog)
+        endPublished(*onBlog);
+    else if (!isCancelled(onBlog.error()))
+        end({.kind = UploadOutcome::Published,
+            .type = ZLWordpressServiceRequestTypeGetPost,
+            .error = uploadError(
+                2, QStringLiteral("The post is on the blog, but the blog's copy of it could not be read."))});
+}
+
+/// The blog's version, if it is this very post: a blog that is not quite right must not put another in its place.
+QCoro::Task<Result<PostPtr>> PostUpload::fetch(QString id)
+{
+    auto sending = m_calls.send(m_calls.blogRequest(QStringLiteral("wp.getPost"), {id}));
+    const CallAnswer answer = co_await sending;
+    if (!answer)
+        co_return failure(answer.error());
+    const XMLRPCValue &object = (*answer)->object();
+    const PostPtr onBlog = PostFieldMaps::postFromWPGetPostResponse(object);
+    if (isTrashed(object))
+        co_return failure(uploadError(7, QStringLiteral("The post is in the blog's trash.")));
+    if (onBlog->id != id || onBlog->type != m_post->type)
+        co_return failure(ServiceFailures::unusable());
+    co_return onBlog;
+}
+
+QCoro::Task<void> PostUpload::update()
+{
+    QCoro::Task<CallAnswer> sending = sendContent({.id = m_post->id, .ifNotModifiedSince = lastKnownDate()});
+    CallAnswer answer = co_await sending;
+    if (!answer && ServiceFailures::isConflict(answer.error())) {
+        QCoro::Task<CallAnswer> again = editAgainstNewerVersion();
+        answer = co_await again;
+    }
+    if (!answer) {
+        if (!isCancelled(answer.error()))
+            fail(contentType(), answer.error());
+        co_return;
+    }
+    if (!(*answer)->object().boolean()) {
+        fail(contentType(), uploadError(6, QStringLiteral("The blog did not take the post, and does not say why.")));
+        co_return;
+    }
+    takeAsOnBlog((*answer)->date());
+    end({UploadOutcome::Updated});
+}
+
+/// The blog has refused the update, since the post has changed there. That may have been this very update, of which no
+/// answer came, or something that the writer never sees; else the two versions are the writer's to choose from.
+QCoro::Task<CallAnswer> PostUpload::editAgainstNewerVersion()
+{
+    QCoro::Task<Result<PostPtr>> fetching = fetch(m_post->id);
+    const Result<PostPtr> fetched = co_await fetching;
+    if (!fetched)
+        co_return failure(fetched.error());
+    const PostPtr onBlog = *fetched;
+    if (isSame(*onBlog, *m_post) || (m_post->synced && isSame(*onBlog, *m_post->synced))) {
+        QCoro::Task<CallAnswer> sending = sendContent({.id = m_post->id, .ifNotModifiedSince = onBlog->updatedAt});
+        const CallAnswer answer = co_await sending;
+        co_return answer;
+    }
+    QCoro::Task<Result<DocumentPtr>> opening = openDocument();
+    const Result<DocumentPtr> document = co_await opening;
+    if (!document)
+        co_return failure(document.error());
+    const Result<void> put = onBlog->putConflictBeside(**document);
+    if (!put)
+        co_return failure(put.error());
+    end({UploadOutcome::ConflictFound});
+    co_return failure(ServiceFailures::cancelled());
+}
+
+QCoro::Task<CallAnswer> PostUpload::sendContent(ContentCall call)
+{
+    const PostParameters::Surroundings surroundings{.account = m_service.account,
+        .syncedWPImages = m_images.syncedWPImages,
+        .isUpdate = !call.id.isEmpty(),
+        .isWhole = call.isWhole,
+        .termsByName = call.termsByName};
+    XMLRPCStruct content = PostParameters::forWPPost(*m_post, surroundings);
+    content.setObjectIfNotNil(call.ifNotModifiedSince, QStringLiteral("if_not_modified_since"));
+    const bool hasTermIds = PostParameters::hasTermIds(content);
+    const RequestPtr request = call.id.isEmpty()
+        ? m_calls.blogRequest(QStringLiteral("wp.newPost"), {std::move(content)})
+        : m_calls.blogRequest(QStringLiteral("wp.editPost"), {call.id, std::move(content)});
+    auto sending = m_calls.send(request, [this](float progress) { setProgress(progress); });
+    const CallAnswer answer = co_await sending;
+    // A blog that has deleted a term refuses its id; the post must not be lost for that. The same code stands for a
+    // refused login: then the second try fails as well, and that is told.
+    if (answer || !hasTermIds || !isRefusedLogin(answer.error(), contentType()))
+        co_return answer;
+    ZLLog(QStringLiteral("sending the post again with its terms by name"));
+    call.termsByName = true;
+    QCoro::Task<CallAnswer> again = sendContent(call);
+    const CallAnswer second = co_await again;
+    co_return second;
+}
+
+/// Notes in the file, too, that the post may be on the blog from now on, or, without a date, that it is not.
+QCoro::Task<bool> PostUpload::noteFirstPublish(QDateTime began)
+{
+    m_post->firstPublishBegan = began;
+    if (localFile().isEmpty())
+        co_return true;
+    QCoro::Task<Result<DocumentPtr>> opening = openDocument();
+    const Result<DocumentPtr> document = co_await opening;
+    if (!document && isCancelled(document.error()))
+        co_return false;
+    if (document) {
+        (void)(*document)->setFirstPublishBegan(began); // a failure is said by the document itself
+    } else {
+        ZLLog(document.error().description);
+    }
+    co_return true;
+}
+
+QCoro::Task<Result<DocumentPtr>> PostUpload::openDocument()
+{
+    const QPointer<PostUpload> self(this);
+    QCoro::Task<Result<DocumentPtr>> opening = m_environment.documents.openDocumentWithContentsOfURL(localFile());
+    const Result<DocumentPtr> document = co_await opening;
+    if (!self || hasEnded())
+        co_return failure(ServiceFailures::cancelled());
+    co_return document;
+}
+
+void PostUpload::setStep(Step step)
+{
+    m_step = step;
+    m_progress = 0;
+    Q_EMIT changed();
+}
+
+void PostUpload::setProgress(float progress)
+{
+    m_progress = progress;
+    Q_EMIT changed();
+    if (m_service.delegate)
+        m_service.delegate->didSendBodyData(&m_service, m_post, progress);
+}
+
+void PostUpload::didSendPicture(const QString &address, float progress)
+{
+    m_pictures[address] = progress;
+    setProgress(std::accumulate(m_pictures.cbegin(), m_pictures.cend(), 0.0F) / float(m_pictures.size()));
+}
+
+/// The date that the blog compares with its own. Invalid for what is scheduled: a blog may date that ahead.
+QDateTime PostUpload::lastKnownDate() const
+{
+    const ZLWordpressPost &known = m_post->synced ? *m_post->synced : *m_post;
+    const QDateTime now = m_environment.clock.now();
+    const bool isScheduled = m_post->createdAt > now || known.createdAt > now;
+    return isScheduled ? QDateTime() : known.updatedAt;
+}
+
+/// An update is not read back, and the blog dates it before it answers. With an earlier date here the next sync would
+/// take the writer's own edit for a change made on the blog.
+void PostUpload::takeAsOnBlog(const QDateTime &answered)
+{
+    m_post->updatedAt = answered.isValid() ? answered : m_environment.clock.now();
+    m_post->blogStatus = blogStatus(*m_post);
+    auto onBlog = std::make_shared<ZLWordpressPost>(*m_post);
+    onBlog->synced.reset();
+    m_post->synced = onBlog;
+}
+
+int PostUpload::contentType() const
+{
+    switch (m_kind) {
+    case ZLWordpressService::NewPost:
+        return ZLWordpressServiceRequestTypePublishPost;
+    case ZLWordpressService::Update:
+        return ZLWordpressServiceRequestTypeUpdatePost;
+    default:
+        return ZLWordpressServiceRequestTypePublishDraftPost;
+    }
+}
+
+void PostUpload::endPublished(const PostPtr &onBlog)
+{
+    m_post->firstPublishBegan = {};
+    UploadOutcome outcome{.kind = UploadOutcome::Published, .remote = onBlog};
+    if (isOtherText(*m_post, *onBlog)) {
+        outcome.blogVersion = std::make_shared<ZLWordpressPost>(*onBlog);
+        onBlog->title = m_post->title;
+        onBlog->content = onBlog->storedContent = m_post->content;
+    }
+    end(outcome);
+}
+
+void PostUpload::fail(int type, const ZLError &error)
+{
+    const bool isContent = type != ZLWordpressServiceRequestTypeUploadImageFromURL;
+    const bool isUnclear = isContent && TransferErrors::mayHaveHappened(error);
+    end({.kind = isUnclear ? UploadOutcome::Unclear : UploadOutcome::Failed,
+        .type = type,
+        .error = isUnclear ? ServiceFailures::postMayBeThere(error) : error});
+}
+
+void PostUpload::end(const UploadOutcome &outcome)
+{
+    if (m_outcome)
+        return;
+    const QPointer<PostUpload> self(this);
+    m_outcome = outcome;
+    deleteLater();
+    m_calls.cancelAll();
+    tell(outcome);
+    if (self)
+        Q_EMIT ended(outcome);
+}
+
+void PostUpload::tell(const UploadOutcome &outcome)
+{
+    static ZLWordpressServiceDelegate nobody;
+    ZLWordpressServiceDelegate &delegate = m_service.delegate ? *m_service.delegate : nobody;
+    const PostPtr post = m_post; // the delegate may let go of all this
+    const QPointer<ZLWordpressService> service(&m_service);
+    ZLNotifications &notifications = m_environment.notifications;
+    if (outcome.kind == UploadOutcome::Updated) {
+        m_kind == ZLWordpressService::PublishDraft ? delegate.didPublishDraftPost(service, post)
+                                                   : delegate.didUpdatePost(service, post);
+    } else if (outcome.remote) {
+        delegate.didPublishPost(service, outcome.remote, post);
+        Q_EMIT notifications.didPublishPost(outcome.remote);
+    } else if (outcome.kind != UploadOutcome::Cancelled) {
+        delegate.didFailToUploadPost(service, post);
+        if (service && outcome.kind == UploadOutcome::ConflictFound)
+            delegate.didFindConflict(service, post);
+        else if (service)
+            delegate.didFailToPerformRequest(service, outcome.type, outcome.error);
+    }
+}

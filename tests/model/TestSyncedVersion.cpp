@@ -1,0 +1,227 @@
+#include "PostFolder.h"
+
+#include "model/PostSync.h"
+
+namespace {
+const QString synced = u"synced.zalmo"_qs;
+
+/// A post as the blog last gave it.
+QByteArray inStep()
+{
+    FileText text;
+    text.fileInfo = "<status></status><app_version>3</app_version>";
+    return text.bytes();
+}
+
+QByteArray marked(const QByteArray &bytes, const QByteArray &status)
+{
+    QByteArray text = bytes;
+    return text.replace("<file_info><status></status>", "<file_info><status>" + status + "</status>");
+}
+
+void type(const DocumentPtr &document, const QString &title)
+{
+    document->post.title = title;
+    document->updateChangeCount();
+    (void)document->saveDocument();
+}
+
+ZLWordpressPost remotePost(const QDateTime &updatedAt)
+{
+    ZLWordpressPost post;
+    post.id = u"12"_qs;
+    post.title = u"Remote"_qs;
+    post.content = u"theirs"_qs;
+    post.status = PostFields::Publish;
+    post.updatedAt = updatedAt;
+    return post;
+}
+} // namespace
+
+/// What the blog last gave, kept beside a post for as long as it has local changes.
+class TestSyncedVersion : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void marksEveryEdit_data()
+    {
+        const TestTable<QByteArray, QByteArray, QString> row({"status", "mark", "expected"});
+        row("published", "publish", "", u"modified"_qs);
+        row("draft", "draft", "", u"modified"_qs);
+        row("on no blog", "new", "", u"new"_qs);
+        row("new", "new", "new", u"new"_qs);
+        row("modified", "publish", "modified", u"modified"_qs);
+        row("in conflict", "publish", "conflict", u"conflict"_qs);
+        row("a kept copy", "publish", "conflict-solved", u"conflict-solved"_qs);
+    }
+    void marksEveryEdit()
+    {
+        QFETCH(QByteArray, status);
+        QFETCH(QByteArray, mark);
+        const QList<std::function<void(PostFields &)>> edits{
+            [](PostFields &post) { post.content = u"typed"_qs; },
+            [](PostFields &post) { post.setTaxonomiesFromStringArray({u"#tag"_qs}); },
+            [](PostFields &post) { post.createdAt = post.createdAt.addDays(1); },
+        };
+        for (const auto &edit : edits) {
+            const PostFolder folder;
+            FileText text;
+            text.status = status;
+            text.fileInfo = "<status>" + mark + "</status><app_version>3</app_version>";
+            ZLDocumentController documents;
+            const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
+            document->updateChangeCount(); // that nothing has changed is no edit
+            QCOMPARE(document->fileInfo.status, QString::fromLatin1(mark));
+            edit(document->post);
+            document->updateChangeCount();
+            QTEST(document->fileInfo.status, "expected");
+        }
+    }
+
+    void keepsTheFileAsItWas()
+    {
+        const PostFolder folder;
+        folder.write("a left-over", synced);
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+        QVERIFY(!document->hasSyncedVersion());
+        QCOMPARE(document->wordpressPost()->synced->content, u"Body"_qs);
+        type(document, u"Mine"_qs);
+        QCOMPARE(folder.read(synced), inStep());
+        type(document, u"Mine, longer"_qs);
+        QCOMPARE(folder.read(synced), inStep());
+        QVERIFY(folder.read().contains("Mine, longer"));
+        QVERIFY(document->hasSyncedVersion());
+
+        // Another start.
+        const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
+        QCOMPARE(read->title, u"Mine, longer"_qs);
+        QCOMPARE(read->synced->title, u"Title"_qs);
+    }
+
+    void isOnlyForPostsThatTheBlogKnows_data()
+    {
+        const TestTable<QByteArray, QByteArray> row({"status", "mark"});
+        row("on no blog", "new", "");
+        row("modified before", "publish", "modified");
+        row("in conflict before", "publish", "conflict");
+    }
+    void isOnlyForPostsThatTheBlogKnows()
+    {
+        QFETCH(QByteArray, status);
+        QFETCH(QByteArray, mark);
+        const PostFolder folder;
+        FileText text;
+        text.status = status;
+        text.fileInfo = "<status>" + mark + "</status><app_version>3</app_version>";
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
+        type(document, u"Mine"_qs);
+        QVERIFY(!folder.has(synced));
+        QVERIFY(!document->hasSyncedVersion() && !document->wordpressPost()->synced);
+        QVERIFY(!document->revertToSyncedVersion());
+    }
+
+    void goesWithTheUploadThatHeld()
+    {
+        const PostFolder folder;
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+        type(document, u"Mine"_qs);
+        document->post.firstPublishBegan = QDateTime::currentDateTimeUtc();
+        document->setRecentlySyncedWordpressPost(*document->wordpressPost());
+        QVERIFY(document->saveDocument());
+        QVERIFY(!folder.has(synced));
+        QCOMPARE(document->wordpressPost()->synced->title, u"Mine"_qs);
+        QVERIFY(!document->post.firstPublishBegan.isValid());
+    }
+
+    void goesWithASyncThatWritesThePost()
+    {
+        const PostFolder folder;
+        folder.write(inStep());
+        folder.write(inStep(), synced);
+        const QDateTime later = QDateTime::currentDateTimeUtc();
+        QVERIFY(remotePost(later).syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
+        QVERIFY(folder.read().contains("theirs"));
+        QVERIFY(!folder.has(synced));
+    }
+
+    void goesBack_data()
+    {
+        const TestTable<bool> row({"isSaved"});
+        row("saved changes", true);
+        row("changes in memory only", false);
+    }
+    void goesBack()
+    {
+        QFETCH(bool, isSaved);
+        const PostFolder folder;
+        ZLDocumentController documents;
+        const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+        document->post.title = u"Mine"_qs;
+        document->updateChangeCount();
+        if (isSaved)
+            QVERIFY(document->saveDocument());
+        folder.write("another version", u"conflict.zalmo"_qs);
+        QVERIFY(document->isInConflict() && !document->revertToSyncedVersion());
+        QVERIFY(QFile::remove(folder.path(u"conflict.zalmo"_qs)));
+        QVERIFY(document->revertToSyncedVersion());
+        QCOMPARE(document->post.title, u"Title"_qs);
+        QVERIFY(!document->hasUnautosavedChanges() && !folder.has(synced));
+        const DocumentPtr again = *ZLDocument::open(folder.url());
+        QCOMPARE(again->post.title, u"Title"_qs);
+        QVERIFY(again->fileInfo.status.isEmpty());
+    }
+
+    void tellsWhetherTheBlogHasChanged()
+    {
+        // The local version won a conflict a while after the blog's last change; the clock here is late.
+        const PostFolder folder;
+        FileText text;
+        text.updatedAt = "2014-10-22 08:00:00 +0000";
+        text.fileInfo = "<status>modified</status><app_version>3</app_version>";
+        folder.write(text.bytes());
+        folder.write(inStep(), synced);
+        const QDateTime known(QDate(2014, 10, 22), QTime(9, 30), Qt::UTC);
+        const ZLDocumentController documents;
+        QVERIFY(remotePost(known).syncWithPostAtPath(folder.path(), u"zalmo"_qs, documents));
+        QVERIFY(!folder.has(u"conflict.zalmo"_qs));
+        QVERIFY(remotePost(known.addSecs(1)).syncWithPostAtPath(folder.path(), u"zalmo"_qs, documents));
+        QVERIFY(folder.has(u"conflict.zalmo"_qs));
+    }
+
+    void learnsThatAPostIsPrivate_data()
+    {
+        const TestTable<QByteArray, bool> row({"mark", "isTaken"});
+        row("in step", "", true);
+        row("modified", "modified", false);
+    }
+    void learnsThatAPostIsPrivate()
+    {
+        QFETCH(QByteArray, mark);
+        const PostFolder folder;
+        folder.write(marked(inStep(), mark));
+        ZLWordpressPost remote = remotePost(QDateTime(QDate(2014, 10, 22), QTime(9, 30), Qt::UTC));
+        remote.blogStatus = u"private"_qs;
+        QVERIFY(remote.syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
+        QTEST(folder.read().contains("<blog_status>private</blog_status>"), "isTaken");
+    }
+
+    void notesAFirstPublish()
+    {
+        const PostFolder folder;
+        ZLDocumentController documents;
+        FileText text;
+        text.status = "new";
+        text.fileInfo = "<status>new</status><app_version>3</app_version>";
+        const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
+        const QDateTime began(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
+        QVERIFY(document->setFirstPublishBegan(began));
+        QCOMPARE((*ZLDocument::open(folder.url()))->wordpressPost()->firstPublishBegan, began);
+        QVERIFY(document->setFirstPublishBegan({}));
+        QCOMPARE(folder.read(), text.bytes());
+    }
+};
+
+static const RegisteredTest<TestSyncedVersion> registered;
+#include "TestSyncedVersion.moc"

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "support/ServedBlog.h"
+
+#include <QRandomGenerator>
+
+/// A pretended blog that answers late, wrongly or not at all from time to time.
+class UnsteadyBlog : public ServedBlog {
+public:
+    UnsteadyBlog(const QString &title, quint32 seed);
+
+    /// A calm blog answers every call at once and well; what waited when it became calm is let go of.
+    void setCalm(bool calm);
+
+protected:
+    void respond(QTcpSocket *socket, const FakeRequest &request) override;
+
+private:
+    enum class Mood { Good, Late, Unheard, Broken, Silent, Garbled, Empty, Cut, ServerError };
+    Mood nextMood();
+
+    QRandomGenerator m_random;
+    bool m_isCalm = true;
+};

@@ -1,0 +1,233 @@
+#include "model/PostSync.h"
+#include "support/Files.h"
+#include "wordpress/ServiceFixture.h"
+
+#include <QCoroTask>
+
+namespace {
+/// A blog with one post, which a sync has brought into its file.
+struct FileFixture : ServiceFixture {
+    explicit FileFixture(const QString &status = u"publish"_qs)
+        : id(blog.addPost(u"Old"_qs, u"<p>one</p>"_qs).id)
+    {
+        onBlog().status = status;
+        service->syncBlogPosts();
+        settle();
+        journal().clear();
+        document = open(PostSync::postPath(environment.files.postPathForBlogURL(u"Ada"_qs, id)));
+        blog.calls.clear();
+    }
+
+    const QString id;
+    DocumentPtr document;
+
+    FakeBlog::Post &onBlog() { return blog.posts[id]; }
+    DocumentPtr open(const QString &path)
+    {
+        return QCoro::waitFor(environment.documents.openDocumentWithContentsOfURL(QUrl::fromLocalFile(path))).value();
+    }
+    PostPtr edited(const QString &text)
+    {
+        document->post.content = text;
+        document->updateChangeCount();
+        (void)document->saveDocument();
+        return document->wordpressPost();
+    }
+    int publish(const PostPtr &post, int kind)
+    {
+        int outcome = -1;
+        QObject::connect(service->syncCategoriesAndPublishPost(post, kind), &PostUpload::ended, service.get(),
+            [&](const UploadOutcome &ended) { outcome = ended.kind; });
+        settle();
+        return outcome;
+    }
+    void changeOnBlog(const std::function<void(FakeBlog::Post &)> &change)
+    {
+        blog.now = blog.now.addSecs(60);
+        change(onBlog());
+        onBlog().modified = blog.now;
+    }
+};
+} // namespace
+
+/// Uploads of posts that have files: what the file knows of the blog's version, and of a first publish.
+class PostFileUploadTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void sendsOnlyWhatChanged()
+    {
+        FileFixture f;
+        FakeBlog::Post expected = f.onBlog();
+        expected.date = f.onBlog().date = expected.date.addSecs(-17);
+        QCOMPARE(f.publish(f.edited(u"<p>two</p>"_qs), ZLWordpressService::Update), int(UploadOutcome::Updated));
+        const XMLRPCStruct &content = f.blog.last(u"wp.editPost"_qs).parameters[4].structure();
+        QStringList keys;
+        for (const auto &member : content.members())
+            keys.append(member.first);
+        QCOMPARE(keys, (QStringList{u"post_content"_qs, u"if_not_modified_since"_qs}));
+        expected.content = u"<p>two</p>"_qs;
+        expected.modified = f.blog.now;
+        QVERIFY(f.onBlog() == expected);
+    }
+
+    void leavesAStatusOfTheBlogsOwn_data()
+    {
+        const TestTable<QString, int, QString> row({"status", "kind", "after"});
+        row("private stays private", u"private"_qs, ZLWordpressService::Update, u"private"_qs);
+        row("pending saved stays pending", u"pending"_qs, ZLWordpressService::Update, u"pending"_qs);
+        row("pending published", u"pending"_qs, ZLWordpressService::PublishDraft, u"publish"_qs);
+    }
+
+    void leavesAStatusOfTheBlogsOwn()
+    {
+        QFETCH(QString, status);
+        QFETCH(int, kind);
+        for (const bool isKnown : {true, false}) {
+            FileFixture f(status);
+            const PostPtr post = f.edited(u"<p>two</p>"_qs);
+            if (!isKnown)
+                post->synced.reset();
+            if (kind == ZLWordpressService::PublishDraft)
+                post->status = ZLWordpressPost::Publish;
+            QCOMPARE(f.publish(post, kind), int(UploadOutcome::Updated));
+            QTEST(f.onBlog().status, "after");
+            QCOMPARE(f.onBlog().content, u"<p>two</p>"_qs);
+            QCOMPARE(f.blog.posts.size(), 1);
+        }
+    }
+
+    void meetsANewerVersionOnTheBlog_data()
+    {
+        const TestTable<std::function<void(FileFixture &)>, int, QString> row({"change", "outcome", "after"});
+        const QString mine = u"<p>mine</p>"_qs;
+        const QString theirs = u"<p>theirs</p>"_qs;
+        row(
+            "another text", [=](FileFixture &f) { f.changeOnBlog([&](auto &post) { post.content = theirs; }); },
+            UploadOutcome::ConflictFound, theirs);
+        row(
+            "another title", [](FileFixture &f) { f.changeOnBlog([](auto &post) { post.title = u"New"_qs; }); },
+            UploadOutcome::ConflictFound, u"<p>one</p>"_qs);
+        row(
+            "nothing that the writer sees", [](FileFixture &f) { f.changeOnBlog([](auto &) {}); },
+            UploadOutcome::Updated, mine);
+        row(
+            "this very update, whose answer was lost",
+            [=](FileFixture &f) { f.changeOnBlog([&](auto &post) { post.content = mine; }); }, UploadOutcome::Updated,
+            mine);
+        row(
+            "in the trash", [](FileFixture &f) { f.changeOnBlog([](auto &post) { post.status = u"trash"_qs; }); },
+            UploadOutcome::Failed, u"<p>one</p>"_qs);
+        row(
+            "scheduled: not looked at",
+            [=](FileFixture &f) {
+                f.changeOnBlog([&](auto &post) { post.content = theirs; });
+                f.document->post.createdAt = QDateTime::currentDateTimeUtc().addDays(1);
+            },
+            UploadOutcome::Updated, mine);
+    }
+
+    void meetsANewerVersionOnTheBlog()
+    {
+        QFETCH(std::function<void(FileFixture &)>, change);
+        QFETCH(int, outcome);
+        QFETCH(QString, after);
+        FileFixture f;
+        change(f);
+        const PostPtr post = f.edited(u"<p>mine</p>"_qs);
+        QCOMPARE(f.publish(post, ZLWordpressService::Update), outcome);
+        QCOMPARE(f.onBlog().content, after);
+        const bool isConflict = outcome == UploadOutcome::ConflictFound;
+        QCOMPARE(f.document->isInConflict(), isConflict);
+        if (!isConflict)
+            return;
+        QCOMPARE(f.journal(), (QStringList{u"upload failed: Old"_qs, u"conflict: Old"_qs}));
+        const DocumentPtr other = f.open(PostSync::conflictPath(f.document->fileURL().toLocalFile()));
+        QCOMPARE(other->storedContent(), after);
+        QCOMPARE(f.document->storedContent(), u"<p>mine</p>"_qs);
+    }
+
+    void looksOnTheBlogAfterAFirstPublishWithoutAnswer_data()
+    {
+        const TestTable<std::function<void(FakeBlog &)>, bool, int> row({"spoil", "hasRestarted", "posts"});
+        const auto lost = [](FakeBlog &b) { b.answerCut(u"wp.newPost"_qs, 60); };
+        const auto never = [](FakeBlog &b) {
+            b.breakConnection(u"wp.newPost"_qs, QNetworkReply::RemoteHostClosedError);
+        };
+        row("it is there", lost, false, 2);
+        row("it is there, after a restart", lost, true, 2);
+        row("it is not there", never, true, 2);
+        row(
+            "the copy could not be read", [](FakeBlog &b) { b.answerCut(u"wp.getPost"_qs, 60); }, true, 2);
+    }
+
+    void looksOnTheBlogAfterAFirstPublishWithoutAnswer()
+    {
+        QFETCH(std::function<void(FakeBlog &)>, spoil);
+        QFETCH(bool, hasRestarted);
+        QFETCH(int, posts);
+        FileFixture f;
+        const PostPtr post = f.post(u"New"_qs, u"<p>first</p>"_qs);
+        const QString path = PostSync::postPath(f.environment.files.postPathForBlogURL(u"Ada"_qs, post->id));
+        QVERIFY(post->saveAtPath(path));
+        post->localFile = QUrl::fromLocalFile(path);
+        spoil(f.blog);
+        f.publish(post, ZLWordpressService::NewPost);
+        QCOMPARE(f.journal().filter(u"failed"_qs).size(), 2);
+
+        PostPtr again = post;
+        if (hasRestarted) {
+            again = f.open(path)->wordpressPost();
+            QVERIFY(again->firstPublishBegan.isValid());
+        }
+        again->content = u"<p>second</p>"_qs;
+        QCOMPARE(f.publish(again, ZLWordpressService::NewPost), int(UploadOutcome::Published));
+        QCOMPARE(f.blog.posts.size(), posts);
+        QCOMPARE(f.blog.posts.last().content, u"<p>second</p>"_qs);
+        QCOMPARE(f.delegate.remote->content, u"<p>second</p>"_qs);
+        QVERIFY(!again->firstPublishBegan.isValid());
+    }
+
+    void forgetsAFirstPublishThatWasRefused()
+    {
+        FileFixture f;
+        const PostPtr post = f.post(u"New"_qs, u"<p>first</p>"_qs);
+        const QString path = PostSync::postPath(f.environment.files.postPathForBlogURL(u"Ada"_qs, post->id));
+        QVERIFY(post->saveAtPath(path));
+        post->localFile = QUrl::fromLocalFile(path);
+        f.blog.answerWithFault(u"wp.newPost"_qs, 500, u"no"_qs);
+        f.publish(post, ZLWordpressService::NewPost);
+        QVERIFY(!f.open(path)->wordpressPost()->firstPublishBegan.isValid());
+        f.publish(post, ZLWordpressService::NewPost);
+        QCOMPARE(f.blog.count(u"wp.getPosts"_qs), 0);
+    }
+
+    void keepsTheSentTextWhereTheBlogMadeAnother_data()
+    {
+        const TestTable<QString, bool> row({"stored", "isOther"});
+        row("the same", u"<p>a</p>\r\n<p>b</p>"_qs, false);
+        row("white space around it", u"\n<p>a</p>\n<p>b</p> "_qs, false);
+        row("cleaned of what the user may not write", u"<p>a</p>"_qs, true);
+    }
+
+    void keepsTheSentTextWhereTheBlogMadeAnother()
+    {
+        QFETCH(QString, stored);
+        QFETCH(bool, isOther);
+        ServiceFixture f;
+        const QString sent = u"<p>a</p>\n<p>b</p>"_qs;
+        f.blog.answerLate(u"wp.newPost"_qs);
+        std::optional<UploadOutcome> outcome;
+        QObject::connect(f.service->syncCategoriesAndPublishPost(f.post(u"T"_qs, sent), ZLWordpressService::NewPost),
+            &PostUpload::ended, f.service.get(), [&](const UploadOutcome &ended) { outcome = ended; });
+        QTRY_COMPARE(f.environment.network.heldCount(), 1);
+        f.blog.posts.first().content = stored;
+        f.environment.network.release();
+        QTRY_VERIFY(outcome);
+        QCOMPARE(outcome->remote->content, sent); // line ends and outer white space do not come through the wire
+        QCOMPARE(outcome->remote->storedContent, sent);
+        QCOMPARE(outcome->blogVersion ? outcome->blogVersion->content : QString(), isOther ? stored : QString());
+    }
+};
+
+static const RegisteredTest<PostFileUploadTest> registered;
+#include "PostFileUploadTest.moc"
