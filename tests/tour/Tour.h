@@ -42,7 +42,7 @@ private:
     void useTwoBlogs();
     void publishOffline();
 
-    void connectTo(const QUrl &blog);
+    void connectTo(const QUrl &blog, bool isFirst);
     void addWords(const QString &title, const QString &words);
     QString newPostOnBlog(const QString &title, const QString &status);
     void copyToOtherBlog(const QString &title);

@@ -70,10 +70,10 @@ void Tour::connectBlog()
 {
     m_screen.activate();
     m_screen.expectAlert("keychain"); // where the desktop has none
-    connectTo(m_options.url);
+    connectTo(m_options.url, true);
 }
 
-void Tour::connectTo(const QUrl &blog)
+void Tour::connectTo(const QUrl &blog, bool isFirst)
 {
     m_screen.type("blogURLField", blog.toString());
     m_screen.press(Qt::Key_Return);
@@ -83,7 +83,9 @@ void Tour::connectTo(const QUrl &blog)
     m_screen.press(Qt::Key_Return);
     m_screen.waitFor("the blog to be connected", [this] { return m_screen.isVisible("blogIsConnectedSheet"); });
     m_screen.screenshot("connect-success");
-    m_screen.click("getStartedDoneButton");
+    m_screen.waitFor("the sheet to go", [this] { return !m_screen.isVisible("blogIsConnectedSheet"); });
+    if (isFirst)
+        m_screen.click("getStartedDoneButton");
     m_screen.waitFor("the first posts", [this] { return !m_screen.rowTitles().isEmpty(); });
     m_screen.waitFor("the first sync to end", [this] { return !m_screen.isVisible("syncBar"); });
 }
