@@ -1,5 +1,6 @@
 #include "text/StoredText.h"
 
+#include <QRegularExpression>
 #include <QStringView>
 
 namespace {
@@ -25,12 +26,21 @@ private:
     QStringView m_text;
     qsizetype m_at = 0;
 };
+
+QString withoutNoopener(QString text)
+{
+    static const QRegularExpression words(
+        QStringLiteral(R"( rel="noopener(?: noreferrer)?"| noopener(?: noreferrer)?(?="))"));
+    return text.remove(words);
+}
 } // namespace
 
 bool sameStoredText(const QString &one, const QString &other)
 {
-    Units a(one);
-    Units b(other);
+    const QString left = withoutNoopener(one);
+    const QString right = withoutNoopener(other);
+    Units a(left);
+    Units b(right);
     while (!a.atEnd() && !b.atEnd()) {
         if (a.next() != b.next())
             return false;

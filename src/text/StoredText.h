@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// Whether two texts are the same but for white space around them and for how their lines end: a blog that stores a
-/// text cuts the one and may change the other.
+/// Whether two texts are the same but for what a blog that stores a text does to any: white space around it is cut, its
+/// lines may end otherwise, and links with a target get a rel="noopener".
 bool sameStoredText(const QString &one, const QString &other);

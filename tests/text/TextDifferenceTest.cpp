@@ -29,6 +29,11 @@ private Q_SLOTS:
         row("white space within", "a  b", "a b", false);
         row("a tab for a blank", "a\tb", "a b", false);
         row("longer", "a", "a b", false);
+        row("a link that the blog has made safe", R"(<a href="/" target="_blank">)",
+            R"(<a href="/" target="_blank" rel="noopener noreferrer">)", true);
+        row("the same, with a rel of its own", R"(<a rel="nofollow" target="_self">)",
+            R"(<a rel="nofollow noopener" target="_self">)", true);
+        row("another rel", R"(<a rel="nofollow" target="_self">)", R"(<a target="_self">)", false);
         row("other case", "a", "A", false);
     }
     void tellsTheSameText()
