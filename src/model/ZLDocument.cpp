@@ -397,5 +397,9 @@ void ZLDocument::setRecentlySyncedWordpressPost(const ZLWordpressPost &remote)
     m_title = {post.title, post.title};
     m_content = {post.content, post.content};
     m_synced = syncedPostOf(post);
+    // A round can have met this very version before it was known to be the writer's own.
+    const QFileInfo conflict(PostSync::conflictPath(pathOfFileURL(m_fileURL)));
+    if (conflict.lastModified() <= post.updatedAt)
+        QFile::remove(conflict.filePath());
     noteChange();
 }

@@ -145,6 +145,9 @@ void SyncShare::write(ZLWordpressPost &post)
     }
     const QString type = QStringLiteral("zalmo");
     const QString path = PostSync::postPath(folder);
+    // What the round brings may be the very update that is under way; a change of others the blog tells that by itself.
+    if (m_service.uploadOfPost(QUrl::fromLocalFile(path)))
+        return;
     const Result<void> written = QFileInfo::exists(path) ? post.syncWithPostAtPath(path, type, m_environment.documents)
                                                          : post.saveAtPath(path, type);
     if (!written)

@@ -135,6 +135,19 @@ private Q_SLOTS:
         QVERIFY(!document->post.firstPublishBegan.isValid());
     }
 
+    void takesItsOwnUploadForNoConflict()
+    {
+        const QDateTime uploaded = QDateTime::currentDateTimeUtc().addDays(-1);
+        for (const bool isNewer : {false, true}) {
+            const PostFolder folder;
+            ZLDocumentController documents;
+            const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+            QVERIFY(remotePost(isNewer ? uploaded.addSecs(1) : uploaded).putConflictBeside(*document));
+            document->setRecentlySyncedWordpressPost(remotePost(uploaded));
+            QCOMPARE(document->isInConflict(), isNewer);
+        }
+    }
+
     void goesWithASyncThatWritesThePost()
     {
         const PostFolder folder;
