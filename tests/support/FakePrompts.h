@@ -49,7 +49,8 @@ public:
     {
         journal.append(u"ask: "_qs + message + u" ["_qs + buttons.join(u'|') + u']');
         details.append(informativeText);
-        co_return answers.isEmpty() ? defaultButton : answers.takeFirst();
+        const int answer = answers.isEmpty() ? defaultButton : answers.takeFirst();
+        co_return answer < buttons.size() ? answer : defaultButton; // what is not offered cannot be pressed
     }
 
     QCoro::Task<ConflictAnswer> askAboutConflict(ConflictSides sides) override
