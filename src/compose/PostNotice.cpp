@@ -1,6 +1,6 @@
 #include "compose/PostNotice.h"
 
-PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *document)
+PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay)
 {
     if (document && document->isDamaged())
         return {QStringLiteral("The file of this post cannot be read. It is left as it is until you write.")};
@@ -17,7 +17,7 @@ PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *documen
         return {
             QStringLiteral("This post waits for a review on the blog. \"Save\" leaves it waiting, \"Publish\" makes "
                            "it public.")};
-    if (document && document->post.firstPublishBegan.isValid())
+    if (document && !isOnItsWay && document->post.firstPublishBegan.isValid())
         return ofUnclearUpload();
     return {};
 }

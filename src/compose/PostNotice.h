@@ -9,7 +9,8 @@ struct PostNotice {
     QString button = {}; ///< the words of its button; empty: none
     PostAction action = PostAction::None;
 
-    static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document);
+    /// `isOnItsWay`: its upload has not ended, so that nothing is unclear about it yet.
+    static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay);
     /// After an upload whose answer could not be read.
     static PostNotice ofUnclearUpload();
     /// After an upload of which the blog has made another text.

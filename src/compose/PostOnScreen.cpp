@@ -102,7 +102,7 @@ PostOnScreen::Came PostOnScreen::readAgain()
 
 void PostOnScreen::leavePost()
 {
-    m_postsBefore.append({m_generation++, m_post, m_host.getBlogName()});
+    m_postsBefore.append({m_generation++, m_post, m_shown.content, m_host.getBlogName()});
     if (m_postsBefore.size() > rememberedPosts)
         m_postsBefore.removeFirst();
 }
@@ -182,17 +182,20 @@ void PostOnScreen::setContentOfPostBefore(int generation, const QString &html)
 {
     const auto before = std::find_if(m_postsBefore.cbegin(), m_postsBefore.cend(),
         [generation](const PostBefore &left) { return left.generation == generation; });
-    if (before == m_postsBefore.cend() || (before->post->localFile.isEmpty() && BlankContent::is(html)))
+    if (before == m_postsBefore.cend() || html == before->content
+        || (before->post->localFile.isEmpty() && BlankContent::is(html)))
         return;
     const PostPtr post = before->post;
     if (post->localFile.isEmpty())
         makeFile(post, before->blogName);
-    changeElsewhere(post->localPost ? post->localPost->localFile : post->localFile,
-        [html](ZLDocument &document) { document.post.content = html; });
+    takeLateReport(post->localPost ? post->localPost->localFile : post->localFile, before->content, html);
 }
 
-QCoro::Task<void> PostOnScreen::changeElsewhere(QUrl file, Edit edit)
+/// What was typed on top of the content `before`. Where the blog's next version has come into the file since, that is
+/// the other side of a conflict from now on.
+QCoro::Task<void> PostOnScreen::takeLateReport(QUrl file, QString before, QString html)
 {
+    const QPointer<PostOnScreen> self(this);
     QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
     const Result<DocumentPtr> opened = co_await opening;
     if (!opened) {
@@ -200,9 +203,20 @@ QCoro::Task<void> PostOnScreen::changeElsewhere(QUrl file, Edit edit)
         co_return;
     }
     const DocumentPtr document = *opened;
-    edit(*document);
+    const bool isInStep = document->fileInfo.status.isEmpty() && document->post.isOnBlog();
+    const bool isConflict = isInStep && document->storedContent() != before;
+    if (isConflict) {
+        const PostPtr onBlog = document->wordpressPost();
+        onBlog->title = document->storedTitle();
+        std::ignore = onBlog->putConflictBeside(*document);
+    }
+    document->post.content = html;
     document->updateChangeCount();
     std::ignore = document->saveDocument(); // a failure is said by the document controller
+    if (self && isConflict)
+        m_host.loadLocalPosts();
+    if (self && document == m_document)
+        Q_EMIT fileDidChange();
 }
 
 // Files
@@ -262,7 +276,9 @@ PostPtr PostOnScreen::postToSend(const QString &content)
     const auto sent = std::make_shared<ZLWordpressPost>(*m_post);
     sent->title = m_document->storedTitle();
     sent->content = content;
+    sent->storedContent = m_document->storedContent();
     sent->taxonomies = m_document->post.taxonomies;
+    sent->firstPublishBegan = m_document->post.firstPublishBegan; // an upload may have failed meanwhile
     sent->synced = m_document->syncedPost();
     return sent;
 }

@@ -64,6 +64,7 @@ Q_SIGNALS:
     void documentDidChange();
     void documentDidSave();
     void documentDidFailToSave(const ZLError &error);
+    void fileDidChange(); ///< by something that is not shown yet
 
 private:
     using Edit = std::function<void(ZLDocument &)>;
@@ -79,11 +80,12 @@ private:
     struct PostBefore {
         int generation;
         PostPtr post;
+        QString content; ///< that was shown
         QString blogName;
     };
 
     bool change(const Edit &edit);
-    QCoro::Task<void> changeElsewhere(QUrl file, Edit edit);
+    QCoro::Task<void> takeLateReport(QUrl file, QString before, QString html);
     void leavePost();
     void setDocument(const DocumentPtr &document);
     DocumentPtr makeFile(const PostPtr &post, const QString &blogName);

@@ -109,6 +109,10 @@ void ZLMainWindowCreateViewController::observeDocument()
         m_view.setSaveState(QStringLiteral("Not saved"));
         showNotice({error.description});
     });
+    connect(&m_screen, &PostOnScreen::fileDidChange, this, [this] {
+        if (m_screen.readAgain() == PostOnScreen::Came::SamePost)
+            show(ComposePage::Loading::SamePost);
+    });
 }
 
 void ZLMainWindowCreateViewController::observeNotifications()
@@ -231,7 +235,8 @@ void ZLMainWindowCreateViewController::updateState()
     const AccountPtr account = m_host.selectedAccount();
     m_view.setActionsEnabled(account != nullptr);
     m_page.setBlogURL(account ? QUrl(account->url) : QUrl());
-    const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get());
+    const bool isOnItsWay = m_overlay.isShowing() || m_awaitsOutcome;
+    const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get(), isOnItsWay);
     showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
     Q_EMIT actionsDidChange();
 }
@@ -320,8 +325,7 @@ QCoro::Task<void> ZLMainWindowCreateViewController::perform(PostAction action)
     case PostAction::Revert:
         return revertToBlogVersion();
     case PostAction::TakeBlogVersion:
-        takeBlogVersion();
-        break;
+        return takeBlogVersion();
     case PostAction::Delete:
         m_delete.ask();
         break;
@@ -333,20 +337,37 @@ QCoro::Task<void> ZLMainWindowCreateViewController::perform(PostAction action)
     return []() -> QCoro::Task<void> { co_return; }();
 }
 
-QCoro::Task<void> ZLMainWindowCreateViewController::revertToBlogVersion()
+/// Waits until the page has told all that was typed. False: this or the post on the screen is gone.
+QCoro::Task<bool> ZLMainWindowCreateViewController::isReported()
 {
     const QPointer<ZLMainWindowCreateViewController> self(this);
     const int generation = m_screen.generation();
-    QCoro::Task<int> asking = m_prompts.ask(QStringLiteral("Revert to the blog's version?"),
-        QStringLiteral("What you have changed in this post since it last came from the blog is given up."),
-        {QStringLiteral("Revert"), QStringLiteral("Cancel")}, 1);
-    const int answer = co_await asking;
-    if (!self || answer != 0 || generation != m_screen.generation())
-        co_return;
-    // A last key that is still on its way would be typed into the blog's version.
     QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
     (void)co_await reporting;
-    if (!self || generation != m_screen.generation())
+    co_return self &&generation == m_screen.generation();
+}
+
+QCoro::Task<bool> ZLMainWindowCreateViewController::mayGiveUpChanges(QString question, QString button)
+{
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    const int generation = m_screen.generation();
+    QCoro::Task<int> asking = m_prompts.ask(question,
+        QStringLiteral("What you have changed in this post since it last came from the blog is given up."),
+        {button, QStringLiteral("Cancel")}, 1);
+    const int answer = co_await asking;
+    if (!self || answer != 0 || generation != m_screen.generation())
+        co_return false;
+    QCoro::Task<bool> reporting = isReported(); // a last key would be typed into the blog's version
+    const bool isThere = co_await reporting;
+    co_return isThere;
+}
+
+QCoro::Task<void> ZLMainWindowCreateViewController::revertToBlogVersion()
+{
+    QCoro::Task<bool> asking =
+        mayGiveUpChanges(QStringLiteral("Revert to the blog's version?"), QStringLiteral("Revert"));
+    const bool may = co_await asking;
+    if (!may)
         co_return;
     if (const Result<void> reverted = m_screen.currentDocument()->revertToSyncedVersion(); !reverted)
         m_prompts.alertWithError(reverted.error());
@@ -354,9 +375,20 @@ QCoro::Task<void> ZLMainWindowCreateViewController::revertToBlogVersion()
     readAgain();
 }
 
-void ZLMainWindowCreateViewController::takeBlogVersion()
+QCoro::Task<void> ZLMainWindowCreateViewController::takeBlogVersion()
 {
+    QCoro::Task<bool> reporting = isReported();
+    bool may = co_await reporting;
+    if (!may)
+        co_return;
     const DocumentPtr document = m_screen.currentDocument();
+    if (!document->fileInfo.status.isEmpty()) {
+        QCoro::Task<bool> asking =
+            mayGiveUpChanges(QStringLiteral("Take the blog's version?"), QStringLiteral("Take It"));
+        may = co_await asking;
+    }
+    if (!may || !m_blogVersion)
+        co_return;
     document->setRecentlySyncedWordpressPost(*std::exchange(m_blogVersion, nullptr));
     std::ignore = document->saveDocument(); // a failure is said by the document controller
     m_host.loadLocalPosts();
@@ -365,11 +397,9 @@ void ZLMainWindowCreateViewController::takeBlogVersion()
 
 QCoro::Task<void> ZLMainWindowCreateViewController::publishAsNewPost()
 {
-    const QPointer<ZLMainWindowCreateViewController> self(this);
-    const int generation = m_screen.generation();
-    QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
-    (void)co_await reporting;
-    if (!self || generation != m_screen.generation())
+    QCoro::Task<bool> reporting = isReported();
+    const bool isThere = co_await reporting;
+    if (!isThere)
         co_return;
     if (const Result<void> made = m_screen.becomeNewPost(); !made)
         co_return m_prompts.alertWithError(made.error());

@@ -72,7 +72,9 @@ private:
 
     QCoro::Task<void> perform(PostAction action);
     QCoro::Task<void> revertToBlogVersion();
-    void takeBlogVersion();
+    QCoro::Task<bool> isReported();
+    QCoro::Task<bool> mayGiveUpChanges(QString question, QString button);
+    QCoro::Task<void> takeBlogVersion();
     QCoro::Task<void> publishAsNewPost();
     /// Runs a flow that changes the text, unless another is under way or the text cannot be changed now.
     template <typename Flow>

@@ -167,6 +167,41 @@ private Q_SLOTS:
         QVERIFY(screen.controller->currentPost()->localPost == nullptr);
     }
 
+    void meetsAVersionOfTheBlog_data()
+    {
+        const TestTable<QString, bool, bool> row({"late", "isLeft", "isConflict"});
+        row("a last key", "<p>Textx</p>", false, true);
+        row("a last key, of a post that was left", "<p>Textx</p>", true, true);
+        row("nothing new", "<p>Text</p>", false, false);
+    }
+
+    void meetsAVersionOfTheBlog()
+    {
+        QFETCH(QString, late);
+        QFETCH(bool, isLeft);
+        QFETCH(bool, isConflict);
+        ComposeFixture screen(ZLWordpressPost::Publish);
+        const LocalPostPtr row = screen.post()->localPost;
+        const int owner = screen.page.owner;
+        if (isLeft)
+            screen.controller->newPost();
+        const PostPtr theirs = (*ZLDocument::open(row->localFile))->wordpressPost();
+        theirs->content = theirs->storedContent = "<p>theirs</p>";
+        QVERIFY(theirs->saveAtPath(row->localFile.toLocalFile()));
+        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
+        Q_EMIT screen.page.setPostContent(late, owner); // was on its way
+        screen.settle();
+        const QString kept = isConflict ? late : "<p>theirs</p>";
+        const DocumentPtr written = screen.onDisk(row);
+        QCOMPARE(written->post.content, kept);
+        QCOMPARE(written->isInConflict(), isConflict);
+        const auto other = ZLDocument::open(QUrl::fromLocalFile(PostSync::conflictPath(row->localFile.toLocalFile())));
+        QCOMPARE(other ? (*other)->post.content : QString(), isConflict ? "<p>theirs</p>" : QString());
+        if (!isLeft)
+            QCOMPARE(*screen.page.body, kept);
+        QCOMPARE(screen.view.noticeAction, isConflict && !isLeft ? "Choose…" : "");
+    }
+
     void goesIntoTheBlankPostThatWasLeft()
     {
         for (const bool isStillThere : {true, false}) {
