@@ -12,11 +12,47 @@ bool isPage(const PostPtr &post)
     return post->type == ZLWordpressPost::Page;
 }
 
-/// What was sent is what the blog stores from now on; what was read when the post was opened is past.
+/// The texts that the post's file held when it was sent.
+PostFields textsOf(const ZLWordpressPost &sent)
+{
+    PostFields texts = sent;
+    if (!sent.storedContent.isNull())
+        texts.content = sent.storedContent;
+    return texts;
+}
+
+/// What was sent is what the blog stores from now on; what the file held is past.
 void rememberAsStored(ZLWordpressPost &sent)
 {
     sent.storedContent = sent.content;
 }
+
+/// What was typed into a document since its post was sent. It stays, as a change of what the blog has.
+class TypedSince {
+public:
+    TypedSince(const ZLDocument &document, const PostFields &sent)
+    {
+        if (document.storedTitle() != sent.title)
+            m_title = document.post.title;
+        if (document.storedContent() != sent.content)
+            m_content = document.storedContent();
+        if (document.post.taxonomies != sent.taxonomies)
+            m_taxonomies = document.post.taxonomies;
+    }
+    bool isNothing() const { return !m_title && !m_content && !m_taxonomies; }
+    void putInto(ZLDocument &document) const
+    {
+        document.post.title = m_title.value_or(document.post.title);
+        document.post.content = m_content.value_or(document.post.content);
+        document.post.taxonomies = m_taxonomies.value_or(document.post.taxonomies);
+        document.updateChangeCount();
+    }
+
+private:
+    std::optional<QString> m_title;
+    std::optional<QString> m_content;
+    std::optional<QList<ZLTaxonomy>> m_taxonomies;
+};
 
 /// "Successfully Published Page", and its like.
 QString success(const char16_t *deed, const PostPtr &post)
@@ -86,7 +122,7 @@ void PublicationOutcomes::didPublishPost(ZLWordpressService *service, const Post
     const bool stays = original->id == remote->id;
     const QString home =
         stays ? QString() : m_environment.platform.files.postPathForBlogURL(service->blogName, remote->id);
-    storeRemoteState({remote, row, home});
+    storeRemoteState({remote, row, home, textsOf(*original)});
     service->syncTaxonomiesAfterPublish(remote);
 }
 
@@ -101,8 +137,9 @@ void PublicationOutcomes::didPublishDraftPost(ZLWordpressService *service, const
                 QUrl(post->URL));
     }
     openInBrowserIfWanted(post);
+    const PostFields sent = textsOf(*post);
     rememberAsStored(*post);
-    storeRemoteState({post, row, {}});
+    storeRemoteState({post, row, {}, sent});
     service->syncTaxonomiesAfterPublish(post);
 }
 
@@ -115,8 +152,9 @@ void PublicationOutcomes::didUpdatePost(ZLWordpressService *service, const PostP
         notify(*service, success(isInFuture(post) ? u"Scheduled" : u"Updated", post), QUrl(post->URL));
     else if (!row->published && defaults.boolForKey(u"notifyDraft"_qs))
         notify(*service, u"Successfully Updated Draft."_qs, {});
+    const PostFields sent = textsOf(*post);
     rememberAsStored(*post);
-    storeRemoteState({post, row, {}});
+    storeRemoteState({post, row, {}, sent});
     service->syncTaxonomiesAfterPublish(post);
 }
 
@@ -176,12 +214,18 @@ QCoro::Task<void> PublicationOutcomes::storeRemoteState(Finished finished)
         co_return;
     }
     const DocumentPtr document = *opened;
-    document->setRecentlySyncedWordpressPost(*finished.post);
     const QUrl previousLocalURL = finished.row->localFile;
+    const TypedSince typed(*document, finished.sent);
+    document->setRecentlySyncedWordpressPost(*finished.post);
     // A failure is said by the document itself, which keeps the text.
     (void)document->saveDocument();
     if (!finished.home.isNull())
         moveDocument(document, finished);
+    if (!typed.isNothing()) {
+        typed.putInto(*document);
+        (void)document->saveDocument();
+        finished.row->status = ZLLocalPostRepresentation::Modified;
+    }
     showOutcome(finished, previousLocalURL);
     document->close();
 }

@@ -23,6 +23,7 @@ private:
         PostPtr post; ///< the remote state
         LocalPostPtr row;
         QString home; ///< folder that the file moves to; null: it stays
+        PostFields sent; ///< with the texts that the file held then
     };
 
     LocalPostPtr rowOf(const ZLWordpressPost &post, const QString &blogName) const;

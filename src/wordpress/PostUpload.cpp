@@ -70,16 +70,12 @@ bool isSame(const ZLWordpressPost &one, const ZLWordpressPost &other)
     return hasSameText && !(fields & ~(PostChanges::Title | PostChanges::Content));
 }
 
-/// Whether this post of the blog is the one that was sent at `began`, when no answer came.
+/// Whether this post of the blog is what an earlier upload made, of which no answer came. It went out with the date
+/// that was noted then; the writer may have changed its title or its text since.
 bool mayBeFrom(const ZLWordpressPost &onBlog, const ZLWordpressPost &sent)
 {
-    if (onBlog.type != sent.type || !sameStoredText(onBlog.title, sent.title))
-        return false;
-    // A post that went without a date has that of the blog's clock, which need not be right.
-    constexpr qint64 clocksDifferBy = 3600;
-    if (sent.createdAt.isValid())
-        return onBlog.createdAt.secsTo(sent.createdAt) == 0;
-    return sent.firstPublishBegan.secsTo(onBlog.createdAt) > -clocksDifferBy;
+    return onBlog.type == sent.type && onBlog.createdAt.secsTo(sent.firstPublishBegan) == 0
+        && (sameStoredText(onBlog.title, sent.title) || sameStoredText(onBlog.content, sent.content));
 }
 } // namespace
 
@@ -231,8 +227,14 @@ QCoro::Task<Result<QString>> PostUpload::makePost()
             co_return earlier;
         found = *earlier;
     }
-    if (found.isEmpty()) {
-        QCoro::Task<bool> noting = noteFirstPublish(m_environment.clock.now());
+    const QDateTime now = m_environment.clock.now();
+    if (!found.isEmpty() && !(m_post->createdAt > now)) {
+        m_post->createdAt = m_post->firstPublishBegan; // it is out since then
+    } else if (found.isEmpty()) {
+        // By its date it is found again, so that it does not go out without one.
+        if (!m_post->createdAt.isValid())
+            m_post->createdAt = now;
+        QCoro::Task<bool> noting = noteFirstPublish(m_post->createdAt);
         if (!co_await noting)
             co_return failure(ServiceFailures::cancelled());
     }

@@ -2,6 +2,7 @@
 
 #include "AppFixture.h"
 
+#include <QCoroTask>
 #include <QTest>
 
 /// A connected blog that has been synchronised once.
@@ -16,8 +17,10 @@ struct ConnectedBlog : AppFixture {
         launch();
         QTRY_VERIFY(!list.isSyncing);
     }
+    /// Sends a post with its texts in its file, as the compose screen does.
     void send(const PostPtr &post, int kind)
     {
+        store(*post);
         const qsizetype before = list.updated.size();
         service()->syncCategoriesAndPublishPost(post, kind);
         QTRY_COMPARE(list.updated.size(), before + 1);
@@ -26,10 +29,21 @@ struct ConnectedBlog : AppFixture {
     void sendLate(const PostPtr &post, const QString &late, int kind = ZLWordpressService::NewPost)
     {
         post->status = ZLWordpressPost::Publish;
+        store(*post);
         if (!late.isEmpty())
             blog.answerLate(late);
         service()->syncCategoriesAndPublishPost(post, kind);
         QTRY_COMPARE(network.heldCount(), late.isEmpty() ? 0 : 1);
+    }
+    void store(ZLWordpressPost &post)
+    {
+        const DocumentPtr document =
+            QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(post.localFile)).value();
+        document->post.title = post.title;
+        document->post.content = post.storedContent = post.content;
+        document->post.taxonomies = post.taxonomies;
+        document->updateChangeCount();
+        (void)document->saveDocument();
     }
     QString titlesDelivered() const
     {

@@ -1,0 +1,197 @@
+#include "ConnectedBlog.h"
+#include "app/AppComposeHost.h"
+#include "compose/ZLMainWindowCreateViewController.h"
+#include "model/PostSync.h"
+#include "support/FakeComposePage.h"
+#include "support/FakeComposeView.h"
+
+namespace {
+/// The compose screen over the real controller, which brings what it sends to a pretended blog.
+struct ScreenOnBlog : ConnectedBlog {
+    ScreenOnBlog()
+    {
+        start();
+        open();
+    }
+    ~ScreenOnBlog() { controller.reset(); }
+    void open()
+    {
+        host = std::make_unique<AppComposeHost>(app());
+        controller = std::make_unique<ZLMainWindowCreateViewController>(*host, page, view, prompts);
+    }
+    void restart()
+    {
+        controller->saveDocuments();
+        controller.reset();
+        quit();
+        start();
+        open();
+        load(rows().value(0));
+    }
+    void load(const LocalPostPtr &row)
+    {
+        controller->loadPost(row);
+        QTRY_VERIFY(controller->currentDocument() && controller->currentDocument()->fileURL() == row->localFile);
+    }
+    void publish() { controller->doActionForCurrentPost(PostAction::Publish); }
+    bool isAtRest() const
+    {
+        return !controller->isUploadingCurrentPost() && controller->actions().testFlag(PostAction::Publish);
+    }
+    DocumentPtr document() const { return controller->currentDocument(); }
+    /// What the blog last gave, as the file beside the post has it.
+    QString syncedContent() const
+    {
+        const auto synced =
+            ZLDocument::open(QUrl::fromLocalFile(PostSync::syncedPath(document()->fileURL().toLocalFile())));
+        return synced ? (*synced)->storedContent() : QString();
+    }
+
+    FakeComposePage page;
+    FakeComposeView view;
+    std::unique_ptr<AppComposeHost> host;
+    std::unique_ptr<ZLMainWindowCreateViewController> controller;
+};
+} // namespace
+
+/// Presses of Publish, from the screen to the blog and back.
+class SendingAgainTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void makesOnePost_data()
+    {
+        const TestTable<std::function<void(FakeBlog &)>, bool> row({"spoil", "isCancelled"});
+        row(
+            "the answer is cut", [](FakeBlog &b) { b.answerCut(u"wp.newPost"_qs, 60); }, false);
+        row(
+            "the copy cannot be read", [](FakeBlog &b) { b.answerCut(u"wp.getPost"_qs, 60); }, false);
+        row(
+            "cancelled", [](FakeBlog &b) { b.answerLate(u"wp.newPost"_qs); }, true);
+    }
+
+    void makesOnePost()
+    {
+        QFETCH(std::function<void(FakeBlog &)>, spoil);
+        QFETCH(bool, isCancelled);
+        for (const QString &change : {u"nothing"_qs, u"title"_qs, u"restart"_qs}) {
+            ScreenOnBlog f;
+            f.view.typeTitle(u"Title"_qs);
+            f.page.type(u"<p>first</p>"_qs);
+            const QDateTime began = f.clock.present;
+            spoil(f.blog);
+            f.publish();
+            QTRY_COMPARE(f.blog.posts.size(), 1);
+            QTRY_COMPARE(f.network.heldCount(), isCancelled ? 1 : 0);
+            if (isCancelled)
+                Q_EMIT f.view.didPressedCancelUpload();
+            QTRY_VERIFY(f.isAtRest());
+            QVERIFY(f.view.notice.contains(u"may be there"_qs));
+
+            f.clock.present = f.clock.present.addSecs(3600);
+            if (change == u"restart")
+                f.restart();
+            if (change == u"title")
+                f.view.typeTitle(u"Better Title"_qs);
+            else
+                f.page.type(u"<p>second</p>"_qs);
+            const QString text = *f.page.body;
+            f.publish();
+            QTRY_VERIFY(f.document()->fileInfo.status.isEmpty());
+            QTRY_VERIFY(f.isAtRest());
+            QCOMPARE(f.blog.posts.size(), 1);
+            QCOMPARE(f.blog.posts.first().content, text);
+            QCOMPARE(f.blog.posts.first().title, f.view.titleText);
+            QCOMPARE(f.blog.posts.first().date, began);
+            QCOMPARE(f.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(f.blog.posts.firstKey())});
+            QCOMPARE(f.view.notice, QString());
+        }
+    }
+
+    void datesAPostThatNeverArrivedAnew()
+    {
+        ScreenOnBlog f;
+        f.view.typeTitle(u"Title"_qs);
+        f.blog.breakConnection(u"wp.newPost"_qs, QNetworkReply::RemoteHostClosedError);
+        f.publish();
+        QTRY_VERIFY(f.isAtRest());
+        f.clock.present = f.clock.present.addSecs(3600);
+        f.publish();
+        QTRY_COMPARE(f.blog.posts.size(), 1);
+        QCOMPARE(f.blog.posts.first().date, f.clock.present);
+    }
+
+    void keepsWhatWasTypedMeanwhile_data()
+    {
+        const TestTable<QString, QString> row({"late", "typed"});
+        row("text, first publish", u"wp.newPost"_qs, u"text"_qs);
+        row("title, first publish", u"wp.getPost"_qs, u"title"_qs);
+        row("tokens, update", u"wp.editPost"_qs, u"tokens"_qs);
+        row("text, update", u"wp.editPost"_qs, u"text"_qs);
+    }
+
+    void keepsWhatWasTypedMeanwhile()
+    {
+        QFETCH(QString, late);
+        QFETCH(QString, typed);
+        ScreenOnBlog f;
+        f.view.typeTitle(u"Title"_qs);
+        f.page.type(u"<p>C</p>"_qs);
+        if (late == u"wp.editPost") {
+            f.publish();
+            QTRY_COMPARE(f.list.updated.size(), 1);
+            f.page.type(u"<p>C</p><p>D</p>"_qs);
+        }
+        const QString sent = *f.page.body;
+        f.blog.answerLate(late);
+        f.publish();
+        QTRY_COMPARE(f.network.heldCount(), 1);
+        QCOMPARE(f.view.notice, QString()); // nothing is unclear yet
+        if (typed == u"text")
+            f.page.type(sent + u"x"_qs);
+        else if (typed == u"title")
+            f.view.typeTitle(u"Titlex"_qs);
+        else
+            f.view.typeTokens({u"News"_qs});
+        f.controller->saveDocuments();
+        f.network.release();
+        QTRY_VERIFY(f.isAtRest());
+
+        QCOMPARE(f.blog.posts.first().content, sent);
+        QCOMPARE(f.document()->fileInfo.status, u"modified"_qs);
+        QCOMPARE(f.syncedContent(), sent);
+        QCOMPARE(f.rows().first()->status, int(ZLLocalPostRepresentation::Modified));
+        QCOMPARE(f.view.notice, QString());
+        f.publish();
+        QTRY_VERIFY(f.document()->fileInfo.status.isEmpty());
+        const FakeBlog::Post &post = f.blog.posts.first();
+        QCOMPARE(post.content, *f.page.body);
+        QCOMPARE(post.content.endsWith(u'x'), typed == u"text");
+        QCOMPARE(post.title, typed == u"title" ? u"Titlex"_qs : u"Title"_qs);
+        QCOMPARE(post.categories, typed == u"tokens" ? QStringList(u"News"_qs) : QStringList());
+        QCOMPARE(f.postFiles(u"Blog"_qs).size(), 1);
+    }
+
+    void isNoConflictForARoundMeanwhile()
+    {
+        ScreenOnBlog f;
+        f.blog.addPost(u"T"_qs, u"<p>old</p>"_qs);
+        f.app().rounds().refreshCurrentBlog();
+        QTRY_COMPARE(f.rows().size(), 1);
+        QTRY_VERIFY(!f.list.isSyncing);
+        f.load(f.rows().first());
+        f.page.type(u"<p>new</p>"_qs);
+        f.blog.answerLate(u"wp.editPost"_qs);
+        f.publish();
+        QTRY_COMPARE(f.network.heldCount(), 1);
+        f.app().rounds().refreshCurrentBlog();
+        QTRY_VERIFY(!f.list.isSyncing);
+        f.network.release();
+        QTRY_VERIFY(f.isAtRest());
+        QVERIFY(!f.document()->isInConflict());
+        QCOMPARE(f.postFiles(u"Blog"_qs).size(), 1);
+    }
+};
+
+static const RegisteredTest<SendingAgainTest> registered;
+
+#include "SendingAgainTest.moc"
