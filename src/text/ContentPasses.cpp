@@ -1,5 +1,6 @@
 #include "text/ContentPasses.h"
 
+#include "text/ElementKinds.h"
 #include "text/KeptForms.h"
 #include "text/MarkupScanner.h"
 #include "text/Rewriter.h"
@@ -22,11 +23,24 @@ qsizetype commentFrom(QStringView text, qsizetype at)
     return mark < text.size() ? mark - 1 : mark;
 }
 
-/// Deletes tags as long as one lies in the window of the first characters of what is left.
+/// Whether the words on both sides of a tag are two words.
+bool partsWords(QStringView tag)
+{
+    const qsizetype start = tag.startsWith(u'/') ? 1 : 0;
+    const auto *end = std::find_if_not(tag.begin() + start, tag.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    const QStringView name(tag.begin() + start, end);
+    return name.compare(u"br", Qt::CaseInsensitive) == 0 || (ElementKinds::of(name) & ElementKinds::Block);
+}
+
+/// Deletes tags as long as one lies in the window of the first characters of what is left. A run of tags that holds one
+/// of a block leaves a blank between words.
 QString withoutTagsInWindow(const QString &html)
 {
     Rewriter out(html);
     qsizetype limit = std::min(extractWindow, html.size());
+    qsizetype runStart = 0; // of the tags that stand one behind the other
+    qsizetype runEnd = 0;
+    bool isParted = false;
     for (qsizetype at = indexOf(html, u'<', 0); at + 1 < limit;) {
         qsizetype next = at + 1;
         if (html[next] != u'>') { // "<>" is no tag
@@ -34,7 +48,15 @@ QString withoutTagsInWindow(const QString &html)
             if (end == limit)
                 break;
             next = end + 1;
-            out.replace(at, next);
+            if (at != runEnd) {
+                runStart = at;
+                isParted = false;
+            }
+            runEnd = next;
+            isParted = isParted || partsWords(QStringView(html).sliced(at + 1, end - at - 1));
+            const bool isBetweenWords = runStart > 0 && !isSpace(html[runStart - 1].unicode()) && next < html.size()
+                && html[next] != u'<' && !isSpace(html[next].unicode());
+            out.replace(at, next, isParted && isBetweenWords ? QStringView(u" ") : QStringView());
             limit = std::min(html.size(), limit + next - at);
         }
         at = indexOf(html, u'<', next);

@@ -172,6 +172,10 @@ private Q_SLOTS:
     {
         const TestTable<QString, QString> row({"text", "expected"});
         const QString words = u"0123456789"_qs.repeated(29);
+        row("blocks part words", "<p>p1</p><ul><li class='x'>x</li><li>y<ul><li>z</LI></ul></li></ul>\n\n<h2>end</h2>",
+            "p1 x y z  end");
+        row("line breaks part words", "a<br />b<br><u>c</u>", "a b c");
+        row("nothing but tags", "<p><img src=x></p><hr>", "");
         row("tags go", "<p>a<b>b</b></p>\nc&nbsp;d", "ab c d");
         row("tag in the window", words + u"<b>1234567<br>"_qs, words + u"1234567 "_qs);
         row("tag behind the window", words + u"12345678<b>"_qs, words + u"12345678<b>"_qs);

@@ -72,21 +72,6 @@ QString paragraphs(const QString &content)
     return removeEmptyParagraphs(result);
 }
 
-QString removeHTMLFromString(QString html)
-{
-    static const QRegularExpression tag = pattern(u"<[^>]+>"_qs);
-    for (;;) {
-        QString window = html.left(300);
-        if (!window.isEmpty() && window.back().isHighSurrogate())
-            window.back() = u'x'; // the engine takes no half characters
-        const QRegularExpressionMatch match = tag.match(window);
-        if (!match.hasMatch())
-            break;
-        html.remove(match.capturedStart(), match.capturedLength());
-    }
-    return html.replace(u"<br>"_qs, u" "_qs).replace(u"\n"_qs, u" "_qs).replace(u"&nbsp;"_qs, u" "_qs);
-}
-
 QString entitiesDecoded(const QString &text)
 {
     QString result = text;

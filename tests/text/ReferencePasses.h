@@ -7,7 +7,6 @@
 namespace ReferencePasses {
 QString removeEmptyParagraphs(QString content);
 QString paragraphs(const QString &content);
-QString removeHTMLFromString(QString html);
 QString entitiesDecoded(const QString &text);
 QString plainText(const QString &html);
 } // namespace ReferencePasses
