@@ -3,11 +3,14 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QListView>
+#include <QScrollBar>
 #include <QStringListModel>
 
 namespace {
 constexpr int shortestSearch = 3; // the "#" of a tag counts
-}
+constexpr int sideSpace = 12; // beside a completion
+} // namespace
 
 ZLTokenEditor::ZLTokenEditor(QWidget *parent)
     : QLineEdit(parent)
@@ -21,9 +24,13 @@ ZLTokenEditor::ZLTokenEditor(QWidget *parent)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     setCompleter(completer);
     connect(this, &QLineEdit::textEdited, this, &ZLTokenEditor::textWasEdited);
-    // Queued: the field takes the completion as its text first, and would have it again after the commit.
+    auto *list = static_cast<QListView *>(completer->popup());
+    list->setFrameStyle(QFrame::Box | QFrame::Plain);
+    list->setForegroundRole(QPalette::Mid);
+    // Queued: the field takes the completion as its text first, and would have it again after the commit. Not a
+    // connection to the field: it ends all that it has with its completer whenever it loses the focus.
     connect(
-        completer, qOverload<const QString &>(&QCompleter::activated), this,
+        completer, qOverload<const QString &>(&QCompleter::activated), completer,
         [this](const QString &chosen) { commitText(chosen); }, Qt::QueuedConnection);
 }
 
@@ -54,6 +61,18 @@ void ZLTokenEditor::textWasEdited(const QString &text)
     m_model->setStringList(isLongEnough && m_completions ? m_completions(typed) : QStringList());
     if (m_model->stringList().isEmpty())
         hideCompletions();
+    else
+        fitCompletions();
+}
+
+/// The list would be as wide as the field.
+void ZLTokenEditor::fitCompletions()
+{
+    QAbstractItemView *list = completer()->popup();
+    int width = 0;
+    for (const QString &completion : m_model->stringList())
+        width = qMax(width, list->fontMetrics().horizontalAdvance(completion));
+    list->setMaximumWidth(width + list->verticalScrollBar()->sizeHint().width() + 2 * sideSpace);
 }
 
 void ZLTokenEditor::reset()

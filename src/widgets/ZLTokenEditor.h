@@ -35,6 +35,7 @@ protected:
 private:
     void textWasEdited(const QString &text);
     void commitText(const QString &text);
+    void fitCompletions();
     bool isCompletionChosen() const;
 
     QStringListModel *m_model;

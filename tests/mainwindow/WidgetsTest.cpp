@@ -150,13 +150,17 @@ private Q_SLOTS:
         ZLTokenField field(u"terms"_qs);
         field.setCompletions([](const QString &) { return QStringList{u"Travel"_qs, u"Traffic"_qs}; });
         QSignalSpy changes(&field, &ZLTokenField::tokensDidChange);
+        field.resize(600, field.sizeHint().height());
         field.show();
         QVERIFY(QTest::qWaitForWindowActive(&field));
+        field.setFocus();
+        field.findChild<QLineEdit *>()->clearFocus(); // a field that had the focus before
         field.setFocus();
         auto *editor = field.findChild<QLineEdit *>();
         QTest::keyClicks(editor, u"tra"_qs);
         const QAbstractItemView *popup = editor->completer()->popup();
         QTRY_VERIFY(popup->isVisible());
+        QVERIFY(popup->width() < editor->width() / 2);
         for (const int key : keys) // they go to the popup while it is open
             QTest::keyClick(
                 popup->isVisible() ? const_cast<QAbstractItemView *>(popup) : (QWidget *)editor, Qt::Key(key));
