@@ -22,22 +22,24 @@ export function execCommand(editor, name) {
     return /list$/i.test(name) ? keepingPlace(editor, () => document.execCommand(name)) : document.execCommand(name);
 }
 
-/** Where it makes a list, Chromium takes the cursor to the beginning of the item. The text stays the same. */
+/**
+ * Where it makes a list, Chromium takes the cursor to the beginning of the item. The text stays the same; where as much
+ * of it is before the cursor as there was, the cursor is right, and in an empty item there is no other place.
+ */
 function keepingPlace({content}, command) {
-    const {anchorNode, anchorOffset, focusNode, focusOffset} = getSelection();
-    const anchor = charactersBefore(content, anchorNode, anchorOffset);
-    const focus = charactersBefore(content, focusNode, focusOffset);
+    const before = charactersBefore(content);
     const done = command();
-    const places = [anchor, focus].map(count => placeAfter(content, count));
-    if (places.every(place => place !== null))
-        getSelection().setBaseAndExtent(...places[0], ...places[1]);
+    const place = charactersBefore(content) < before ? placeAfter(content, before) : null;
+    if (place && getSelection().isCollapsed)
+        getSelection().collapse(...place);
     return done;
 }
 
-function charactersBefore(content, node, offset) {
+function charactersBefore(content) {
+    const {focusNode, focusOffset} = getSelection();
     const range = document.createRange();
     range.selectNodeContents(content);
-    range.setEnd(node, offset);
+    range.setEnd(focusNode, focusOffset);
     return range.toString().length;
 }
 
@@ -46,7 +48,7 @@ function placeAfter(content, count) {
     const texts = document.createTreeWalker(content, NodeFilter.SHOW_TEXT);
     while (texts.nextNode()) {
         const {length} = texts.currentNode;
-        if (count <= length && count > 0)
+        if (count <= length)
             return [texts.currentNode, count];
         count -= length;
     }

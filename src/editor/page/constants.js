@@ -30,6 +30,8 @@ export const NO_LINK = '(null)';
 
 export const VOID_ELEMENTS = new Set(elements.void);
 export const BLOCK_ELEMENTS = new Set(elements.block);
+/** Elements that no paragraph can hold. */
+export const CLOSES_PARAGRAPH = new Set(elements.closesParagraph);
 /** Elements that stand within a line. */
 export const PHRASING = new Set(elements.phrasing);
 /** Elements whose text the tokenizer takes as it is. */

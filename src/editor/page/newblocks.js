@@ -1,7 +1,7 @@
 // Nodes that a body of the block editor did not come with, as blocks of their kind.
 
 import {closeBlock, kindOf, openBlock} from './blocks.js';
-import {isBlank, isInline, isList} from './nodes.js';
+import {isBlank, isInline, isList, withoutWrappers} from './nodes.js';
 
 export function newBlock(serialiser, nodes) {
     const [node] = nodes;
@@ -53,7 +53,7 @@ function listItem(serialiser, item) {
 
 function quoteContent(serialiser, quote) {
     const runs = [];
-    for (const node of quote.childNodes) {
+    for (const node of withoutWrappers(quote.childNodes)) {
         if (isInline(node) && runs.length > 0 && isInline(runs.at(-1)[0]))
             runs.at(-1).push(node);
         else if (!isBlank(node))

@@ -1,6 +1,6 @@
 // What nodes are to the editor.
 
-import {BLOCK_ELEMENTS, EMBED, INERT, MORE} from './constants.js';
+import {BLOCK_ELEMENTS, CLOSES_PARAGRAPH, EMBED, INERT, MORE} from './constants.js';
 
 const NOT_EMPTY = `img,hr,table,figure,[${INERT}],[${EMBED}],[${MORE}],br+br`;
 
@@ -20,14 +20,17 @@ export function isVoidOfContent(nodes) {
         && !(isElement(node) && (node.matches(NOT_EMPTY) || node.querySelector(NOT_EMPTY)))));
 }
 
-/** Chromium leaves the paragraph around a list that it makes of it, and undoes the list only while that is there. */
-export function isListWrapper(node) {
-    return node.localName === 'p' && node.firstElementChild !== null && isList(node.firstElementChild);
+/**
+ * Chromium leaves the paragraph around a list that it makes of it, and undoes the list only while that is there. What
+ * is written on behind the list is in that paragraph, too, and no markup has a block in a paragraph.
+ */
+function isWrapper(node) {
+    return node.localName === 'p' && CLOSES_PARAGRAPH.has(node.firstElementChild?.localName);
 }
 
 /** The nodes without such paragraphs. */
 export function withoutWrappers(nodes) {
-    return [...nodes].flatMap(node => isListWrapper(node) ? [...node.childNodes] : [node]);
+    return [...nodes].flatMap(node => isWrapper(node) ? withoutWrappers(node.childNodes) : [node]);
 }
 
 export function elementsIn(nodes) {

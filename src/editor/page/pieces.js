@@ -3,7 +3,7 @@
 
 import {BLOCK} from './constants.js';
 import {newBlock} from './newblocks.js';
-import {elementsIn, isBlank, isComment, isElement, isInline, isList, isListWrapper, isVoidOfContent, withoutWrappers} from './nodes.js';
+import {elementsIn, isBlank, isComment, isElement, isInline, isList, isVoidOfContent, withoutWrappers} from './nodes.js';
 import {originalOf} from './originals.js';
 import {Original} from './preserve.js';
 import {Serialiser} from './serialise.js';
@@ -69,9 +69,7 @@ export class Body {
     }
 
     markDirty(node) {
-        this.forms.delete(node);
-        if (isListWrapper(node))
-            node.childNodes.forEach(child => this.forms.delete(child));
+        [node, ...withoutWrappers([node])].forEach(each => this.forms.delete(each));
     }
 
     compose(content) {
