@@ -1,7 +1,17 @@
 #include "editor/EditorCalls.h"
 
+#include <QCoreApplication>
 #include <QMetaEnum>
+#include <QScopedValueRollback>
 #include <QTimer>
+
+namespace {
+bool changesTextOrCursor(EditorCalls::Function function)
+{
+    using Function = EditorCalls::Function;
+    return function != Function::getBodyContent && function != Function::getRawContent;
+}
+} // namespace
 
 EditorCalls::~EditorCalls()
 {
@@ -18,23 +28,58 @@ void EditorCalls::close()
 {
     m_open = false;
     m_held = false;
-    m_heldRequests.clear();
-    while (!m_waiting.empty())
-        end(m_waiting.begin()->first, std::nullopt);
+    m_changing = 0;
+    m_queue.clear();
+    while (!m_promises.empty())
+        end(m_promises.begin()->first, std::nullopt);
 }
 
 void EditorCalls::hold()
 {
+    sendAll();
     m_held = true;
 }
 
 void EditorCalls::release()
 {
     m_held = false;
-    const auto requests = std::move(m_heldRequests);
-    m_heldRequests.clear();
-    for (const Request &request : requests)
-        send(request, answerLimit);
+    sendWaiting();
+}
+
+void EditorCalls::sendWaiting()
+{
+    while (!m_held && m_changing == 0 && !m_queue.empty())
+        sendNext();
+}
+
+void EditorCalls::sendAll()
+{
+    while (!m_held && !m_queue.empty())
+        sendNext();
+    m_changing = 0;
+}
+
+void EditorCalls::sendNext()
+{
+    const Waiting next = std::move(m_queue.front());
+    m_queue.pop_front();
+    if (!next.typed) {
+        m_changing = changesTextOrCursor(next.request.function) ? next.request.id : m_changing;
+        return send(next.request, answerLimit);
+    }
+    const QScopedValueRollback sending(m_isSendingTyped, true);
+    if (next.receiver)
+        QCoreApplication::sendEvent(next.receiver, next.typed.get());
+}
+
+bool EditorCalls::keepsBack(QObject *receiver, const QEvent &event)
+{
+    if (m_isSendingTyped || (m_changing == 0 && m_queue.empty())) {
+        m_keysSent += event.type() != QEvent::InputMethod;
+        return false;
+    }
+    m_queue.push_back({{}, receiver, std::unique_ptr<QEvent>(event.clone())});
+    return true;
 }
 
 void EditorCalls::send(const Request &request, std::chrono::milliseconds limit)
@@ -47,10 +92,12 @@ void EditorCalls::send(const Request &request, std::chrono::milliseconds limit)
 
 QFuture<EditorCalls::Answer> EditorCalls::call(Function function, const QVariantList &arguments)
 {
-    if (!m_open || !m_held)
+    if (!m_open)
         return callNow(function, arguments);
-    m_heldRequests.push_back({++m_lastId, function, arguments});
-    return wait(m_lastId);
+    m_queue.push_back({{++m_lastId, function, arguments}, nullptr, nullptr});
+    const QFuture<Answer> answer = wait(m_lastId);
+    sendWaiting();
+    return answer;
 }
 
 QFuture<EditorCalls::Answer> EditorCalls::callNow(
@@ -67,7 +114,7 @@ QFuture<EditorCalls::Answer> EditorCalls::callNow(
 
 QFuture<EditorCalls::Answer> EditorCalls::wait(int id)
 {
-    QPromise<Answer> &promise = m_waiting[id];
+    QPromise<Answer> &promise = m_promises[id];
     promise.start();
     return promise.future();
 }
@@ -79,9 +126,15 @@ void EditorCalls::answered(int id, const QVariant &value)
 
 void EditorCalls::end(int id, const Answer &answer)
 {
-    auto waiting = m_waiting.extract(id);
+    auto waiting = m_promises.extract(id);
     if (waiting.empty())
         return;
     waiting.mapped().addResult(answer);
     waiting.mapped().finish();
+    if (id != m_changing)
+        return;
+    m_changing = 0;
+    if (!answer)
+        sendAll(); // the page hangs, and nothing is to wait any longer
+    sendWaiting();
 }

@@ -1,19 +1,23 @@
 #pragma once
 
+#include <QEvent>
 #include <QFuture>
 #include <QObject>
+#include <QPointer>
 #include <QPromise>
 #include <QVariant>
 #include <chrono>
+#include <deque>
 #include <map>
+#include <memory>
 #include <optional>
-#include <vector>
 
 /// The road from the program to the page: calls of the page's functions. Name and arguments cross the channel as data;
 /// the page looks the function up in its table and answers by number. Known to the page as `Calls`.
 ///
 /// While closed, calls are answered by nullopt at once; while held, they wait for the release in their order. Keys
-/// reach the page by another way, so each call tells how many went before it, and the page runs it behind them.
+/// reach the page by another way, so each call tells how many went before it, and the page runs it behind them. The
+/// keys behind a call that changes text or cursor wait for its answer, and all that is called and typed behind them.
 class EditorCalls : public QObject {
     Q_OBJECT
 public:
@@ -42,7 +46,7 @@ public:
     void open();
     /// The page is gone: all that wait get nullopt.
     void close();
-    void hold();
+    void hold(); ///< whatever waits for an answer goes out before
     void release();
 
     /// The answer is nullopt when the page goes away or does not answer in time.
@@ -51,7 +55,8 @@ public:
     QFuture<Answer> callNow(
         Function function, const QVariantList &arguments = {}, std::chrono::milliseconds limit = answerLimit);
 
-    void keyWasSent() { ++m_keysSent; } ///< a key was pressed or released in the page
+    /// Something was typed for the page, whose keys go to `receiver`. True: it is kept, and will be sent there later.
+    bool keepsBack(QObject *receiver, const QEvent &event);
 
     static constexpr std::chrono::milliseconds answerLimit{15'000};
 
@@ -67,7 +72,16 @@ private:
         Function function;
         QVariantList arguments;
     };
+    /// A call that waits for its turn, or something that was typed.
+    struct Waiting {
+        Request request;
+        QPointer<QObject> receiver;
+        std::unique_ptr<QEvent> typed;
+    };
     void send(const Request &request, std::chrono::milliseconds limit);
+    void sendWaiting();
+    void sendAll(); ///< without a wait for answers
+    void sendNext();
     void end(int id, const Answer &answer);
     QFuture<Answer> wait(int id);
 
@@ -75,6 +89,8 @@ private:
     int m_keysSent = 0; ///< since the page is there
     bool m_open = false;
     bool m_held = false;
-    std::map<int, QPromise<Answer>> m_waiting;
-    std::vector<Request> m_heldRequests;
+    int m_changing = 0; ///< the call that keys wait for
+    bool m_isSendingTyped = false;
+    std::map<int, QPromise<Answer>> m_promises;
+    std::deque<Waiting> m_queue;
 };

@@ -214,8 +214,10 @@ bool ZLEditorWebView::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != focusProxy())
         return QWebEngineView::eventFilter(watched, event);
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
-        m_page.calls().keyWasSent();
+    const bool isTyped = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease
+        || event->type() == QEvent::InputMethod;
+    if (isTyped && m_page.calls().keepsBack(watched, *event))
+        return true;
     if (event->type() == QEvent::ShortcutOverride && isOfProgram(*static_cast<QKeyEvent *>(event))) {
         event->ignore();
         return true;

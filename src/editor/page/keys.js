@@ -3,7 +3,7 @@
 import {indent, isInList, outdent} from './lists.js';
 import {ensureSelection, rangeIn} from './selection.js';
 
-const LIMIT_MS = 100; // a key that the page never sees must not stop the calls
+const LIMIT_MS = 300; // a key that the page never sees must not stop the calls
 
 let keysSeen = 0;
 let lastCall = Promise.resolve();
