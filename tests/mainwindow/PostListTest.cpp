@@ -239,7 +239,7 @@ private Q_SLOTS:
     void showsSomethingForEveryRow_data()
     {
         const TestTable<QString, QString, QString, QString> row({"title", "content", "shownTitle", "shownDetail"});
-        row("text", u"T"_qs, u"<p>One<br>two&nbsp;three</p>"_qs, u"T"_qs, u"Onetwo three"_qs);
+        row("text", u"T"_qs, u"<p>One<br>two&nbsp;three</p>"_qs, u"T"_qs, u"One two three"_qs);
         row("entities", u"T"_qs, u"<p>Fish &amp; chips</p>"_qs, u"T"_qs, u"Fish & chips"_qs);
         row("nothing", {}, {}, u"No title"_qs, u"No content"_qs);
         row("only a picture", u"T"_qs, u"<img src=\"a.png\">"_qs, u"T"_qs, u"No content"_qs);
