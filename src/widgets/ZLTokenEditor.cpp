@@ -1,5 +1,7 @@
 #include "widgets/ZLTokenEditor.h"
 
+#include "widgets/ZLTheme.h"
+
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
@@ -26,7 +28,6 @@ ZLTokenEditor::ZLTokenEditor(QWidget *parent)
     connect(this, &QLineEdit::textEdited, this, &ZLTokenEditor::textWasEdited);
     auto *list = static_cast<QListView *>(completer->popup());
     list->setFrameStyle(QFrame::Box | QFrame::Plain);
-    list->setForegroundRole(QPalette::Mid);
     // Queued: the field takes the completion as its text first, and would have it again after the commit. Not a
     // connection to the field: it ends all that it has with its completer whenever it loses the focus.
     connect(
@@ -72,6 +73,9 @@ void ZLTokenEditor::fitCompletions()
     int width = 0;
     for (const QString &completion : m_model->stringList())
         width = qMax(width, list->fontMetrics().horizontalAdvance(completion));
+    QPalette colors = palette();
+    colors.setColor(QPalette::WindowText, ZLTheme::edge(colors)); // of the frame
+    list->setPalette(colors);
     list->setMaximumWidth(width + list->verticalScrollBar()->sizeHint().width() + 2 * sideSpace);
 }
 
