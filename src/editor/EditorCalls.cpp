@@ -1,15 +1,28 @@
 #include "editor/EditorCalls.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMetaEnum>
 #include <QScopedValueRollback>
 #include <QTimer>
+#include <QWidget>
+#include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace {
 bool changesTextOrCursor(EditorCalls::Function function)
 {
     using Function = EditorCalls::Function;
     return function != Function::getBodyContent && function != Function::getRawContent;
+}
+
+bool isTab(const QEvent &event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent &>(event).key();
+    return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 } // namespace
 
@@ -76,10 +89,33 @@ bool EditorCalls::keepsBack(QObject *receiver, const QEvent &event)
 {
     if (m_isSendingTyped || (m_changing == 0 && m_queue.empty())) {
         m_keysSent += event.type() != QEvent::InputMethod;
+        if (isTab(event) && m_open)
+            waitForTab();
         return false;
     }
     m_queue.push_back({{}, receiver, std::unique_ptr<QEvent>(event.clone())});
     return true;
+}
+
+/// It may leave the page. This call's answer comes behind the page's word of that.
+void EditorCalls::waitForTab()
+{
+    m_queue.push_front({{++m_lastId, Function::focusContent, {}}, nullptr, nullptr});
+    wait(m_lastId);
+    if (!m_isSendingTyped)
+        sendWaiting();
+}
+
+void EditorCalls::focusDidLeave()
+{
+    const auto firstTyped =
+        std::stable_partition(m_queue.begin(), m_queue.end(), [](const Waiting &waiting) { return !waiting.typed; });
+    const std::vector<Waiting> typed(std::make_move_iterator(firstTyped), std::make_move_iterator(m_queue.end()));
+    m_queue.erase(firstTyped, m_queue.end());
+    for (const Waiting &waiting : typed) {
+        if (QWidget *focused = QApplication::focusWidget())
+            QCoreApplication::sendEvent(focused, waiting.typed.get());
+    }
 }
 
 void EditorCalls::send(const Request &request, std::chrono::milliseconds limit)

@@ -57,6 +57,7 @@ public:
 
     /// Something was typed for the page, whose keys go to `receiver`. True: it is kept, and will be sent there later.
     bool keepsBack(QObject *receiver, const QEvent &event);
+    void focusDidLeave(); ///< what is kept goes to whatever has the focus now
 
     static constexpr std::chrono::milliseconds answerLimit{15'000};
 
@@ -82,6 +83,7 @@ private:
     void sendWaiting();
     void sendAll(); ///< without a wait for answers
     void sendNext();
+    void waitForTab();
     void end(int id, const Answer &answer);
     QFuture<Answer> wait(int id);
 

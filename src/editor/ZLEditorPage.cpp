@@ -292,11 +292,13 @@ void ZLEditorPage::selectionStyleChanged(const QVariantMap &style)
 void ZLEditorPage::leaveForTitle()
 {
     Q_EMIT focusTitleRequested();
+    m_calls.focusDidLeave();
 }
 
 void ZLEditorPage::leaveForTokens()
 {
     Q_EMIT focusTokensRequested();
+    m_calls.focusDidLeave();
 }
 
 void ZLEditorPage::pastePicture()

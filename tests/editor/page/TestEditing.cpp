@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QCoroTask>
+#include <QLineEdit>
 #include <QSignalSpy>
 
 namespace {
@@ -449,7 +450,17 @@ private Q_SLOTS:
         QTRY_COMPARE(leftForward.size(), 1);
         m_page.press(Qt::Key_Tab, Qt::ShiftModifier);
         QTRY_COMPARE(left.count(), 1);
-        QCOMPARE(m_page.body(), u"word"_qs);
+
+        QLineEdit tokens(m_page.view.get());
+        tokens.show();
+        connect(&m_page.page, &ComposePage::focusTokensRequested, &tokens, [&tokens] { tokens.setFocus(); });
+        m_page.view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_page.view.get()));
+        m_page.typeOn(u"1"_qs);
+        QTest::keyClick(m_page.view->focusProxy(), Qt::Key_Tab);
+        m_page.typeOn(u"one, two"_qs); // faster than the page
+        QTRY_COMPARE(tokens.text(), u"one, two"_qs);
+        QCOMPARE(m_page.body(), u"word1"_qs);
     }
 
     void textIsWhereTheTitleExpectsIt_data()

@@ -102,11 +102,15 @@ private Q_SLOTS:
         m_page.load(u"before"_qs);
         QSignalSpy crashed(&m_page.page, &ComposePage::crashed);
         const QFuture<EditorCalls::Answer> inFlight = m_page.page.calls().call(EditorCalls::Function::getBodyContent);
+        m_page.page.execCommand(u"Bold"_qs);
+        m_page.typeOn(u"lost"_qs);
         ::kill(pid_t(m_page.view->page()->renderProcessPid()), SIGKILL);
         QTRY_COMPARE_WITH_TIMEOUT(crashed.count(), 1, 20'000);
         QVERIFY(inFlight.isFinished());
         m_page.load(u"after"_qs);
-        QCOMPARE(m_page.body(), u"after"_qs);
+        m_page.putCursorBehind(u"after"_qs);
+        m_page.type(u"X"_qs);
+        QCOMPARE(m_page.body(), u"afterX"_qs);
     }
 
     void keepsContentLoadedBeforeReady()
