@@ -44,6 +44,8 @@ bool KeyHold::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
+    if (!event->spontaneous())
+        return false; // typed before, and sent on to where it was meant for
     const auto *widget = qobject_cast<QWidget *>(watched);
     if (!widget || widget->window() != m_window)
         return false; // the window's handle hands the key on to a widget
