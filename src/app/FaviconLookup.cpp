@@ -14,12 +14,12 @@ constexpr int lookupTimeoutMs = 10'000;
 constexpr qint64 largestIcon = 1024LL * 1024;
 constexpr int mostRedirects = 3;
 
-/// Whether the bytes begin as one of the picture formats that icons come in.
+/// Whether the bytes begin as one of the picture formats that icons come in. SVG is none of them: a drawing may name
+/// files of this computer, and cost any time.
 bool looksLikePicture(const QByteArray &head)
 {
     static const QList<QByteArray> signatures{QByteArrayLiteral("\x89PNG"), QByteArray("\0\0\1\0", 4),
-        QByteArrayLiteral("GIF8"), QByteArrayLiteral("\xff\xd8\xff"), QByteArrayLiteral("BM"),
-        QByteArrayLiteral("<svg")};
+        QByteArrayLiteral("GIF8"), QByteArrayLiteral("\xff\xd8\xff"), QByteArrayLiteral("BM")};
     const bool isWebP = head.startsWith("RIFF") && head.mid(8, 4) == "WEBP";
     return isWebP || std::any_of(signatures.begin(), signatures.end(), [&head](const QByteArray &signature) {
         return head.startsWith(signature);

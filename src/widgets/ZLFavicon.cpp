@@ -10,7 +10,8 @@ QIcon ZLFavicon::icon(const QString &path)
     constexpr int largest = 1024; // what a blog calls its favicon may be anything
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
-    if (path.isEmpty() || reader.size().width() > largest || reader.size().height() > largest)
+    const bool isDrawing = reader.format().startsWith("svg"); // which may name files of this computer
+    if (path.isEmpty() || isDrawing || reader.size().width() > largest || reader.size().height() > largest)
         return ZLIcons::icon(u"wordpress_favicon"_qs);
     const QImage image = reader.read();
     if (image.isNull())

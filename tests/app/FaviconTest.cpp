@@ -32,7 +32,7 @@ private Q_SLOTS:
         row("the old place", {{second, {200, picture}}}, true, {first, second});
         row("not to another host", {{first, {.status = 302, .location = far}}}, false, {first, second});
         row("in a circle", {{first, {.status = 302, .location = first}}}, false, {first, first, first, first, second});
-        row("pages instead of pictures", {{first, {200, "<html>sorry"}}, {second, {200, "<html>sorry"}}}, false,
+        row("pages instead of pictures", {{first, {200, "<html>sorry"}}, {second, {200, "<svg/>"}}}, false,
             {first, second});
         row("too large", {{first, {200, picture + QByteArray(2'000'000, ' ')}}}, false, {first, second});
     }

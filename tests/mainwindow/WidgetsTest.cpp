@@ -1,4 +1,6 @@
 #include "WindowFixture.h"
+#include "platform/ZLAtomicFile.h"
+#include "widgets/ZLFavicon.h"
 #include "widgets/ZLLoadingView.h"
 #include "widgets/ZLPlainText.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
@@ -12,6 +14,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -53,6 +56,15 @@ private Q_SLOTS:
         const ZLTokenView token(text);
         QCOMPARE(read(token.toolTip()), text);
         QCOMPARE(token.accessibleName(), text);
+    }
+
+    void drawsNoIconThatMayNameFiles()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"favicon.ico"_qs);
+        const QByteArray drawing = "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect/></svg>";
+        QVERIFY(ZLAtomicFile::write(path, drawing));
+        QCOMPARE(ZLFavicon::icon(path).pixmap(16).toImage(), ZLFavicon::icon({}).pixmap(16).toImage());
     }
 
     void shortensWhatNobodyReads()
