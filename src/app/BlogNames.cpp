@@ -2,6 +2,8 @@
 
 #include "app/BlogAddress.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 /// What names the folder, roughly: a file system may not tell the cases apart, and a "/" becomes "-".
@@ -17,6 +19,13 @@ bool isTaken(const QString &name, const AccountPtr &account, const QList<Account
 }
 
 } // namespace
+
+QString BlogNames::oneLine(const QString &name)
+{
+    static const QRegularExpression unseen(
+        u"[\\p{Cc}\\x{061C}\\x{200E}\\x{200F}\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"_qs);
+    return QString(name).replace(unseen, u" "_qs).simplified();
+}
 
 QString BlogNames::freeName(const QString &wanted, const AccountPtr &account, const QList<AccountPtr> &accounts)
 {

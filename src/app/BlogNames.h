@@ -5,6 +5,9 @@
 
 /// Names of blogs name folders too, so that no two accounts may have the same.
 namespace BlogNames {
+/// The name without what could make it look like more than a name: line ends, control characters, and marks that change
+/// the direction of writing.
+QString oneLine(const QString &name);
 /// A free name for the account: `wanted`, or with the blog's host behind it where another account files its posts under
 /// `wanted` already.
 QString freeName(const QString &wanted, const AccountPtr &account, const QList<AccountPtr> &accounts);

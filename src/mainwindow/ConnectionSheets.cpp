@@ -1,5 +1,6 @@
 #include "mainwindow/ConnectionSheets.h"
 
+#include "app/BlogNames.h"
 #include "widgets/ZLSpinner.h"
 #include "widgets/ZLTextField.h"
 #include "widgets/ZLTheme.h"
@@ -9,11 +10,17 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-/// An address has no blanks to break at; one that is too long loses its middle.
-static QString elided(const QWidget &sheet, const QString &address)
+/// On one line of the sheet.
+static QString elided(const QWidget &sheet, const QString &text, Qt::TextElideMode mode)
 {
     constexpr int margins = 64;
-    return sheet.fontMetrics().elidedText(address, Qt::ElideMiddle, sheet.width() - margins);
+    return sheet.fontMetrics().elidedText(text, mode, sheet.width() - margins);
+}
+
+/// The end of a host says whose it is.
+static QString elidedHost(const QWidget &sheet, const QString &host)
+{
+    return elided(sheet, host, Qt::ElideLeft);
 }
 
 ZLIntroWindowController::ZLIntroWindowController(const QString &typed, bool canCancel)
@@ -72,8 +79,10 @@ ZLWordpressLoginWindow::ZLWordpressLoginWindow(const LoginQuestion &question)
     m_password->setStringValue(question.password);
     m_password->textField()->selectAll();
 
-    const QString host = elided(*this, question.host);
-    const QString blog = question.blogName.isEmpty() ? host : u"%1\n%2"_qs.arg(question.blogName, host);
+    // The host first: a blog chooses its name, and could call itself another blog and that one's host.
+    const QString name = elided(*this, BlogNames::oneLine(question.blogName), Qt::ElideRight);
+    const QString host = elidedHost(*this, question.host);
+    const QString blog = name.isEmpty() ? host : host + u'\n' + name;
     if (question.wasRefused) {
         setIcon(u"sheet_warning"_qs, ZLTheme::warning);
         setHeading(tr("That login does not work"));
@@ -128,7 +137,7 @@ ZLConnectingSheet::ZLConnectingSheet()
 
 void ZLConnectingSheet::setHost(const QString &host)
 {
-    setText(elided(*this, host));
+    setText(elidedHost(*this, host));
 }
 
 void ZLConnectingSheet::didPressEscape()

@@ -32,8 +32,8 @@ void ZLSheetHost::setSheetRect(std::function<QRect()> rect)
 
 void ZLSheetHost::beginSheet(ZLSheet *sheet)
 {
-    m_sheets.removeAll(sheet);
-    m_sheets.append(sheet);
+    if (!m_sheets.contains(sheet))
+        m_sheets.append(sheet);
     if (sheet->parentWidget() != this) {
         sheet->setParent(this);
         connect(sheet, &QObject::destroyed, this, [this] { showFrontSheet(); });
@@ -58,7 +58,8 @@ ZLSheet *ZLSheetHost::frontSheet() const
             continue;
         if (sheet->isAlert())
             return sheet;
-        front = sheet;
+        if (!front)
+            front = sheet;
     }
     return front;
 }

@@ -8,7 +8,8 @@
 #include <functional>
 
 /// The dimmed layer over a window on which its sheets stand, one at a time. While one is up, pointer and focus stay
-/// with it. Alerts come first, in the order in which they came; then the sheet that was shown last.
+/// with it. Alerts come first; all else comes in turn, so that no sheet takes the front, and what is being typed, from
+/// the one before it.
 class ZLSheetHost : public QWidget {
     Q_OBJECT
 public:
@@ -17,7 +18,7 @@ public:
 
     /// The room in which sheets are centred.
     void setSheetRect(std::function<QRect()> rect);
-    void beginSheet(ZLSheet *sheet); ///< takes it over; shown before, it comes to the front again
+    void beginSheet(ZLSheet *sheet); ///< takes it over
     void endSheet(ZLSheet *sheet); ///< hides it; it can be shown again
     ZLSheet *attachedSheet() const { return m_shown; }
     bool isAttached(const ZLSheet *sheet) const { return m_sheets.contains(const_cast<ZLSheet *>(sheet)); }

@@ -1,7 +1,9 @@
 #include "WindowFixture.h"
+#include "mainwindow/ConnectionSheets.h"
 #include "widgets/ZLSheetHost.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 
 namespace {
@@ -103,6 +105,39 @@ private Q_SLOTS:
         QTRY_COMPARE(f.attached(), u"-"_qs);
         QCOMPARE(f.app->currentBlog().wordpressService()->password, f.blog.password);
         QCOMPARE(f.app->currentBlog().accounts(), QList<AccountPtr>{account});
+    }
+
+    /// Whatever name a blog gives itself.
+    void showsWhichHostGetsThePassword()
+    {
+        const QString name = u"B\nb.example \u2029\u202E"_qs + u"more "_qs.repeated(90);
+        for (const bool wasRefused : {false, true}) {
+            const ZLWordpressLoginWindow sheet({name, u"b."_qs.repeated(60) + u"a.example"_qs, {}, {}, wasRefused});
+            QStringList lines;
+            for (const QLabel *label : sheet.findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly))
+                lines += label->text().split(u'\n');
+            QCOMPARE(lines.size(), wasRefused ? 4 : 3); // with the heading
+            QVERIFY(lines.at(lines.size() - 2).endsWith(u"b.a.example"));
+            QVERIFY(lines.last().startsWith(u"B b.example more more") && lines.last().endsWith(u'…'));
+        }
+    }
+
+    /// One that comes later takes neither the front nor the keys.
+    void showsSheetsInTurn()
+    {
+        SheetFixture f;
+        QStringList typed;
+        for (const QString &host : {u"b.example"_qs, u"a.example"_qs})
+            f.prompts()
+                .askForLogin({QString(), host, u"ada"_qs, {}, false})
+                .then([&](const std::optional<Login> &login) {
+                    typed.append(login ? host + u' ' + login->password : QString());
+                });
+        for (const QString &password : {u"for b"_qs, u"for a"_qs}) {
+            f.type(u"passwordField"_qs, password);
+            f.press(Qt::Key_Return);
+        }
+        QTRY_COMPARE(typed, QStringList({u"b.example for b"_qs, u"a.example for a"_qs}));
     }
 
     void givesUpConnecting()
