@@ -51,6 +51,12 @@ bool AppComposeHost::isReachable() const
     return m_app.currentBlog().isReachable();
 }
 
+bool AppComposeHost::canLogIn()
+{
+    const AccountPtr account = selectedAccount();
+    return account && m_app.logins().requirePassword(account);
+}
+
 QString AppComposeHost::postPath(const QString &blogName, const QString &id) const
 {
     return m_app.platform().files.postPath(blogName, id);

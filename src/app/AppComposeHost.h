@@ -17,6 +17,7 @@ public:
     AccountPtr selectedAccount() const override;
     QString getBlogName() const override;
     bool isReachable() const override;
+    bool canLogIn() override;
     QString postPath(const QString &blogName, const QString &id) const override;
     void loadLocalPosts() override;
     LocalPostPtr rowForFile(const QUrl &localFile) const override;

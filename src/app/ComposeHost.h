@@ -21,6 +21,8 @@ public:
     virtual AccountPtr selectedAccount() const = 0; ///< null while no blog is connected
     virtual QString getBlogName() const = 0;
     virtual bool isReachable() const = 0;
+    /// Whether the blog can be called; without a password the login sheet comes instead.
+    virtual bool canLogIn() = 0;
     /// The folder of a post; not made here.
     virtual QString postPath(const QString &blogName, const QString &id) const = 0;
     virtual void loadLocalPosts() = 0; ///< rebuilds the list from the files

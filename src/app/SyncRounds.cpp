@@ -16,11 +16,13 @@ bool takesPart(const ZLWordpressService &service)
 
 } // namespace
 
-SyncRounds::SyncRounds(AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts)
+SyncRounds::SyncRounds(
+    AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts, BlogLogins &logins)
     : m_environment(environment)
     , m_state(state)
     , m_services(services)
     , m_posts(posts)
+    , m_logins(logins)
 {
     m_syncTimer.setSingleShot(true);
     m_syncTimer.setTimerType(Qt::VeryCoarseTimer);
@@ -63,8 +65,10 @@ void SyncRounds::syncAllBlogs()
     m_shouldSyncBlogsOnInternetReturn = false;
     for (const AccountPtr &account : QList<AccountPtr>(m_state.accounts))
         syncAccount(account);
-    if (!m_round)
-        m_syncTimer.start(); // nobody took part
+    if (m_round)
+        return;
+    showFailures(); // nobody took part
+    m_syncTimer.start();
 }
 
 void SyncRounds::syncAccount(const AccountPtr &account)
@@ -81,10 +85,10 @@ void SyncRounds::refreshCurrentBlog()
     const AccountPtr account = m_state.selectedAccount;
     if (!account)
         return;
-    if (canReach(account))
-        round().add(m_services.serviceOf(account)); // without a password as well: the answer asks for one
-    else
+    if (!canReach(account))
         waitForConnection();
+    else if (m_logins.requirePassword(account)) // otherwise the login brings the round
+        round().add(m_services.serviceOf(account));
 }
 
 SyncRound &SyncRounds::round()
@@ -141,6 +145,8 @@ void SyncRounds::showFailures()
     if (m_failures.isEmpty()) {
         if (m_shouldSyncBlogsOnInternetReturn)
             list.showSyncFailure(u"You are offline. Your posts are synchronised when the connection is back."_qs);
+        else
+            list.hideSyncFailure();
         return;
     }
     QStringList blogs;

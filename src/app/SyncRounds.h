@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/BlogServices.h"
+#include "app/BlogLogins.h"
 #include "app/LocalPosts.h"
 #include "app/SyncRound.h"
 
@@ -12,7 +12,8 @@
 class SyncRounds : public QObject {
     Q_OBJECT
 public:
-    SyncRounds(AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts);
+    SyncRounds(AppEnvironment &environment, CurrentBlogState &state, BlogServices &services, LocalPosts &posts,
+        BlogLogins &logins);
 
     void testInternetConnection();
     void syncAllBlogs();
@@ -37,6 +38,7 @@ private:
     CurrentBlogState &m_state;
     BlogServices &m_services;
     LocalPosts &m_posts;
+    BlogLogins &m_logins;
     std::unique_ptr<SyncRound> m_round; ///< null between rounds
     QList<QPair<QString, QString>> m_failures; ///< of the last round: the blog, and what it said first
     QTimer m_syncTimer;

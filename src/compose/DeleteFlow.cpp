@@ -43,6 +43,8 @@ void DeleteFlow::deletePost()
     if (!isOnBlog()) {
         deleteHere();
     } else if (m_host.isReachable()) {
+        if (!m_host.canLogIn())
+            return;
         m_deletedFiles.append(m_screen.currentDocument()->fileURL());
         m_host.deletePost(m_screen.post());
         Q_EMIT didBegin();

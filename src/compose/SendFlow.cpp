@@ -28,7 +28,7 @@ QCoro::Task<void> SendFlow::publish()
         if (!self || !wanted)
             co_return;
     }
-    const PostPtr post = isReachable() ? takePost(*content) : nullptr;
+    const PostPtr post = canSend() ? takePost(*content) : nullptr;
     if (!post)
         co_return;
     // A draft whose date lies ahead is scheduled for it, as the button says.
@@ -46,7 +46,7 @@ QCoro::Task<void> SendFlow::publish()
 QCoro::Task<void> SendFlow::save()
 {
     const QPointer<SendFlow> self(this);
-    if (!isReachable())
+    if (!canSend())
         co_return;
     QCoro::Task<std::optional<QString>> taking = takeContent();
     const std::optional<QString> content = co_await taking;
@@ -63,7 +63,7 @@ QCoro::Task<void> SendFlow::save()
 QCoro::Task<void> SendFlow::moveToDrafts()
 {
     const QPointer<SendFlow> self(this);
-    if (!isReachable())
+    if (!canSend())
         co_return;
     QCoro::Task<bool> asking = ask(QStringLiteral("Move this post to the drafts?"),
         QStringLiteral("Visitors of the blog will no longer find it. Its date stays, and \"Publish\" brings it back."),
@@ -114,14 +114,14 @@ bool SendFlow::hasTitle() const
     return !m_view.title().trimmed().isEmpty();
 }
 
-bool SendFlow::isReachable() const
+bool SendFlow::canSend() const
 {
     const bool reachable = m_host.isReachable();
     if (!reachable)
         m_prompts.alert(QStringLiteral("You're offline"),
             QStringLiteral("You need to connect to the Internet to send your post to the blog. "
                            "What you have written is kept on this computer."));
-    return reachable;
+    return reachable && m_host.canLogIn();
 }
 
 PostPtr SendFlow::takePost(const QString &content)

@@ -27,7 +27,7 @@ private:
     QCoro::Task<std::optional<QString>> takeContent();
     QCoro::Task<bool> ask(QString message, QString informativeText, QString button);
     bool hasTitle() const;
-    bool isReachable() const;
+    bool canSend() const;
     /// Null when the post has no file and gets none, which was said.
     PostPtr takePost(const QString &content);
     void send(const PostPtr &post, ZLWordpressService::PublishKind kind);

@@ -120,6 +120,23 @@ private Q_SLOTS:
         QTRY_COMPARE(fixture.prompts.journal.filter(u"login: "_qs).size(), 2);
     }
 
+    void asksNothingWithoutAPassword()
+    {
+        AppFixture fixture;
+        fixture.reachability.reachable = false;
+        fixture.launchWithBlog(QString());
+        QTRY_VERIFY(fixture.list.syncFailure.startsWith(u"You are offline."));
+        fixture.reachability.plugIn();
+        QVERIFY(fixture.list.syncFailure.isEmpty());
+        QTRY_VERIFY(fixture.prompts.login.isShown());
+        fixture.prompts.login.answer({});
+        QTRY_VERIFY((fixture.app().rounds().refreshCurrentBlog(), fixture.prompts.login.isShown()));
+        QCOMPARE(fixture.blog.methods(), QStringList());
+        QVERIFY(!fixture.list.isSyncing);
+        fixture.prompts.login.answer(Login{u"ada"_qs, u"secret"_qs});
+        QTRY_COMPARE(fixture.blog.count(u"wp.getPosts"_qs), 2);
+    }
+
     void theAnswerOfARemovedBlogIsNobodys()
     {
         AppFixture fixture;

@@ -68,6 +68,10 @@ private Q_SLOTS:
             screen.pressDelete();
             return !screen.view.deleteQuestion.isEmpty();
         };
+        screen.host.hasPassword = false; // the login sheet comes
+        QVERIFY(deleteAgain());
+        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+        screen.host.hasPassword = true;
         QVERIFY(deleteAgain());
         Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
         QVERIFY(!deleteAgain());

@@ -24,9 +24,9 @@ private Q_SLOTS:
         QVERIFY(screen.host.rows.isEmpty());
     }
 
-    void needANetwork_data() { addButtons(); }
+    void needANetworkAndAPassword_data() { addButtons(); }
 
-    void needANetwork()
+    void needANetworkAndAPassword()
     {
         QFETCH(bool, publish);
         ComposeFixture screen(ZLWordpressPost::Draft);
@@ -36,6 +36,11 @@ private Q_SLOTS:
         QVERIFY(screen.host.sent.isEmpty());
         QVERIFY(!screen.view.isLoading);
         screen.host.isOnline = true;
+        screen.host.hasPassword = false; // the login sheet comes
+        screen.press(publish);
+        screen.settle();
+        QVERIFY(screen.host.sent.isEmpty());
+        screen.host.hasPassword = true;
         screen.press(publish);
         QVERIFY(screen.sends(1));
     }

@@ -72,6 +72,7 @@ public:
     AccountPtr selectedAccount() const override { return account; }
     QString getBlogName() const override { return account ? account->alias() : QString(); }
     bool isReachable() const override { return isOnline; }
+    bool canLogIn() override { return hasPassword; }
     QString postPath(const QString &blogName, const QString &id) const override { return files.postPath(blogName, id); }
     void loadLocalPosts() override
     {
@@ -162,6 +163,7 @@ public:
     QList<PostPtr> deletedOnBlog;
     QList<QUrl> deletedFiles;
     bool isOnline = true;
+    bool hasPassword = true;
 };
 
 /// What the list is told while the user writes.
