@@ -7,7 +7,7 @@ namespace {
 constexpr double patience = 30; // seconds
 constexpr int cannotParseResponse = -1017;
 
-Result<void> noWordpress()
+Result<QString> noWordpress()
 {
     return failure(u"ZLNoWordpress"_qs, 0, u"There is no WordPress at this address."_qs);
 }
@@ -21,9 +21,15 @@ bool isWordpress(const XMLRPCValue &methods)
 
 } // namespace
 
+AddressLookup::AddressLookup(const QString &blogURL)
+    : m_blogURL(blogURL)
+{
+    m_answer.start();
+}
+
 std::shared_ptr<AddressLookup> AddressLookup::start(XMLRPCConnectionManager &connections, const QString &blogURL)
 {
-    const std::shared_ptr<AddressLookup> lookup(new AddressLookup);
+    const std::shared_ptr<AddressLookup> lookup(new AddressLookup(blogURL));
     const auto request = std::make_shared<XMLRPCRequest>(ZLWordpressService::apiURLOfBlog(blogURL));
     request->setMethod(u"system.listMethods"_qs, {});
     request->setTimeoutInterval(patience);
@@ -45,7 +51,7 @@ void AddressLookup::didReceiveResponse(const RequestPtr &, const ResponsePtr &re
 {
     // A refusal is an answer, too: some blogs do not list what they can do.
     const bool answers = response && (response->isFault() || isWordpress(response->object()));
-    finish(answers ? Result<void>() : noWordpress());
+    finish(answers ? m_blogURL : noWordpress());
 }
 
 void AddressLookup::didFailWithError(const RequestPtr &, const ZLError &error)
@@ -55,7 +61,16 @@ void AddressLookup::didFailWithError(const RequestPtr &, const ZLError &error)
     finish(isMissing || isPage ? noWordpress() : failure(error));
 }
 
-void AddressLookup::finish(const Result<void> &result)
+/// Otherwise every later call would carry the password in clear first.
+void AddressLookup::didRedirect(const QUrl &target)
+{
+    const QString suffix = ZLWordpressService::apiURLOfBlog({}).toString();
+    const QString url = target.toString(QUrl::RemoveUserInfo);
+    if (target.scheme() == u"https" && url.endsWith(suffix))
+        m_blogURL = url.chopped(suffix.size());
+}
+
+void AddressLookup::finish(const Result<QString> &result)
 {
     if (std::exchange(m_isAnswered, true))
         return;

@@ -55,6 +55,11 @@ bool BlogAddress::isSameBlog(const QString &one, const QString &other)
     return comparable(one) == comparable(other);
 }
 
+bool BlogAddress::isSafer(const QString &one, const QString &other)
+{
+    return QUrl(one).scheme() == u"https" && QUrl(other).scheme() != u"https";
+}
+
 QString BlogAddress::host(const QString &text)
 {
     const QUrl url(text);
@@ -64,8 +69,8 @@ QString BlogAddress::host(const QString &text)
 QString BlogAddress::toldOrTyped(const QString &told, const QString &typed, const QList<AccountPtr> &accounts)
 {
     const QUrl url(told, QUrl::StrictMode);
-    const bool isWeaker = url.scheme() == u"http" && QUrl(typed).scheme() == u"https";
-    if (!url.isValid() || !isWeb(url) || isWeaker || accountAt(told, accounts))
+    const bool isElsewhere = host(told) != host(typed);
+    if (!url.isValid() || !isWeb(url) || isElsewhere || isSafer(typed, told) || accountAt(told, accounts))
         return typed;
     return withoutExtras(url);
 }

@@ -19,10 +19,13 @@ struct BlogAddress {
     /// Whether both addresses lead to one blog. The scheme, its default port, "www.", the case of the host and a slash
     /// at the end make no difference.
     static bool isSameBlog(const QString &one, const QString &other);
+    /// Whether one leads over https and the other does not.
+    static bool isSafer(const QString &one, const QString &other);
     /// The host, with the port where it is not the usual one: for people.
     static QString host(const QString &url);
     /// What a new account is filed under: what the blog says of itself, not what the user typed. An address that is
-    /// none, that would lead from https down to http, or that is another account's does not count.
+    /// none, that is of another host or port, which would then get the password, that would lead from https down to
+    /// http, or that is another account's does not count.
     static QString toldOrTyped(const QString &told, const QString &typed, const QList<AccountPtr> &accounts);
     /// The account of this address, or null.
     static AccountPtr accountAt(const QString &url, const QList<AccountPtr> &accounts);

@@ -2,6 +2,7 @@
 
 #include "app/BlogNames.h"
 #include "text/HTMLEntities.h"
+#include "xmlrpc/TransferErrors.h"
 
 #include <QCoroFuture>
 #include <QPointer>
@@ -97,14 +98,15 @@ QCoro::Task<void> BlogConnection::connectBlog(std::optional<QString> typed)
 /// The address under which there is a WordPress. None: there is none, which has been told, or the user gave up.
 QCoro::Task<std::optional<BlogAddress>> BlogConnection::findBlog(BlogAddress address)
 {
-    if (BlogAddress::accountAt(address.url, m_state.accounts))
+    const AccountPtr known = BlogAddress::accountAt(address.url, m_state.accounts);
+    if (known && !BlogAddress::isSafer(address.url, known->url))
         co_return address;
     const QPointer<BlogConnection> self(this);
     auto looking = lookAt(address.url);
-    Result<void> answer = co_await looking;
+    Result<QString> answer = co_await looking;
     if (!self)
         co_return std::nullopt;
-    if (!answer && !address.hasScheme && !LoginTry::isCancelled(answer.error())) {
+    if (!answer && !address.hasScheme && TransferErrors::isSilence(answer.error())) {
         constexpr int useHttp = 0;
         constexpr int cancel = 1;
         const QString host = BlogAddress::host(address.url);
@@ -121,19 +123,21 @@ QCoro::Task<std::optional<BlogAddress>> BlogConnection::findBlog(BlogAddress add
         if (!self)
             co_return std::nullopt;
     }
-    if (answer)
+    if (answer) {
+        address.url = *answer;
         co_return address;
+    }
     tell(address.url, answer.error());
     co_return std::nullopt;
 }
 
-QCoro::Task<Result<void>> BlogConnection::lookAt(QString url)
+QCoro::Task<Result<QString>> BlogConnection::lookAt(QString url)
 {
     const QPointer<BlogConnection> self(this);
     const auto lookup = AddressLookup::start(m_services.connections(), url);
     m_environment.windows.prompts->showConnecting(BlogAddress::host(url), [lookup] { lookup->cancel(); });
-    const QFuture<Result<void>> answering = lookup->result();
-    const Result<void> answer = co_await answering;
+    const QFuture<Result<QString>> answering = lookup->result();
+    const Result<QString> answer = co_await answering;
     if (self)
         m_environment.windows.prompts->hideConnecting();
     co_return answer;
@@ -143,7 +147,7 @@ QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
 {
     const QPointer<BlogConnection> self(this);
     const AccountPtr known = BlogAddress::accountAt(address.url, m_state.accounts);
-    const QString url = known ? known->url : address.url;
+    const QString url = known && !BlogAddress::isSafer(address.url, known->url) ? known->url : address.url;
     LoginQuestion question{known ? known->alias() : QString(), BlogAddress::host(url),
         known && address.username.isEmpty() ? known->name : address.username, {}, false};
     for (;;) {
@@ -169,7 +173,7 @@ QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
             co_return Outcome::Failed;
         }
         if (m_state.accounts.contains(known))
-            didLogInAgain(known, *login);
+            didLogInAgain(known, url, *login);
         else
             didConnect(url, *login, *options);
         co_return Outcome::Connected;
@@ -191,8 +195,9 @@ QCoro::Task<Result<XMLRPCValue>> BlogConnection::tryLogin(QString url, Login log
     co_return options;
 }
 
-void BlogConnection::didLogInAgain(const AccountPtr &account, const Login &login)
+void BlogConnection::didLogInAgain(const AccountPtr &account, const QString &url, const Login &login)
 {
+    m_logins.changeAddress(account, url);
     m_logins.take(account, login);
     m_currentBlog.selectAccount(account);
     Q_EMIT m_logins.didLogIn(account);
@@ -231,7 +236,7 @@ AccountPtr BlogConnection::insertAccount(
     account->name = username;
     account->url = BlogAddress::toldOrTyped(value(u"blog_url"), url, m_state.accounts);
     // A title that cannot name the blog's folder leaves the alias to the user name.
-    const QString title = HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title"));
+    const QString title = BlogNames::oneLine(HTMLEntities::stringByDecodingHTMLEntities(value(u"blog_title")));
     if (ZLFileManager::isSafeAlias(title))
         account->blog_name = title;
     else

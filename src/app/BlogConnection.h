@@ -23,11 +23,11 @@ private:
 
     QCoro::Task<void> connectBlog(std::optional<QString> typed);
     QCoro::Task<std::optional<BlogAddress>> findBlog(BlogAddress address);
-    QCoro::Task<Result<void>> lookAt(QString url);
+    QCoro::Task<Result<QString>> lookAt(QString url);
     QCoro::Task<Outcome> logIn(BlogAddress address);
     QCoro::Task<Result<XMLRPCValue>> tryLogin(QString url, Login login);
 
-    void didLogInAgain(const AccountPtr &account, const Login &login);
+    void didLogInAgain(const AccountPtr &account, const QString &url, const Login &login);
     void didConnect(const QString &url, const Login &login, const XMLRPCValue &options);
     AccountPtr insertAccount(
         ZLManagedObjectContext &context, const QString &url, const QString &username, const XMLRPCValue &options);

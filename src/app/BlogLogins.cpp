@@ -55,7 +55,7 @@ QCoro::Task<void> BlogLogins::load(AccountPtr account, QString formerItem)
     m_loading.remove(account);
     if (!isConnected(account))
         co_return;
-    moveItem(formerItem, itemOf(account));
+    moveItem(formerItem, items.last());
     const ServicePtr service = m_services.serviceOf(account);
     if (service->password.isNull()) // the user may have logged in meanwhile
         service->readPassword(account);
@@ -81,6 +81,14 @@ void BlogLogins::askIfNeeded(const AccountPtr &account)
         return;
     ZLLog(u"No Password or !login_automatically"_qs);
     askForLogin(account);
+}
+
+bool BlogLogins::requirePassword(const AccountPtr &account)
+{
+    const bool hasPassword = !m_services.serviceOf(account)->password.isEmpty();
+    if (!hasPassword)
+        askForLogin(account);
+    return hasPassword;
 }
 
 QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
@@ -177,6 +185,15 @@ void BlogLogins::take(const AccountPtr &account, const Login &login, bool isKept
         login.password, ZLWordpressService::keychainService(), itemOf(account));
     if (!stored)
         ZLLog(u"error storing password - %1"_qs.arg(stored.error().description));
+}
+
+void BlogLogins::changeAddress(const AccountPtr &account, const QString &url)
+{
+    const QString formerItem = itemOf(account);
+    if (std::exchange(account->url, url) == url)
+        return;
+    m_store.saveOrLog();
+    moveItem(formerItem, itemOf(account));
 }
 
 void BlogLogins::forget(const AccountPtr &account)

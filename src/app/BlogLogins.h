@@ -19,6 +19,8 @@ public:
     /// Opens the login sheet when the account has no password, or shall not log in by itself. Not while the keychain
     /// may still give one.
     void askIfNeeded(const AccountPtr &account);
+    /// Whether there is a password, without which no call can be right. If not, opens the login sheet.
+    bool requirePassword(const AccountPtr &account);
     /// Opens the login sheet of this account. One for each account; several queue.
     QCoro::Task<void> askForLogin(AccountPtr account);
     /// A call was refused as a wrong login is, which may have other reasons: looks whether the login holds, and asks
@@ -27,6 +29,8 @@ public:
 
     /// The login holds: it is the account's from now on.
     void take(const AccountPtr &account, const Login &login, bool isKept = true);
+    /// A login held at this address of the account's blog: that is the account's from now on.
+    void changeAddress(const AccountPtr &account, const QString &url);
     /// The account is gone, and its password goes with it.
     void forget(const AccountPtr &account);
 

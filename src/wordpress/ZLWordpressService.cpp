@@ -55,7 +55,7 @@ QUrl ZLWordpressService::apiURLOfBlog(const QString &blogURL)
 
 QUrl ZLWordpressService::blogApiURL() const
 {
-    return d->blogApiURL;
+    return account ? apiURLOfBlog(account->url) : d->blogApiURL;
 }
 
 void ZLWordpressService::readPassword(const AccountPtr &account)

@@ -188,6 +188,12 @@ bool TransferErrors::mayHaveHappened(const ZLError &error)
     }
 }
 
+bool TransferErrors::isSilence(const ZLError &error)
+{
+    const QList<int> codes{TimedOut, CannotConnectToHost, ConnectionLost, NotConnected, NoSecureConnection};
+    return error.domain == NetworkDomain && codes.contains(error.code);
+}
+
 bool TransferErrors::isUnreadable(const ZLError &error)
 {
     return error.domain == NetworkDomain && error.code == CannotParseResponse;

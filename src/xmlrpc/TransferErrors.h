@@ -25,6 +25,8 @@ ZLError redirectToOtherHost(const QUrl &from, const QUrl &target);
 /// Whether the outcome of a failed call is not known: it went out, and no answer tells whether the host has carried it
 /// out. False for what never went out and for what was refused.
 bool mayHaveHappened(const ZLError &error);
+/// Whether the host is known, and nothing answers there that could be trusted to be it.
+bool isSilence(const ZLError &error);
 /// Whether the host answered, and nobody could read it.
 bool isUnreadable(const ZLError &error);
 } // namespace TransferErrors

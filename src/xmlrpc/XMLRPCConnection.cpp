@@ -215,6 +215,7 @@ void XMLRPCConnection::redirect(const QUrl &target)
     if (const std::optional<ZLError> objection = objectionToRedirect(from, target))
         return fail(*objection);
     dropReply();
+    m_delegate->didRedirect(target);
     send(target);
 }
 

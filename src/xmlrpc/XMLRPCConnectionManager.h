@@ -19,6 +19,8 @@ public:
     /// `response` is a fault or has an object.
     virtual void didReceiveResponse(const RequestPtr &request, const ResponsePtr &response) = 0;
     virtual void didFailWithError(const RequestPtr &request, const ZLError &error) = 0;
+    /// The call goes on at another address of the same host.
+    virtual void didRedirect(const QUrl & /*target*/) { }
     /// `progress` from 0 to 1.
     virtual void didSendBodyData(const RequestPtr &, float /*progress*/) { }
 };

@@ -95,6 +95,13 @@ void FakeBlog::answerWith(const QString &method, const XMLRPCValue &value)
 FakeAnswer FakeBlog::answer(const FakeRequest &request)
 {
     FakeAnswer answer;
+    if (!hasHttp && request.request.url().scheme() == u"http") {
+        if (request.body.contains(password.toUtf8()))
+            protocolErrors.append(u"the password in clear"_qs);
+        answer.status = 301;
+        answer.location = u"https://"_qs + m_host + request.request.url().path();
+        return answer;
+    }
     if (!hasHttps && request.request.url().scheme() == u"https") {
         answer.error = QNetworkReply::ConnectionRefusedError;
         return answer;

@@ -55,6 +55,7 @@ public:
     QList<Media> media;
     QDateTime now; ///< what it takes for the present; moves on by a second with each change
     bool hasHttps = true;
+    bool hasHttp = true; ///< otherwise it sends on to https
     bool isDated = true; ///< whether its replies bear the time
 
     QString url() const { return u"http://"_qs + m_host; }
