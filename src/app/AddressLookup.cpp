@@ -56,7 +56,8 @@ void AddressLookup::didReceiveResponse(const RequestPtr &, const ResponsePtr &re
 
 void AddressLookup::didFailWithError(const RequestPtr &, const ZLError &error)
 {
-    const bool isMissing = error.domain == u"HTTP" && (error.code == 404 || error.code == 410);
+    constexpr int statuses[]{404, 410, 501};
+    const bool isMissing = error.domain == u"HTTP" && std::count(std::begin(statuses), std::end(statuses), error.code);
     const bool isPage = error.domain == u"NSURLErrorDomain" && error.code == cannotParseResponse;
     finish(isMissing || isPage ? noWordpress() : failure(error));
 }

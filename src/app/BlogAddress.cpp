@@ -35,6 +35,8 @@ std::optional<BlogAddress> BlogAddress::typed(const QString &text)
     BlogAddress address;
     address.hasScheme =
         trimmed.startsWith(u"http://", Qt::CaseInsensitive) || trimmed.startsWith(u"https://", Qt::CaseInsensitive);
+    if (!address.hasScheme && trimmed.contains(u"://"))
+        return std::nullopt;
     const QUrl url(address.hasScheme ? trimmed : u"https://"_qs + trimmed, QUrl::StrictMode);
     if (!url.isValid() || !isWeb(url))
         return std::nullopt;

@@ -106,6 +106,14 @@ ZLWordpressLoginWindow::~ZLWordpressLoginWindow()
     finish(std::nullopt);
 }
 
+void ZLWordpressLoginWindow::didPressReturn()
+{
+    if (m_username->textField()->hasFocus() && m_password->stringValue().isEmpty())
+        m_password->textField()->setFocus();
+    else
+        ZLSheet::didPressReturn();
+}
+
 void ZLWordpressLoginWindow::didPressEscape()
 {
     finish(std::nullopt);

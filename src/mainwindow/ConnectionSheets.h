@@ -49,6 +49,7 @@ Q_SIGNALS:
     void answered();
 
 protected:
+    void didPressReturn() override; ///< goes on to the password while there is none
     void didPressEscape() override;
 
 private:

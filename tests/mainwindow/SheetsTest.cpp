@@ -52,7 +52,8 @@ private Q_SLOTS:
         QTRY_COMPARE(f.attached(), u"loginSheet"_qs);
 
         f.type(u"usernameField"_qs, f.blog.user);
-        f.press(Qt::Key_Tab);
+        f.press(Qt::Key_Return);
+        QVERIFY(f.find<QLineEdit>(u"passwordField"_qs)->hasFocus());
         QCOMPARE(f.find<QLineEdit>(u"passwordField"_qs)->echoMode(), QLineEdit::Password);
         f.press(Qt::Key_Return); // without a password
         QTRY_COMPARE(f.attached(), u"loginErrorSheet"_qs);
