@@ -257,17 +257,18 @@ void ZLComposeWidget::updateContentEnabled()
         return;
     m_content->setEnabled(enable);
     if (m_loading->isShowing() && m_focusBefore)
-        m_loading->focusCancel();
-    if (!enable)
+        m_loading->takeFocus();
+    if (!enable || !m_sheetHost)
         return;
     const QPointer<QWidget> before = std::exchange(m_focusBefore, nullptr);
     // Whoever has gone on to the post list meanwhile stays there.
-    const QWidget *focused = window()->focusWidget();
-    const bool isFree = !focused || m_loading->isAncestorOf(focused) || m_deleteAlert->isAncestorOf(focused);
+    const QWidget *focused = m_sheetHost->focusBehind();
+    const bool isFree = !focused || focused == m_loading || m_loading->isAncestorOf(focused)
+        || m_deleteAlert->isAncestorOf(focused) || m_content->isAncestorOf(focused);
     if (std::exchange(m_wantsTitleFocus, false))
-        m_title->setFocus(Qt::OtherFocusReason);
+        m_sheetHost->setFocusBehind(m_title);
     else if (before && isFree)
-        before->setFocus(Qt::OtherFocusReason);
+        m_sheetHost->setFocusBehind(before);
 }
 
 void ZLComposeWidget::rememberFocus()

@@ -68,8 +68,8 @@ void ZLLoadingView::setCurrentStatus(const QString &step)
 {
     m_step->setText(step);
     layOut();
-    // A screen reader reads what the button with the focus is described by, and what an alert says.
-    m_cancel->setAccessibleDescription(step);
+    // A screen reader reads how the widget with the focus is described, and what an alert says.
+    setAccessibleDescription(step);
     QAccessibleEvent said(m_step, QAccessible::Alert);
     QAccessible::updateAccessibility(&said);
 }
@@ -86,7 +86,7 @@ void ZLLoadingView::setProgress(float progress)
     m_progress->setValue(qRound(progress * 1000));
 }
 
-void ZLLoadingView::focusCancel()
+void ZLLoadingView::takeFocus()
 {
-    m_cancel->setFocus(Qt::OtherFocusReason);
+    setFocus(Qt::OtherFocusReason);
 }

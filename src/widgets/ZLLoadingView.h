@@ -17,7 +17,7 @@ public:
     void setCurrentStatus(const QString &step);
     void setBlogName(const QString &blogName);
     void setProgress(float progress); ///< from 0 to 1; the bar shows between the two
-    void focusCancel();
+    void takeFocus(); ///< itself, and no button: whoever is still typing must not press one
 
 Q_SIGNALS:
     void didPressCancel();

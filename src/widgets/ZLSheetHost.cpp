@@ -98,6 +98,19 @@ void ZLSheetHost::hideAll()
         m_focusBefore->setFocus(Qt::OtherFocusReason);
 }
 
+QWidget *ZLSheetHost::focusBehind() const
+{
+    return m_shown ? m_focusBefore.data() : window()->focusWidget();
+}
+
+void ZLSheetHost::setFocusBehind(QWidget *widget)
+{
+    if (m_shown)
+        m_focusBefore = widget;
+    else
+        widget->setFocus(Qt::OtherFocusReason);
+}
+
 void ZLSheetHost::fade(qreal to)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents, to == 0);

@@ -22,6 +22,9 @@ public:
     void endSheet(ZLSheet *sheet); ///< hides it; it can be shown again
     ZLSheet *attachedSheet() const { return m_shown; }
     bool isAttached(const ZLSheet *sheet) const { return m_sheets.contains(const_cast<ZLSheet *>(sheet)); }
+    /// What has the focus, or gets it back when the last sheet has gone.
+    QWidget *focusBehind() const;
+    void setFocusBehind(QWidget *widget);
     void layOut();
 
 Q_SIGNALS:

@@ -1,7 +1,6 @@
 #include "WindowFixture.h"
 #include "platform/ZLAtomicFile.h"
 #include "widgets/ZLFavicon.h"
-#include "widgets/ZLLoadingView.h"
 #include "widgets/ZLPlainText.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
 #include "widgets/ZLTokenField.h"
@@ -218,23 +217,6 @@ private Q_SLOTS:
         title.setString(u"Short"_qs);
         QTest::keyClicks(&title, u"y"_qs);
         QCOMPARE(title.string(), u"yShort"_qs);
-    }
-
-    void cancelsAnUploadByEscape()
-    {
-        QWidget window;
-        window.resize(600, 400);
-        auto *overlay = new ZLLoadingView(&window);
-        QSignalSpy cancels(overlay, &ZLLoadingView::didPressCancel);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        overlay->fadeIn();
-        overlay->focusCancel();
-        QTRY_VERIFY(QApplication::focusWidget());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // pressed once too often
-        QCOMPARE(cancels.size(), 0);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-        QCOMPARE(cancels.size(), 1);
     }
 };
 

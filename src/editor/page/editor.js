@@ -29,8 +29,10 @@ export class Editor {
         clearTimeout(this.reportTimer);
         this.reportTimer = 0;
         this.observer.disconnect();
-        if (!data.isSamePost || data.isTooLarge || this.isShownAsSource || !this.refresh(data))
+        if (!data.isSamePost)
             this.fill(data);
+        else if (data.isTooLarge || this.isShownAsSource || !this.refresh(data))
+            this.fillAgain(data);
         this.body.seal();
         this.composed = null;
         this.lastReport = this.text();
@@ -51,6 +53,12 @@ export class Editor {
         ensureEdges(this.content);
         window.scrollTo(0, 0);
         this.content.getBoundingClientRect(); // the layout belongs to the time that loading takes
+    }
+
+    fillAgain(data) {
+        const place = window.scrollY;
+        keepSelection(this, () => this.fill(data));
+        window.scrollTo(0, place);
     }
 
     fragmentOfAll(data) {
@@ -96,7 +104,7 @@ export class Editor {
         if (isAllKept)
             change();
         else
-            keepSelection(this.content, () => { change(); this.renewContent(); }); // undo knows nothing of this
+            keepSelection(this, () => { change(); this.renewContent(); }); // undo knows nothing of this
         this.body = body;
         ensureParagraph(this.content);
         ensureEdges(this.content);
@@ -106,7 +114,7 @@ export class Editor {
     /** With a new element the browser forgets its undo history. */
     cleanUndoStack() {
         this.note(this.observer.takeRecords());
-        keepSelection(this.content, () => this.renewContent());
+        keepSelection(this, () => this.renewContent());
         this.observe();
     }
 

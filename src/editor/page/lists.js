@@ -22,7 +22,7 @@ export function indent({content}) {
 export function outdent(editor) {
     const item = itemAt(editor.content);
     if (item.parentNode.parentNode.localName === 'li')
-        keepSelection(editor.content, () => moveOut(item, editor.body));
+        keepSelection(editor, () => moveOut(item, editor.body));
     else
         document.execCommand('outdent');
 }

@@ -11,7 +11,7 @@ import {watchKeys} from './keys.js';
 import {
     addLinkMarkToCurrentSelection, addLinkToSelection, removeLink, removeLinkMarkForCurrentSelection, watchLinks,
 } from './links.js';
-import {ensureSelection, SelectionWatch} from './selection.js';
+import {collapseSelection, ensureSelection, SelectionWatch} from './selection.js';
 import {setTheme} from './theme.js';
 
 function functionsOf(editor, bridge, watch) {
@@ -33,7 +33,7 @@ function functionsOf(editor, bridge, watch) {
         addLinkToSelection: (...args) => addLinkToSelection(editor, ...args),
         removeLink: () => removeLink(editor),
         removeLinkMarkForCurrentSelection: () => removeLinkMarkForCurrentSelection(editor),
-        removeCurrentSelections: () => getSelection().removeAllRanges(),
+        removeCurrentSelections: collapseSelection,
         cleanUndoStack: () => editor.cleanUndoStack(),
         focusContent: () => ensureSelection(editor.content),
         setTheme,

@@ -87,13 +87,47 @@ export function select(range) {
     selection.addRange(range);
 }
 
-/** Makes a change that takes the nodes of the content from the document and puts them back. */
-export function keepSelection(content, change) {
-    const range = rangeIn(content);
+/** The cursor stays, so that typing goes on there when the page has the keys again. */
+export function collapseSelection() {
+    const selection = getSelection();
+    if (selection.rangeCount > 0)
+        selection.collapseToEnd();
+}
+
+/** Makes a change that takes nodes of the content from the document and puts them, or others in their place, back. */
+export function keepSelection(editor, change) {
+    const range = rangeIn(editor.content);
     const {startContainer, startOffset, endContainer, endOffset} = range ?? {};
+    const length = range && textBefore(editor.content, endContainer, endOffset);
     change();
-    if (range && startContainer.isConnected && endContainer.isConnected)
+    if (!range)
+        return;
+    if (startContainer.isConnected && endContainer.isConnected)
         getSelection().setBaseAndExtent(startContainer, startOffset, endContainer, endOffset);
+    else
+        select(placeBehind(editor.content, length));
+}
+
+function textBefore(content, node, offset) {
+    const range = document.createRange();
+    range.setStart(content, 0);
+    range.setEnd(node, offset);
+    return range.toString().length;
+}
+
+/** The place in the content that has so much text before it. */
+function placeBehind(content, length) {
+    const walker = document.createTreeWalker(content, NodeFilter.SHOW_TEXT);
+    let left = length;
+    while (walker.nextNode()) {
+        if (left <= walker.currentNode.length) {
+            const range = document.createRange();
+            range.setStart(walker.currentNode, left);
+            return range;
+        }
+        left -= walker.currentNode.length;
+    }
+    return endOf(content);
 }
 
 export function showSelection() {

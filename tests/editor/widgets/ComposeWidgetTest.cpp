@@ -1,5 +1,6 @@
 #include "editor/ZLComposeWidget.h"
 #include "support/TestClasses.h"
+#include "widgets/ZLAlertSheet.h"
 #include "widgets/ZLSheetHost.h"
 #include "widgets/ZLTextViewWithPlaceHolder.h"
 #include "widgets/ZLTokenField.h"
@@ -31,7 +32,8 @@ private Q_SLOTS:
         m_page = new QWidget;
         m_page->setFocusPolicy(Qt::StrongFocus);
         m_widget->setPageWidget(m_page);
-        m_widget->setSheetHost(new ZLSheetHost(m_window.get()));
+        m_sheets = new ZLSheetHost(m_window.get());
+        m_widget->setSheetHost(m_sheets);
         m_window->resize(900, 640);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -189,18 +191,26 @@ private Q_SLOTS:
         QVERIFY(overlay->isVisible());
         QCOMPARE(overlay->size(), m_widget->size());
         QVERIFY(!title().isEnabled());
-        auto *cancel = child<QPushButton>("cancelUploadButton");
-        QTRY_VERIFY(cancel->hasFocus());
-        QCOMPARE(cancel->accessibleDescription(), "Preparing...");
+        QTRY_VERIFY(overlay->hasFocus());
+        QCOMPARE(overlay->accessibleDescription(), "Preparing...");
         QStringList texts;
         for (const QLabel *label : overlay->findChildren<QLabel *>())
             texts.append(label->text());
         QVERIFY(texts.contains("Publishing Article") && texts.contains("Preparing...") && texts.contains("to 'Blog'"));
         QSignalSpy cancelled(&view, &ComposeView::didPressedCancelUpload);
-        QTest::keyClick(cancel, Qt::Key_Space);
-        QCOMPARE(cancelled.size(), 1);
+        QTest::keyClicks(overlay, "typing on ");
+        QTest::keyClick(overlay, Qt::Key_Return);
+        QCOMPARE(cancelled.size(), 0);
+        QTest::keyClick(overlay, Qt::Key_Escape);
+        QTest::keyClick(overlay, Qt::Key_Tab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(cancelled.size(), 2);
+        auto *alert = new ZLAlertSheet("It failed.", {}, {"OK"});
+        m_sheets->beginSheet(alert);
         view.hideLoadingView();
         QVERIFY(title().isEnabled());
+        QVERIFY(alert->isAncestorOf(QApplication::focusWidget()));
+        m_sheets->endSheet(alert);
         QVERIFY(title().hasFocus());
         QTRY_VERIFY(!overlay->isVisible());
         // Who works elsewhere in the window stays there.
@@ -212,7 +222,7 @@ private Q_SLOTS:
         view.hideLoadingView();
         title().setFocus();
         view.showLoadingView("Publishing Article", "Preparing...", "Blog");
-        QVERIFY(cancel->hasFocus());
+        QVERIFY(overlay->hasFocus());
         search->setFocus();
         view.hideLoadingView();
         QVERIFY(search->hasFocus());
@@ -310,6 +320,7 @@ private:
     std::unique_ptr<QWidget> m_window;
     ZLComposeWidget *m_widget = nullptr;
     QWidget *m_page = nullptr;
+    ZLSheetHost *m_sheets = nullptr;
 };
 
 QTEST_MAIN(ComposeWidgetTest)
