@@ -139,6 +139,13 @@ void SyncRounds::didFail(const ZLWordpressService &service, const ZLError &error
         showFailures();
 }
 
+void SyncRounds::didReach(const ZLWordpressService &service)
+{
+    const auto isOfIt = [&](const QPair<QString, QString> &failure) { return failure.first == service.blogName; };
+    if (m_failures.removeIf(isOfIt) > 0 && !m_round)
+        showFailures();
+}
+
 void SyncRounds::showFailures()
 {
     PostList &list = *m_environment.windows.postList;

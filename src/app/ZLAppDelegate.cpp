@@ -95,16 +95,19 @@ void ZLAppDelegate::didFailToPerformRequest(ZLWordpressService *service, int typ
 
 void ZLAppDelegate::didPublishPost(ZLWordpressService *service, const PostPtr &remote, const PostPtr &original)
 {
+    m_rounds.didReach(*service);
     m_outcomes.didPublishPost(service, remote, original);
 }
 
 void ZLAppDelegate::didUpdatePost(ZLWordpressService *service, const PostPtr &post)
 {
+    m_rounds.didReach(*service);
     m_outcomes.didUpdatePost(service, post);
 }
 
 void ZLAppDelegate::didPublishDraftPost(ZLWordpressService *service, const PostPtr &post)
 {
+    m_rounds.didReach(*service);
     m_outcomes.didPublishDraftPost(service, post);
 }
 

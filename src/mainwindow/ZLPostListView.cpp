@@ -117,7 +117,7 @@ void ZLPostListView::makeSyncFailure()
     m_syncFailureText->setWordWrap(true);
     m_syncFailureText->setFont(ZLTheme::font(font(), -1));
     m_syncFailureText->setForegroundRole(QPalette::PlaceholderText);
-    auto *again = new QPushButton(tr("Try Again"), m_syncFailure);
+    QPushButton *again = m_tryAgain = new QPushButton(tr("Try Again"), m_syncFailure);
     again->setObjectName(u"tryAgainButton"_qs);
     again->setFlat(true);
     again->setFont(m_syncFailureText->font());
@@ -134,9 +134,12 @@ void ZLPostListView::makeSyncFailure()
 
 void ZLPostListView::setSyncFailure(const QString &text)
 {
-    constexpr int longest = 140; // a few lines; what a blog says can be a page long
-    m_syncFailureText->setText(text.size() > longest ? text.left(longest).trimmed() + u'…' : text);
+    constexpr int longest = 260; // what a blog says can be a page long
+    const qsizetype end = text.size() > longest ? text.lastIndexOf(u' ', longest) : text.size();
+    m_syncFailureText->setText(end < text.size() ? text.left(end > 0 ? end : longest) + u'…' : text);
     m_syncFailureText->setToolTip(ZLPlainText::toolTip(text));
+    if (text.isEmpty() && window()->focusWidget() == m_tryAgain)
+        m_tableView->setFocus(Qt::OtherFocusReason);
     m_syncFailure->setVisible(!text.isEmpty());
 }
 
@@ -174,6 +177,8 @@ bool ZLPostListView::didPressKeyInSearchField(int key)
 {
     if (key == Qt::Key_Down) {
         m_tableView->setFocus(Qt::ShortcutFocusReason);
+        if (m_tableView->selectionModel()->selectedIndexes().isEmpty())
+            m_tableView->setCurrentIndex(m_tableView->model()->index(0, 0));
         return true;
     }
     if (key == Qt::Key_Escape && !m_searchPostsField->text().isEmpty()) {

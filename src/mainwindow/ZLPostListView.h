@@ -5,6 +5,7 @@
 class QLabel;
 class QLineEdit;
 class QListView;
+class QPushButton;
 class ZLIconButton;
 class ZLIconView;
 class ZLPostListModel;
@@ -55,5 +56,6 @@ private:
     ZLSyncBar *m_syncingView = nullptr;
     QWidget *m_syncFailure = nullptr;
     QLabel *m_syncFailureText = nullptr;
+    QPushButton *m_tryAgain = nullptr;
     bool m_isLoading = false;
 };

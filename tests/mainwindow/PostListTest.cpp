@@ -234,6 +234,9 @@ private Q_SLOTS:
         // The post on the screen stayed there, and is the selected one again.
         QCOMPARE(f.compose.takeJournal(), QStringList());
         QCOMPARE(f.selectedInTable(), u"Tram bells"_qs);
+        QTest::keyClicks(field, u"bread"_qs);
+        QTest::keyClick(field, Qt::Key_Down);
+        QCOMPARE(f.selectedInTable(), u"Bread"_qs);
     }
 
     void showsSomethingForEveryRow_data()
@@ -306,7 +309,10 @@ private Q_SLOTS:
 
         f.reachability.reachable = true;
         f.blog.addPost(u"From the blog"_qs, u"<p>Hello</p>"_qs);
-        f.find<QAbstractButton>(u"tryAgainButton"_qs)->click();
+        auto *again = f.find<QAbstractButton>(u"tryAgainButton"_qs);
+        again->setFocus();
+        again->click();
+        QCOMPARE(f.window->focusWidget(), f.table());
         QVERIFY(f.list().view()->syncingView()->isShowing());
         QVERIFY(f.textOf(u"syncFailureText"_qs).isNull());
         QTRY_VERIFY(f.network.heldCount() > 0);
