@@ -37,7 +37,8 @@ public:
     virtual void setActionsEnabled(bool enabled) = 0; ///< false while the screen has no blog to write for
     virtual void setSelectionStyle(const SelectionStyle &style) = 0;
     /// A quiet line about the post's state, with a button if `action` names one; an empty text hides it.
-    virtual void setNotice(const QString &text, const QString &action = {}) = 0;
+    /// Without an icon it is a warning.
+    virtual void setNotice(const QString &text, const QString &action, const QString &icon) = 0;
     virtual void setSaveState(const QString &text) = 0; ///< whether the writing is on this computer's disk
     virtual void hidePopupWindows() = 0; ///< completions, the delete question
 

@@ -12,11 +12,13 @@ PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *documen
                                "blog."),
             QStringLiteral("Publish as a New Post"), PostAction::PublishAsNew};
     if (post.blogStatus == QLatin1String("private"))
-        return {QStringLiteral("This post is private. It stays so when you update it.")};
+        return {QStringLiteral("This post is private. It stays so when you update it."), {}, PostAction::None,
+            QStringLiteral("postlist_private_icon")};
     if (post.blogStatus == QLatin1String("pending"))
         return {
             QStringLiteral("This post waits for a review on the blog. \"Save\" leaves it waiting, \"Publish\" makes "
-                           "it public.")};
+                           "it public."),
+            {}, PostAction::None, QStringLiteral("postlist_pending_icon")};
     if (document && !isOnItsWay && document->post.firstPublishBegan.isValid())
         return ofUnclearUpload();
     return {};

@@ -8,6 +8,7 @@ struct PostNotice {
     QString text = {}; ///< empty: there is nothing to say
     QString button = {}; ///< the words of its button; empty: none
     PostAction action = PostAction::None;
+    QString icon = {}; ///< of what is no warning; the one that the row of the list has
 
     /// `isOnItsWay`: its upload has not ended, so that nothing is unclear about it yet.
     static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay);

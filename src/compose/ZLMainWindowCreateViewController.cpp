@@ -244,7 +244,7 @@ void ZLMainWindowCreateViewController::updateState()
 void ZLMainWindowCreateViewController::showNotice(const PostNotice &notice)
 {
     m_notice = notice;
-    m_view.setNotice(notice.text, notice.button);
+    m_view.setNotice(notice.text, notice.button, notice.icon);
 }
 
 void ZLMainWindowCreateViewController::updatePreferencesForNewPost()

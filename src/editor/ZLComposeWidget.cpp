@@ -14,8 +14,10 @@
 
 #include <QCoroFuture>
 #include <QCoroSignal>
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -49,8 +51,12 @@ public:
         m_widget.updateContentEnabled();
     }
 
-    void setNotice(const QString &text, const QString &action) override
+    void setNotice(const QString &text, const QString &action, const QString &icon) override
     {
+        if (icon.isEmpty())
+            m_widget.m_noticeIcon->setIcon(QStringLiteral("editor_notice"), ZLTheme::warning);
+        else
+            m_widget.m_noticeIcon->setIcon(icon, ZLTheme::secondaryText);
         m_widget.m_noticeText->setText(text);
         m_widget.m_noticeAction->setText(action);
         m_widget.m_noticeAction->setVisible(!action.isEmpty());
@@ -62,8 +68,7 @@ public:
     void hidePopupWindows() override
     {
         m_widget.m_tokens->hideCompletions();
-        m_widget.m_deleteAlert->fadeOut();
-        m_widget.updateContentEnabled();
+        m_widget.endDeleteAlert();
     }
 
     void showLoadingView(const QString &heading, const QString &step, const QString &blogName) override
@@ -92,9 +97,7 @@ public:
 
     void showDeleteAlert(const QString &heading, const QString &title, const QString &text) override
     {
-        m_widget.rememberFocus();
-        m_widget.m_deleteAlert->ask(heading, title, text);
-        m_widget.updateContentEnabled();
+        m_widget.showDeleteAlert(heading, title, text);
     }
 
     QCoro::Task<LinkAnswer> askForLink(PageLink link) override { return m_widget.askForLink(link); }
@@ -112,10 +115,8 @@ ZLComposeWidget::ZLComposeWidget(QWidget *parent)
     , m_notice(makeNotice())
     , m_pageArea(new QVBoxLayout)
     , m_loading(new ZLLoadingView(this))
-    , m_deleteAlert(new ZLAlertView(this))
 {
     m_loading->setObjectName(QStringLiteral("uploadOverlay"));
-    m_deleteAlert->setObjectName(QStringLiteral("deleteAlert"));
     auto *column = new QVBoxLayout(m_content);
     column->setContentsMargins({});
     column->setSpacing(0);
@@ -196,10 +197,10 @@ QFrame *ZLComposeWidget::makeNotice()
     notice->hide();
     auto *row = new QHBoxLayout(notice);
     row->setContentsMargins(2 * ZLTheme::spacing + 4, ZLTheme::spacing, 2 * ZLTheme::spacing, ZLTheme::spacing);
-    auto *icon = new ZLIconView(QStringLiteral("editor_notice"), 16, notice, ZLTheme::warning);
+    m_noticeIcon = new ZLIconView(QStringLiteral("editor_notice"), 16, notice, ZLTheme::warning);
     m_noticeText = ZLPlainText::label(notice);
     m_noticeText->setWordWrap(true);
-    row->addWidget(icon);
+    row->addWidget(m_noticeIcon);
     row->addWidget(m_noticeText, 1);
     m_noticeAction = new QPushButton(notice);
     m_noticeAction->setObjectName(QStringLiteral("noticeAction"));
@@ -224,10 +225,6 @@ void ZLComposeWidget::connectView()
     connect(m_bar, &ZLComposeBar::didPressedDeleteButton, m_view, &ComposeView::didPressedDeleteButton);
     connect(m_noticeAction, &QPushButton::clicked, m_view, &ComposeView::didPressedNoticeAction);
     connect(m_loading, &ZLLoadingView::didPressCancel, m_view, &ComposeView::didPressedCancelUpload);
-    connect(m_deleteAlert, &ZLAlertView::didDismissWithButtonIndex, this, [this](int index) {
-        updateContentEnabled();
-        Q_EMIT m_view->alertViewDidDismissWithButtonIndex(index);
-    });
 }
 
 void ZLComposeWidget::setPageWidget(QWidget *page)
@@ -251,8 +248,7 @@ void ZLComposeWidget::setCompletions(std::function<QStringList(const QString &)>
 
 void ZLComposeWidget::updateContentEnabled()
 {
-    const bool isCovered = m_loading->isShowing() || m_deleteAlert->isShowing();
-    const bool enable = m_actionsEnabled && !isCovered;
+    const bool enable = m_actionsEnabled && !m_loading->isShowing();
     if (enable == m_content->isEnabled())
         return;
     m_content->setEnabled(enable);
@@ -263,8 +259,8 @@ void ZLComposeWidget::updateContentEnabled()
     const QPointer<QWidget> before = std::exchange(m_focusBefore, nullptr);
     // Whoever has gone on to the post list meanwhile stays there.
     const QWidget *focused = m_sheetHost->focusBehind();
-    const bool isFree = !focused || focused == m_loading || m_loading->isAncestorOf(focused)
-        || m_deleteAlert->isAncestorOf(focused) || m_content->isAncestorOf(focused);
+    const bool isFree =
+        !focused || focused == m_loading || m_loading->isAncestorOf(focused) || m_content->isAncestorOf(focused);
     if (std::exchange(m_wantsTitleFocus, false))
         m_sheetHost->setFocusBehind(m_title);
     else if (before && isFree)
@@ -282,6 +278,27 @@ void ZLComposeWidget::focusTitle()
 {
     m_wantsTitleFocus = !m_content->isEnabled();
     m_title->setFocus(Qt::OtherFocusReason);
+}
+
+void ZLComposeWidget::showDeleteAlert(const QString &heading, const QString &title, const QString &text)
+{
+    if (!m_sheetHost)
+        return;
+    if (!m_deleteAlert) {
+        m_deleteAlert = new ZLAlertView;
+        connect(m_deleteAlert, &ZLAlertView::didDismissWithButtonIndex, this, [this](int index) {
+            endDeleteAlert();
+            Q_EMIT m_view->alertViewDidDismissWithButtonIndex(index);
+        });
+    }
+    m_deleteAlert->ask(heading, title, text);
+    m_sheetHost->beginSheet(m_deleteAlert);
+}
+
+void ZLComposeWidget::endDeleteAlert()
+{
+    if (m_sheetHost && m_deleteAlert)
+        m_sheetHost->endSheet(m_deleteAlert);
 }
 
 QCoro::Task<LinkAnswer> ZLComposeWidget::askForLink(PageLink link)
@@ -303,9 +320,11 @@ QCoro::Task<LinkAnswer> ZLComposeWidget::askForLink(PageLink link)
 QCoro::Task<QUrl> ZLComposeWidget::chooseMedia()
 {
     const QPointer<ZLComposeWidget> self(this);
-    auto *panel = new QFileDialog(this, QStringLiteral("Insert media"),
-        QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
-        QStringLiteral("Pictures (*.png *.PNG *.jpeg *.JPEG *.jpg *.JPG *.gif *.GIF)"));
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    // A folder that is not there would be taken for the name of a file.
+    auto *panel =
+        new QFileDialog(this, QStringLiteral("Insert media"), QFileInfo(pictures).isDir() ? pictures : QDir::homePath(),
+            QStringLiteral("Pictures (*.png *.PNG *.jpeg *.JPEG *.jpg *.JPG *.gif *.GIF)"));
     panel->setFileMode(QFileDialog::ExistingFile);
     panel->setLabelText(QFileDialog::Accept, QStringLiteral("Select"));
     panel->open();

@@ -14,6 +14,7 @@ class QVBoxLayout;
 class ZLAddLinkPopupView;
 class ZLAlertView;
 class ZLComposeBar;
+class ZLIconView;
 class ZLLoadingView;
 class ZLSheetHost;
 class ZLTextViewWithPlaceHolder;
@@ -49,14 +50,18 @@ private:
     void updateContentEnabled();
     void rememberFocus();
     void focusTitle();
+    void showDeleteAlert(const QString &heading, const QString &title, const QString &text);
+    void endDeleteAlert();
     QCoro::Task<LinkAnswer> askForLink(PageLink link);
     QCoro::Task<QUrl> chooseMedia();
 
     View *m_view;
     QWidget *m_content;
     ZLComposeBar *m_bar;
-    QLabel *m_noticeText = nullptr; ///< before the notice, whose making fills it
-    QPushButton *m_noticeAction = nullptr; ///< likewise
+    // These before the notice, whose making fills them.
+    ZLIconView *m_noticeIcon = nullptr;
+    QLabel *m_noticeText = nullptr;
+    QPushButton *m_noticeAction = nullptr;
     QFrame *m_notice;
     QHBoxLayout *m_titleRow = nullptr;
     ZLTextViewWithPlaceHolder *m_title = nullptr;
@@ -65,8 +70,8 @@ private:
     QWidget *m_tokenRow = nullptr;
     ZLTokenField *m_tokens = nullptr;
     ZLLoadingView *m_loading;
-    ZLAlertView *m_deleteAlert;
     QPointer<ZLSheetHost> m_sheetHost;
+    QPointer<ZLAlertView> m_deleteAlert;
     QPointer<ZLAddLinkPopupView> m_addLinkSheet;
     QPointer<QWidget> m_focusBefore;
     bool m_actionsEnabled = true;

@@ -51,6 +51,12 @@ void drawLines(QPainter *painter, const QRect &rect, const QFont &font, const QS
     layout.endLayout();
 }
 
+/// Solid only while the list has the focus: otherwise the text is what counts.
+bool isSolid(const QStyleOptionViewItem &option)
+{
+    return option.state.testFlag(QStyle::State_Selected) && option.widget && option.widget->hasFocus();
+}
+
 void drawBackground(QPainter *painter, const QStyleOptionViewItem &option)
 {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
@@ -62,9 +68,15 @@ void drawBackground(QPainter *painter, const QStyleOptionViewItem &option)
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(selected ? option.palette.color(QPalette::Highlight) : ZLTheme::hover(option.palette));
-    const QRectF box = QRectF(option.rect).adjusted(6, 2, -6, -3);
+    const QColor accent = option.palette.color(QPalette::Active, QPalette::Highlight);
+    QColor tint = ZLTheme::accent(option.palette);
+    tint.setAlphaF(0.12F);
+    painter->setBrush(isSolid(option) ? accent : selected ? tint : ZLTheme::hover(option.palette));
+    const QRect box = option.rect.adjusted(6, 2, -6, -3);
     painter->drawRoundedRect(box, ZLTheme::radius, ZLTheme::radius);
+    if (selected && !isSolid(option))
+        painter->fillRect(QStyle::visualRect(option.direction, box, {box.left(), box.top() + 4, 3, box.height() - 8}),
+            ZLTheme::accent(option.palette));
     painter->restore();
 }
 
@@ -77,7 +89,7 @@ QString imageNamed(const QString &word, bool darkBackground)
 
 void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const bool solid = isSolid(option);
     const QFont titleFont = ZLTheme::font(option.font, 0, QFont::DemiBold);
     const QFont detailFont = ZLTheme::font(option.font, -1);
     const QFontMetrics titleMetrics(titleFont);
@@ -85,14 +97,14 @@ void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &op
 
     drawBackground(painter, option);
     painter->setFont(titleFont);
-    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(option.palette.color(solid ? QPalette::HighlightedText : QPalette::Text));
     const QRect title(texts.topLeft(), QSize(texts.width() - iconSide - ZLTheme::spacing, titleMetrics.height()));
     const QString text = index.data(Qt::DisplayRole).toString().simplified();
     painter->drawText(title, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
         titleMetrics.elidedText(text, Qt::ElideRight, title.width()));
 
     QColor detailColor = ZLTheme::secondaryText(option.palette);
-    if (selected) {
+    if (solid) {
         detailColor = option.palette.color(QPalette::HighlightedText);
         detailColor.setAlphaF(0.85F);
     }
@@ -101,8 +113,8 @@ void ZLPostListCellView::paint(QPainter *painter, const QStyleOptionViewItem &op
 
     const QString mark = index.data(ZLPostListModel::MarkRole).toString();
     const QString icon = mark.isEmpty()
-        ? statusImageForPostStatus(index.data(ZLPostListModel::StatusRole).toInt(), !selected)
-        : imageNamed(mark, !selected);
+        ? statusImageForPostStatus(index.data(ZLPostListModel::StatusRole).toInt(), !solid)
+        : imageNamed(mark, !solid);
     const QRect box = iconRect(option.rect, titleMetrics.height());
     painter->drawPixmap(box.topLeft(),
         ZLIcons::pixmap(icon, iconSide, ZLIcons::tone(icon, option.palette), painter->device()->devicePixelRatioF()));

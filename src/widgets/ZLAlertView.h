@@ -1,16 +1,14 @@
 #pragma once
 
-#include "widgets/ZLCoverView.h"
+#include "widgets/ZLSheet.h"
 
-class QLabel;
-class QPushButton;
-
-/// The question before a post is deleted, laid over the compose view.
-class ZLAlertView : public ZLCoverView {
+/// The question before a post is deleted.
+class ZLAlertView : public ZLSheet {
     Q_OBJECT
 public:
-    explicit ZLAlertView(QWidget *parent);
+    ZLAlertView();
 
+    bool isAlert() const override { return true; }
     /// `title` is the post's; it is shown in double quotes. `text` tells what becomes of it.
     void ask(const QString &heading, const QString &title, const QString &text);
 
@@ -18,15 +16,9 @@ Q_SIGNALS:
     void didDismissWithButtonIndex(int index); ///< 0 cancel, 1 delete
 
 protected:
-    void didPressEscape() override { dismiss(0); }
-    void keyPressEvent(QKeyEvent *event) override;
+    void didPressReturn() override { Q_EMIT didDismissWithButtonIndex(0); }
+    void didPressEscape() override { Q_EMIT didDismissWithButtonIndex(0); }
 
 private:
-    void dismiss(int index);
-
-    QLabel *m_heading;
-    QLabel *m_title;
-    QLabel *m_text;
-    QPushButton *m_cancel;
     QPushButton *m_delete;
 };

@@ -2,7 +2,9 @@
 
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QTextBlock>
+#include <QTextLayout>
 
 namespace {
 /// No title that somebody wrote is longer. One that is would take minutes to lay out.
@@ -11,10 +13,10 @@ constexpr qsizetype longestTitle = 2000;
 
 ZLTextViewWithPlaceHolder::ZLTextViewWithPlaceHolder(const QString &placeHolder, QWidget *parent)
     : QTextEdit(parent)
+    , m_placeHolder(placeHolder.trimmed()) // it stands where the text will
 {
     setAcceptRichText(false);
     setFrameShape(QFrame::NoFrame);
-    setPlaceholderText(placeHolder);
     setAccessibleName(QStringLiteral("Title"));
     setTabChangesFocus(true);
     setLineWrapMode(QTextEdit::WidgetWidth);
@@ -81,6 +83,19 @@ void ZLTextViewWithPlaceHolder::keyPressEvent(QKeyEvent *event)
         return;
     }
     QTextEdit::keyPressEvent(event);
+}
+
+/// QTextEdit would show the blanks of the placeholder, too.
+void ZLTextViewWithPlaceHolder::paintEvent(QPaintEvent *event)
+{
+    QTextEdit::paintEvent(event);
+    if (!document()->isEmpty() || !textCursor().block().layout()->preeditAreaText().isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = qRound(document()->documentMargin());
+    painter.drawText(viewport()->rect().marginsRemoved({margin, margin, margin, margin}),
+        Qt::AlignLeading | Qt::AlignTop | Qt::TextWordWrap, m_placeHolder);
 }
 
 void ZLTextViewWithPlaceHolder::focusInEvent(QFocusEvent *event)

@@ -27,6 +27,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     bool canInsertFromMimeData(const QMimeData *source) const override;
@@ -35,6 +36,7 @@ private:
     void textDidChange();
     int textHeight() const;
 
+    QString m_placeHolder;
     QString m_set;
     bool m_isAsSet = true;
     bool m_isSetting = false;

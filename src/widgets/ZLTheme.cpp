@@ -125,7 +125,7 @@ QColor ZLTheme::danger(const QPalette &palette)
 
 QFont ZLTheme::font(const QFont &base, int step, QFont::Weight weight)
 {
-    static constexpr double factors[] = {0.9, 1.0, 1.3, 1.9};
+    static constexpr double factors[] = {0.9, 1.0, 1.3, 2.6};
     QFont font(base);
     const double factor = factors[qBound(-1, step, 2) + 1];
     if (base.pointSizeF() > 0)

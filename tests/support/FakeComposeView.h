@@ -16,7 +16,7 @@ public:
     void setButtons(const PostButtons &shown) override { buttons = shown; }
     void setActionsEnabled(bool enabled) override { actionsEnabled = enabled; }
     void setSelectionStyle(const SelectionStyle &newStyle) override { style = newStyle; }
-    void setNotice(const QString &text, const QString &action) override
+    void setNotice(const QString &text, const QString &action, const QString &) override
     {
         notice = text;
         noticeAction = action;
