@@ -35,12 +35,14 @@ ZLComposeBar::ZLComposeBar(QWidget *parent)
             button->setChecked(!button->isChecked()); // the page says how it is; a click does not
             Q_EMIT didPressedFormatButton(command);
         });
+        button->setShortcutHint(QKeySequence(QLatin1String(format.shortcut)));
         m_formatButtons[index] = button;
         row->addWidget(button);
         if (format.endsGroup)
             row->addWidget(makeSeparator());
     }
     m_link = addFormatButton(QStringLiteral("menu_link"), QStringLiteral("Link"));
+    m_link->setObjectName(QStringLiteral("linkButton"));
     connect(m_link, &QAbstractButton::clicked, this, [this] {
         m_link->setChecked(!m_link->isChecked());
         Q_EMIT didPressedLinkButton();

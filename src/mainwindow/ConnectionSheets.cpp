@@ -31,8 +31,7 @@ ZLIntroWindowController::ZLIntroWindowController(const QString &typed, bool canC
     setObjectName(u"introSheet"_qs);
     setIcon(u"sheet_blog"_qs);
     setHeading(tr("Connect your blog"));
-    setText(tr("Type the address of your WordPress blog. Zalmo brings your posts and pages here, and sends back what "
-               "you write."));
+    setText(tr("Type the address of your WordPress blog. Zalmo brings its posts here, and sends back what you write."));
     m_blogURL->setObjectName(u"blogURLField"_qs);
     m_blogURL->setPlaceholderText(u"https://yourblog.com"_qs);
     m_blogURL->setAccessibleName(tr("Address of your blog"));

@@ -4,13 +4,13 @@
 
 #include <QtGlobal>
 
-/// Where the window's content stands in full screen: a column whose compose screen, without the side bar, is in the
-/// middle. A screen that is narrower is filled.
+/// Where the window's content stands in full screen: a column in the middle, in which the post is as wide as in the
+/// window. A screen that is narrower is filled.
 class FullScreenColumn {
 public:
     FullScreenColumn(int windowWidth, bool listIsOpen)
-        : m_width(qMin(814 + (listIsOpen ? ZLTheme::toolViewWidth : 0), windowWidth))
-        , m_x(qMax(0, int(windowWidth * 0.5 - m_width * 0.5 - ZLTheme::sideBarWidth * 0.5)))
+        : m_width(qMin(814 + ZLTheme::sideBarWidth + (listIsOpen ? ZLTheme::toolViewWidth : 0), windowWidth))
+        , m_x((windowWidth - m_width) / 2)
     {
     }
 

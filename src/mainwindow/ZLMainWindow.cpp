@@ -105,6 +105,26 @@ void ZLMainWindow::makeMenus()
     m_selectorView->setConnectAction(m_actions.value(u"newBlogMenuItem"_qs));
     m_actions.value(u"postListMenuItem"_qs)->setCheckable(true);
     m_actions.value(u"fullScreenMenuItem"_qs)->setCheckable(true);
+    hintAtShortcuts();
+}
+
+/// The buttons that do what a menu command does.
+void ZLMainWindow::hintAtShortcuts()
+{
+    static const QHash<QString, QString> commands{
+        {u"postListButton"_qs, u"postListMenuItem"_qs},
+        {u"createNewPostButton"_qs, u"newPostItem"_qs},
+        {u"importButton"_qs, u"insertImageMenuItem"_qs},
+        {u"insertMediaButton"_qs, u"insertImageMenuItem"_qs},
+        {u"linkButton"_qs, u"linkMenuItem"_qs},
+        {u"saveButton"_qs, u"saveMenuItem"_qs},
+        {u"deleteButton"_qs, u"deletePostMenuItem"_qs},
+        {u"refreshButton"_qs, u"refreshPostListMenuItem"_qs},
+    };
+    for (ZLIconButton *button : m_mainView->findChildren<ZLIconButton *>()) {
+        if (const QAction *action = m_actions.value(commands.value(button->objectName())))
+            button->setShortcutHint(action->shortcut());
+    }
 }
 
 void ZLMainWindow::addCommand(QMenu *menu, const MenuCommand &command)
@@ -131,6 +151,11 @@ void ZLMainWindow::connectViews()
     m_postList->delegate = m_compose.get();
     m_compose->controller().setRowUpdates(m_postList.get());
     connect(&m_compose->controller(), &ZLMainWindowCreateViewController::didLoadedPost, m_keyHold, &KeyHold::release);
+    // At once and not at the end, which a crash does not have.
+    connect(&m_compose->controller(), &ZLMainWindowCreateViewController::actionsDidChange, this, [this] {
+        if (m_compose->controller().currentDocument())
+            m_app.openPosts().remember();
+    });
     connect(m_postList.get(), &ZLPostListViewController::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
     connect(m_sideBarView, &ZLSideBarView::didClickOnPostsList, this, &ZLMainWindow::didClickOnPostsList);
     connect(m_sideBarView, &ZLSideBarView::didClickOnNewPost, this, &ZLMainWindow::didClickOnNewPost);
@@ -226,6 +251,7 @@ void ZLMainWindow::setToolViewShown(bool shown)
 
 void ZLMainWindow::layOutColumn()
 {
+    m_mainView->setBackgroundRole(isFullScreen() ? QPalette::Window : QPalette::Base); // what is beside the column
     if (!isFullScreen()) {
         m_column->setContentsMargins({});
         return;
@@ -236,6 +262,8 @@ void ZLMainWindow::layOutColumn()
 
 QRect ZLMainWindow::sheetRect() const
 {
+    if (m_app.currentBlog().accounts().isEmpty())
+        return m_mainView->rect();
     const QPoint corner = m_currentView->mapTo(m_mainView, QPoint());
     return {corner, m_currentView->size()};
 }
@@ -329,6 +357,8 @@ void ZLMainWindow::updateMenus(bool validate)
 
 void ZLMainWindow::updateButtons()
 {
+    // Without a blog there is nothing to write for, and no editor shows behind the sheet.
+    m_sheets->setHidingWindow(m_app.currentBlog().accounts().isEmpty());
     m_sideBarView->setButtonsEnabled(!m_app.currentBlog().accounts().isEmpty());
     m_postList->view()->refreshButton()->setEnabled(!m_app.currentBlog().accounts().isEmpty());
 }

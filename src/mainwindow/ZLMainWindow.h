@@ -77,6 +77,7 @@ protected:
 private:
     void makeViews();
     void makeMenus();
+    void hintAtShortcuts();
     void addCommand(QMenu *menu, const MenuCommand &command);
     void connectViews();
     void restorePreviousToolViewStatus();

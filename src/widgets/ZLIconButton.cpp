@@ -32,8 +32,15 @@ void ZLIconButton::setSides(int button, int icon)
 
 void ZLIconButton::setName(const QString &toolTip)
 {
-    setToolTip(ZLPlainText::toolTip(toolTip));
     setAccessibleName(toolTip);
+    setShortcutHint(m_shortcutHint);
+}
+
+void ZLIconButton::setShortcutHint(const QKeySequence &keys)
+{
+    m_shortcutHint = keys;
+    const QString hint = keys.isEmpty() ? QString() : u" (%1)"_qs.arg(keys.toString(QKeySequence::NativeText));
+    setToolTip(ZLPlainText::toolTip(accessibleName() + hint));
 }
 
 void ZLIconButton::paintEvent(QPaintEvent *)

@@ -30,6 +30,13 @@ void ZLSheetHost::setSheetRect(std::function<QRect()> rect)
     layOut();
 }
 
+void ZLSheetHost::setHidingWindow(bool hiding)
+{
+    m_isHidingWindow = hiding;
+    layOut();
+    update();
+}
+
 void ZLSheetHost::beginSheet(ZLSheet *sheet)
 {
     if (!m_sheets.contains(sheet))
@@ -155,8 +162,8 @@ bool ZLSheetHost::eventFilter(QObject *watched, QEvent *event)
 
 void ZLSheetHost::paintEvent(QPaintEvent *)
 {
-    QColor shade(Qt::black);
-    shade.setAlphaF(float((ZLTheme::isDark(palette()) ? 0.55 : 0.32) * m_dim));
+    QColor shade = m_isHidingWindow ? palette().color(QPalette::Window) : QColor(Qt::black);
+    shade.setAlphaF(float((m_isHidingWindow ? 1 : ZLTheme::isDark(palette()) ? 0.55 : 0.32) * m_dim));
     QPainter(this).fillRect(rect(), shade);
 }
 

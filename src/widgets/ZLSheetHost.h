@@ -22,6 +22,8 @@ public:
     void endSheet(ZLSheet *sheet); ///< hides it; it can be shown again
     ZLSheet *attachedSheet() const { return m_shown; }
     bool isAttached(const ZLSheet *sheet) const { return m_sheets.contains(const_cast<ZLSheet *>(sheet)); }
+    /// Whether nothing of the window shows behind the sheets.
+    void setHidingWindow(bool hiding);
     /// What has the focus, or gets it back when the last sheet has gone.
     QWidget *focusBehind() const;
     void setFocusBehind(QWidget *widget);
@@ -48,5 +50,6 @@ private:
     QPointer<ZLSheet> m_shown;
     QPointer<QWidget> m_focusBefore;
     QVariantAnimation m_fade;
+    bool m_isHidingWindow = false;
     qreal m_dim = 0; ///< from 0 to 1
 };

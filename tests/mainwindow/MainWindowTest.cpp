@@ -100,6 +100,9 @@ private Q_SLOTS:
         QTRY_COMPARE(title->toPlainText(), u"New"_qs);
         QTRY_VERIFY(f.row(u"New"_qs));
         QVERIFY(f.row(u"A"_qs));
+        // What is on the screen is noted at once, for the start after a crash.
+        QTRY_COMPARE(f.defaults.objectForKey(u"openPosts"_qs).toMap().value(u"Ada"_qs).toString(),
+            f.row(u"New"_qs)->localFile.toString());
     }
 
     void takesABlankScreenForTheNewPost()
@@ -235,8 +238,8 @@ private Q_SLOTS:
     void standsInAColumnInFullScreen_data()
     {
         const TestTable<int, bool, int, int> row({"window", "open", "x", "width"});
-        row("closed", 1920, false, 520, 814);
-        row("open", 1920, true, 370, 1114);
+        row("closed", 1920, false, 520, 880);
+        row("open", 1920, true, 370, 1180);
         row("narrow screen", 800, true, 0, 800);
     }
 
