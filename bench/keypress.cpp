@@ -5,9 +5,9 @@
 // text and no script but a listener that says that there was input. Without an argument both run, one after the other.
 #include "bench.h"
 
-#include "editor/EditorScheme.h"
 #include "editor/ZLEditorPage.h"
-#include "editor/ZLEditorWebView.h"
+#include "engine/EditorScheme.h"
+#include "engine/ZLEditorWebView.h"
 #include "text/BodyPieces.h"
 
 #include <QApplication>

@@ -6,7 +6,6 @@
 // The pretended blog that answers is a process of its own (bench_living serve), so that its work is not counted.
 #include "bench.h"
 
-#include "editor/EditorScheme.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
 #include "support/ServedBlog.h"

@@ -1,10 +1,11 @@
 #include "editor/ZLEditorPage.h"
 
-#include "editor/ZLEditorWebView.h"
+#include "editor/EditorView.h"
 
 #include <QClipboard>
 #include <QCoroFuture>
 #include <QGuiApplication>
+#include <QWidget>
 
 namespace {
 QVariantMap toVariant(const BodyPiece &piece)
@@ -67,7 +68,7 @@ ZLEditorPage::ZLEditorPage(QObject *parent)
     connect(&m_watch, &QTimer::timeout, this, &ZLEditorPage::watchLoading);
 }
 
-void ZLEditorPage::setView(ZLEditorWebView *view)
+void ZLEditorPage::setView(EditorView *view)
 {
     m_view = view;
     if (view)
@@ -210,7 +211,7 @@ void ZLEditorPage::hidePopupWindows()
 void ZLEditorPage::focus()
 {
     if (m_view)
-        m_view->setFocus();
+        m_view->widget()->setFocus();
     m_calls.call(Function::focusContent);
 }
 

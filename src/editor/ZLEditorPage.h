@@ -4,11 +4,10 @@
 #include "editor/EditorCalls.h"
 #include "editor/ZLEditorWebViewBridge.h"
 
-#include <QPointer>
 #include <QTimer>
 #include <functional>
 
-class ZLEditorWebView;
+class EditorView;
 
 /// The editor page as the compose controller drives it. It stands before the web engine does: the view takes it when it
 /// is made, and until the page is ready the newest content to load is kept.
@@ -39,7 +38,8 @@ public:
     void setTargetForLinkImage(std::function<QString()> target) { m_targetForLinkImage = std::move(target); }
 
     // for the view
-    void setView(ZLEditorWebView *view);
+    void setView(EditorView *view);
+    EditorView *view() const { return m_view; }
     void pageIsGone(); ///< its process ended; the view loads it anew
     void pageIsGivenUp(); ///< its process ended too often
     void setTheme(const QVariantMap &colors);
@@ -79,7 +79,7 @@ private:
 
     EditorCalls m_calls;
     ZLEditorWebViewBridge m_bridge;
-    QPointer<ZLEditorWebView> m_view;
+    EditorView *m_view = nullptr;
     std::optional<Content> m_waitingContent; ///< not yet on its way to the page
     Content m_contentOnItsWay; ///< while loading
     int m_owner = nobody; ///< of the content that is in the page

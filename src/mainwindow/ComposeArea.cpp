@@ -1,6 +1,7 @@
 #include "mainwindow/ComposeArea.h"
 
 #include "app/ZLAppDelegate.h"
+#include "editor/EditorEngine.h"
 #include "editor/ZLComposeWidget.h"
 #include "model/LocalFileURL.h"
 
@@ -22,7 +23,7 @@ ComposeArea::ComposeArea(ZLAppDelegate &app, Prompts &prompts, ZLSheetHost &shee
 
 ComposeArea::~ComposeArea()
 {
-    delete m_webView; // before the page that it shows
+    delete webView(); // before the page that it shows
 }
 
 QWidget *ComposeArea::view() const
@@ -32,17 +33,21 @@ QWidget *ComposeArea::view() const
 
 void ComposeArea::makeWebView()
 {
-    if (m_webView)
+    if (webView())
         return;
-    m_webView = new ZLEditorWebView(m_page, m_host.cacheFolder());
-    m_webView->setObjectName(u"editorWebView"_qs);
-    m_widget->setPageWidget(m_webView);
+    EditorEngine *const engine = EditorEngine::load();
+    if (!engine)
+        return m_page.pageIsGivenUp();
+    QWidget *const view = engine->makeView(m_page, m_host.cacheFolder())->widget();
+    view->setObjectName(u"editorWebView"_qs);
+    m_widget->setPageWidget(view);
 }
 
 bool ComposeArea::canFormatSelectedDOMRange() const
 {
     const QWidget *focused = m_widget->window()->focusWidget();
-    return m_webView && m_page.isReady() && focused && (focused == m_webView || m_webView->isAncestorOf(focused));
+    const QWidget *view = webView() ? webView()->widget() : nullptr;
+    return view && m_page.isReady() && focused && (focused == view || view->isAncestorOf(focused));
 }
 
 void ComposeArea::loadPost(const LocalPostPtr &post, PostAction action)

@@ -3,7 +3,6 @@
 #include "app/AppComposeHost.h"
 #include "compose/ZLMainWindowCreateViewController.h"
 #include "editor/ZLEditorPage.h"
-#include "editor/ZLEditorWebView.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 
 class ZLComposeWidget;
@@ -21,7 +20,7 @@ public:
     /// Starts the web engine. A second call does nothing.
     void makeWebView();
     /// Null before makeWebView().
-    ZLEditorWebView *webView() const { return m_webView; }
+    EditorView *webView() const { return m_page.view(); }
     /// Whether the text cursor is in the page, so that there is something to format.
     bool canFormatSelectedDOMRange() const;
 
@@ -39,5 +38,4 @@ private:
     ZLEditorPage m_page;
     ZLComposeWidget *m_widget; ///< the window's
     ZLMainWindowCreateViewController m_controller;
-    QPointer<ZLEditorWebView> m_webView;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ZLWindows.h"
+#include "editor/EditorView.h"
 #include "mainwindow/MenuCommands.h"
 
 #include <QHash>
@@ -90,7 +91,7 @@ private:
     void makeWebViewSoon(int milliseconds);
     bool isRuleMet(MenuCommand::Rule rule) const;
     bool hasAttachedSheet() const;
-    void edit(const char *method, int webAction);
+    void edit(const char *method, EditorView::Edit command);
     void format(const QString &command);
     QRect sheetRect() const;
 

@@ -82,36 +82,36 @@ void ZLMainWindow::format(const QString &command)
 
 void ZLMainWindow::undo()
 {
-    edit("undo", QWebEnginePage::Undo);
+    edit("undo", EditorView::Edit::Undo);
 }
 void ZLMainWindow::redo()
 {
-    edit("redo", QWebEnginePage::Redo);
+    edit("redo", EditorView::Edit::Redo);
 }
 void ZLMainWindow::cut()
 {
-    edit("cut", QWebEnginePage::Cut);
+    edit("cut", EditorView::Edit::Cut);
 }
 void ZLMainWindow::copy()
 {
-    edit("copy", QWebEnginePage::Copy);
+    edit("copy", EditorView::Edit::Copy);
 }
 void ZLMainWindow::paste()
 {
-    edit("paste", QWebEnginePage::Paste);
+    edit("paste", EditorView::Edit::Paste);
 }
 void ZLMainWindow::selectAll()
 {
-    edit("selectAll", QWebEnginePage::SelectAll);
+    edit("selectAll", EditorView::Edit::SelectAll);
 }
 
-void ZLMainWindow::edit(const char *method, int webAction)
+void ZLMainWindow::edit(const char *method, EditorView::Edit command)
 {
     QWidget *focused = focusWidget();
     if (focused && focused->metaObject()->indexOfMethod((QByteArray(method) + "()").constData()) != -1)
         QMetaObject::invokeMethod(focused, method);
     else if (m_compose->canFormatSelectedDOMRange())
-        m_compose->webView()->triggerPageAction(QWebEnginePage::WebAction(webAction));
+        m_compose->webView()->edit(command);
 }
 
 void ZLMainWindow::searchPosts()

@@ -1,6 +1,5 @@
 #include "mainwindow/ZLProgram.h"
 
-#include "editor/EditorScheme.h"
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "widgets/ZLTheme.h"
@@ -34,7 +33,7 @@ ZLTheme::Scheme schemeFor(DesktopColorScheme::Preference preference)
 
 void ZLProgram::prepare()
 {
-    EditorScheme::registerScheme();
+    QApplication::setAttribute(Qt::AA_ShareOpenGLContexts); // for the web engine, which comes later
     QApplication::setApplicationName(u"zalmo"_qs);
     QApplication::setApplicationDisplayName(u"Zalmo"_qs);
     QApplication::setApplicationVersion(QStringLiteral(ZALMO_VERSION));

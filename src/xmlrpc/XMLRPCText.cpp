@@ -16,6 +16,12 @@ quint16 isEscaped(char16_t unit)
     return quint16(quint16(unit == u'&') | quint16(unit == u'<') | quint16(unit == u'>'));
 }
 
+/// What a document cannot hold in any form: a blog would refuse the whole call.
+quint16 isForbidden(char16_t unit)
+{
+    return quint16(quint16(unit < 0x20) & quint16(unit != u'\n') & quint16(unit != u'\t') & quint16(unit != u'\r'));
+}
+
 // Bytes beyond one for each unit.
 quint16 extraBytes(const char16_t *block, qsizetype size)
 {
@@ -31,7 +37,7 @@ bool isPlain(const char16_t *block)
 {
     quint16 special = 0;
     for (qsizetype i = 0; i < CopiedBlock; ++i)
-        special |= quint16(quint16(block[i] >= 0x80) | isEscaped(block[i]));
+        special |= quint16(quint16(block[i] >= 0x80) | isEscaped(block[i]) | isForbidden(block[i]));
     return special == 0;
 }
 
@@ -55,7 +61,7 @@ char *writeTwo(char16_t unit, char *out)
 
 char *writeThree(char16_t unit, char *out)
 {
-    if (QChar::isSurrogate(unit))
+    if (QChar::isSurrogate(unit) || unit >= 0xfffe)
         unit = QChar::ReplacementCharacter;
     *out++ = char(0xe0 | unit >> 12);
     *out++ = char(0x80 | (unit >> 6 & 0x3f));
@@ -77,6 +83,8 @@ char *writeCharacter(const char16_t *&at, const char16_t *end, char *out)
     const char16_t unit = *at;
     if (isEscaped(unit))
         return writeEntity(unit, out);
+    if (isForbidden(unit))
+        return out;
     if (unit < 0x80) {
         *out++ = char(unit);
         return out;

@@ -43,7 +43,7 @@ private Q_SLOTS:
         row("two and three bytes", u"\u00fc\u20ac"_qs, "<string>\xc3\xbc\xe2\x82\xac</string>");
         row("four bytes", u"\U0001f600!"_qs, "<string>\xf0\x9f\x98\x80!</string>");
         row("half an emoji", QString(QChar(0xd83d)) + u'x', "<string>\xef\xbf\xbdx</string>");
-        row("a control character stays", QString(QChar(0x13)), "<string>\x13</string>");
+        row("what XML cannot hold", u"a\u0013\u0000b\uffff\tc\r\nd"_qs, "<string>ab\xef\xbf\xbd\tc\r\nd</string>");
         row("escape at every place of a block", u"1234567&1234567<>123456&8"_qs,
             "<string>1234567&#38;1234567&#60;&#62;123456&#38;8</string>");
         row("integer", 5, "<i4>5</i4>");

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/ZLEditorPage.h"
-#include "editor/ZLEditorWebView.h"
+#include "engine/ZLEditorWebView.h"
 #include "platform/ZLFileManager.h"
 #include "support/TestClasses.h"
 

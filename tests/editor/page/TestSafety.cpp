@@ -1,5 +1,5 @@
 #include "PageFixture.h"
-#include "editor/EditorScheme.h"
+#include "engine/EditorScheme.h"
 #include "support/Files.h"
 
 #include <QDirIterator>

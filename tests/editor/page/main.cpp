@@ -1,4 +1,4 @@
-#include "editor/EditorScheme.h"
+#include "engine/EditorScheme.h"
 #include "support/TestClasses.h"
 
 #include <QApplication>

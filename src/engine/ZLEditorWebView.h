@@ -1,41 +1,35 @@
 #pragma once
 
-#include "editor/LocalMedia.h"
+#include "editor/EditorView.h"
+#include "engine/LocalMedia.h"
 
 #include <QElapsedTimer>
-#include <QStringList>
-#include <QUrl>
 #include <QWebEngineView>
-#include <chrono>
 #include <memory>
 
 class EditorEnginePage;
 class EditorRequestFilter;
-class QMimeData;
 class QWebChannel;
 class QWebEngineProfile;
 class ZLEditorPage;
 
 /// The view in which the editor page runs. Making it starts the web engine, so it is made after the first paint.
-/// EditorScheme::registerScheme() must have been called before the application object was made.
-class ZLEditorWebView : public QWebEngineView {
+/// EditorScheme::registerScheme() must have been called before.
+class ZLEditorWebView : public QWebEngineView, public EditorView {
     Q_OBJECT
 public:
     /// `page` outlives the view. Pictures below `cacheFolder` can be shown.
     ZLEditorWebView(ZLEditorPage &page, const QString &cacheFolder, QWidget *parent = nullptr);
     ~ZLEditorWebView() override;
 
-    /// Lets the page show these files; addresses of other schemes are passed over.
-    void allowLocalImages(const QStringList &addresses);
-    void setBlogURL(const QUrl &url); ///< see ComposePage
-    /// Hands pictures of the clipboard or a drag to the program. False: it holds something else.
-    bool offerPictures(const QMimeData *data);
-    void load();
-    /// After too many crashes in a row the page stays away until there is other content for it.
-    void loadIfGivenUp();
-    void endHungProcess(); ///< the page is then loaded anew
-    /// The processor time that the page's process has had; zero when that cannot be told.
-    std::chrono::milliseconds processorTime() const;
+    QWidget *widget() override { return this; }
+    void edit(Edit command) override;
+    void allowLocalImages(const QStringList &addresses) override;
+    void setBlogURL(const QUrl &url) override;
+    bool offerPictures(const QMimeData *data) override;
+    void loadIfGivenUp() override;
+    void endHungProcess() override;
+    std::chrono::milliseconds processorTime() const override;
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -47,6 +41,7 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    void load();
     void renderProcessTerminated();
     void applyPalette();
     bool isOfProgram(const QKeyEvent &event) const;

@@ -1,10 +1,10 @@
-#include "editor/ZLEditorWebView.h"
+#include "engine/ZLEditorWebView.h"
 
-#include "editor/EditorEnginePage.h"
-#include "editor/EditorRequestFilter.h"
-#include "editor/EditorScheme.h"
-#include "editor/EditorSchemeHandler.h"
 #include "editor/ZLEditorPage.h"
+#include "engine/EditorEnginePage.h"
+#include "engine/EditorRequestFilter.h"
+#include "engine/EditorScheme.h"
+#include "engine/EditorSchemeHandler.h"
 #include "platform/ZLLog.h"
 
 #include <QAction>
@@ -142,6 +142,13 @@ void ZLEditorWebView::loadIfGivenUp()
         return;
     m_crashes = 0;
     load();
+}
+
+void ZLEditorWebView::edit(Edit command)
+{
+    static constexpr std::array actions{QWebEnginePage::Undo, QWebEnginePage::Redo, QWebEnginePage::Cut,
+        QWebEnginePage::Copy, QWebEnginePage::Paste, QWebEnginePage::SelectAll};
+    triggerPageAction(actions[size_t(command)]);
 }
 
 void ZLEditorWebView::setBlogURL(const QUrl &url)

@@ -1,7 +1,7 @@
-#include "editor/EditorSchemeHandler.h"
+#include "engine/EditorSchemeHandler.h"
 
-#include "editor/EditorScheme.h"
-#include "editor/LocalMedia.h"
+#include "engine/EditorScheme.h"
+#include "engine/LocalMedia.h"
 
 #include <QFile>
 #include <QMimeDatabase>

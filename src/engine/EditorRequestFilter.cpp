@@ -1,6 +1,6 @@
-#include "editor/EditorRequestFilter.h"
+#include "engine/EditorRequestFilter.h"
 
-#include "editor/EditorScheme.h"
+#include "engine/EditorScheme.h"
 
 #include <QHostAddress>
 #include <algorithm>

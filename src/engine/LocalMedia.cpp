@@ -1,4 +1,4 @@
-#include "editor/LocalMedia.h"
+#include "engine/LocalMedia.h"
 
 #include <QFileInfo>
 #include <QMimeDatabase>

@@ -1,6 +1,6 @@
-#include "editor/EditorEnginePage.h"
+#include "engine/EditorEnginePage.h"
 
-#include "editor/EditorScheme.h"
+#include "engine/EditorScheme.h"
 #include "platform/ZLLog.h"
 
 EditorEnginePage::EditorEnginePage(QWebEngineProfile *profile, QObject *parent)

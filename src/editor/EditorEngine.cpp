@@ -1,0 +1,14 @@
+#include "editor/EditorEngine.h"
+
+#include "platform/ZLLog.h"
+
+#include <QPluginLoader>
+
+EditorEngine *EditorEngine::load()
+{
+    QPluginLoader module(QStringLiteral(ZALMO_ENGINE_MODULE));
+    auto *engine = qobject_cast<EditorEngine *>(module.instance());
+    if (!engine)
+        ZLLog(module.errorString());
+    return engine;
+}
