@@ -199,16 +199,16 @@ QString TourScreen::bodyContent()
 {
     ComposePage *contract = nullptr;
     waitFor("the editor page", [&] { return (contract = m_window.findChild<ComposePage *>()); });
-    std::optional<QString> answer;
-    bool answered = false;
-    contract->getBodyContent().then([&](std::optional<QString> content) {
-        answer = std::move(content);
-        answered = true;
-    });
-    waitFor("the page's answer", [&] { return answered; });
-    if (!answer)
+    struct Answer {
+        std::optional<QString> content;
+        bool isHere = false;
+    };
+    const auto answer = std::make_shared<Answer>(); // it may come when nobody waits for it any more
+    contract->getBodyContent().then([answer](std::optional<QString> content) { *answer = {std::move(content), true}; });
+    waitFor("the page's answer", [&] { return answer->isHere; });
+    if (!answer->content)
         throw TourFailure("the page gave no content");
-    return *answer;
+    return *answer->content;
 }
 
 void TourScreen::waitForPage(const QString &words)
