@@ -128,10 +128,13 @@ PostPtr PostFieldMaps::postFromWPGetPostResponse(const XMLRPCValue &response)
     return post;
 }
 
-QList<PostPtr> PostFieldMaps::postsFromWPGetPostsResponse(const XMLRPCValue &response)
+QList<PostPtr> PostFieldMaps::postsFromWPGetPostsResponse(const XMLRPCValue &response, int most)
 {
     QList<PostPtr> posts;
-    for (const XMLRPCValue &element : response.array())
+    for (const XMLRPCValue &element : response.array()) {
+        if (posts.size() == most)
+            break;
         posts.append(postFromWPGetPostResponse(element));
+    }
     return posts;
 }

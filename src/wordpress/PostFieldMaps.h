@@ -9,5 +9,6 @@ namespace PostFieldMaps {
 PostPtr postFromResponse(const XMLRPCValue &response);
 /// A struct of the wp family.
 PostPtr postFromWPGetPostResponse(const XMLRPCValue &response);
-QList<PostPtr> postsFromWPGetPostsResponse(const XMLRPCValue &response);
+/// `most`: as many as were asked for. A blog may send any number.
+QList<PostPtr> postsFromWPGetPostsResponse(const XMLRPCValue &response, int most);
 } // namespace PostFieldMaps

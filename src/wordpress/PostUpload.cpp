@@ -265,7 +265,7 @@ QCoro::Task<Result<QString>> PostUpload::findOnBlog()
         co_return failure(answer.error());
     if (!(*answer)->object().isArray())
         co_return failure(ServiceFailures::unusable());
-    for (const PostPtr &onBlog : PostFieldMaps::postsFromWPGetPostsResponse((*answer)->object())) {
+    for (const PostPtr &onBlog : PostFieldMaps::postsFromWPGetPostsResponse((*answer)->object(), newestPosts)) {
         if (!onBlog->id.isEmpty() && mayBeFrom(*onBlog, *m_post))
             co_return onBlog->id;
     }
@@ -319,7 +319,16 @@ QCoro::Task<void> PostUpload::update()
         fail(contentType(), uploadError(6, QStringLiteral("The blog did not take the post, and does not say why.")));
         co_return;
     }
-    takeAsOnBlog((*answer)->date());
+    QDateTime date = (*answer)->date();
+    if (!date.isValid()) { // it is read back: the clock here may be ahead, and would hide what others change
+        QCoro::Task<Result<PostPtr>> fetching = fetch(m_post->id);
+        const Result<PostPtr> onBlog = co_await fetching;
+        if (!onBlog && isCancelled(onBlog.error()))
+            co_return;
+        if (onBlog && isSame(**onBlog, *m_post))
+            date = (*onBlog)->updatedAt;
+    }
+    takeAsOnBlog(date);
     end({UploadOutcome::Updated});
 }
 
@@ -427,16 +436,15 @@ void PostUpload::didSendPicture(const QString &address, float progress)
 QDateTime PostUpload::lastKnownDate() const
 {
     const ZLWordpressPost &known = m_post->synced ? *m_post->synced : *m_post;
-    const QDateTime now = m_environment.clock.now();
-    const bool isScheduled = m_post->createdAt > now || known.createdAt > now;
-    return isScheduled ? QDateTime() : known.updatedAt;
+    return known.createdAt > m_environment.clock.now() ? QDateTime() : known.updatedAt;
 }
 
-/// An update is not read back, and the blog dates it before it answers. With an earlier date here the next sync would
-/// take the writer's own edit for a change made on the blog.
+/// An update is not read back where its answer is dated, and the blog dates it before it answers. With an earlier date
+/// here the next sync would take the writer's own edit for a change made on the blog.
 void PostUpload::takeAsOnBlog(const QDateTime &answered)
 {
-    m_post->updatedAt = answered.isValid() ? answered : m_environment.clock.now();
+    if (answered.isValid())
+        m_post->updatedAt = answered; // else the last known one stays
     m_post->blogStatus = blogStatus(*m_post);
     auto onBlog = std::make_shared<ZLWordpressPost>(*m_post);
     onBlog->synced.reset();
@@ -502,7 +510,9 @@ void PostUpload::tell(const UploadOutcome &outcome)
     } else if (outcome.remote) {
         delegate.didPublishPost(service, outcome.remote, post);
         Q_EMIT notifications.didPublishPost(outcome.remote);
-    } else if (outcome.kind != UploadOutcome::Cancelled) {
+    } else if (outcome.kind == UploadOutcome::Cancelled) {
+        Q_EMIT notifications.didFailToUploadPost(post); // nobody needs telling, but its row is not on its way any more
+    } else {
         delegate.didFailToUploadPost(service, post);
         if (service && outcome.kind == UploadOutcome::ConflictFound)
             delegate.didFindConflict(service, post);

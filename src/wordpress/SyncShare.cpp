@@ -102,7 +102,7 @@ QCoro::Task<Result<bool>> SyncShare::take(Part part, ResponsePtr response)
 /// Writes them a few at a time, since each is synced to the disk and the window must go on.
 QCoro::Task<Result<bool>> SyncShare::takePosts(ResponsePtr response)
 {
-    const QList<PostPtr> posts = PostFieldMaps::postsFromWPGetPostsResponse(response->object());
+    const QList<PostPtr> posts = PostFieldMaps::postsFromWPGetPostsResponse(response->object(), recentPosts);
     QElapsedTimer turn;
     turn.start();
     for (const PostPtr &post : posts) {

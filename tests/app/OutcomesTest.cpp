@@ -148,6 +148,7 @@ private Q_SLOTS:
         row("here only", update, true, true, false, u"mine"_qs, false);
         row("draft made public", ZLWordpressService::PublishDraft, true, true, false, u"mine"_qs, false);
         row("no date in the reply", update, false, true, false, u"mine"_qs, false);
+        row("no date in the reply, here and there", update, false, true, true, u"mine"_qs, true);
         row("here and there", update, true, true, true, u"mine"_qs, true);
         row("there only", update, true, false, true, u"theirs"_qs, false);
     }

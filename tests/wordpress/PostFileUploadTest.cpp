@@ -101,6 +101,7 @@ private Q_SLOTS:
         const TestTable<std::function<void(FileFixture &)>, int, QString> row({"change", "outcome", "after"});
         const QString mine = u"<p>mine</p>"_qs;
         const QString theirs = u"<p>theirs</p>"_qs;
+        const QDateTime tomorrow = QDateTime::currentDateTimeUtc().addDays(1);
         row(
             "another text", [=](FileFixture &f) { f.changeOnBlog([&](auto &post) { post.content = theirs; }); },
             UploadOutcome::ConflictFound, theirs);
@@ -120,10 +121,19 @@ private Q_SLOTS:
         row(
             "scheduled: not looked at",
             [=](FileFixture &f) {
+                f.changeOnBlog([&](auto &post) { post.date = tomorrow; });
+                f.service->syncBlogPosts();
+                f.settle();
                 f.changeOnBlog([&](auto &post) { post.content = theirs; });
-                f.document->post.createdAt = QDateTime::currentDateTimeUtc().addDays(1);
             },
             UploadOutcome::Updated, mine);
+        row(
+            "scheduled here",
+            [=](FileFixture &f) {
+                f.changeOnBlog([&](auto &post) { post.content = theirs; });
+                f.document->post.createdAt = tomorrow;
+            },
+            UploadOutcome::ConflictFound, theirs);
     }
 
     void meetsANewerVersionOnTheBlog()

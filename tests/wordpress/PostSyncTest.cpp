@@ -244,6 +244,18 @@ private Q_SLOTS:
         QCOMPARE(f.files(), (QStringList{u"p%1/post.zalmo"_qs.arg(fine), u"p%1"_qs.arg(homeless)}));
     }
 
+    void takesNoMoreThanItAskedFor()
+    {
+        SyncFixture f;
+        XMLRPCArray posts;
+        for (int id = 1; id <= 60; ++id)
+            posts.push_back(XMLRPCStruct{{u"post_id"_qs, QString::number(id)}});
+        f.blog.answerWith(u"wp.getPosts"_qs, posts);
+        f.sync();
+        QTRY_VERIFY(!f.service->isSyncing());
+        QCOMPARE(f.files().size(), 50);
+    }
+
     void keepsTheWindowAliveWhileItWrites()
     {
         SyncFixture f;

@@ -1,5 +1,7 @@
 #include "wordpress/ServiceFixture.h"
 
+#include <QSignalSpy>
+
 namespace {
 ZLTaxonomy category(const QString &name)
 {
@@ -274,6 +276,7 @@ private Q_SLOTS:
         post->createdAt = f.blog.now.addDays(-1);
         f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
         QTRY_COMPARE(f.environment.network.heldCount(), 1);
+        QSignalSpy said(&f.environment.notifications, &ZLNotifications::didFailToUploadPost);
         QList<int> outcomes;
         QObject::connect(f.service->uploads().first(), &PostUpload::ended, f.service.get(),
             [&](const UploadOutcome &ended) { outcomes.append(ended.kind); });
@@ -282,6 +285,7 @@ private Q_SLOTS:
         f.settle();
         QCOMPARE(f.journal(), QStringList{u"note: content T"_qs});
         QCOMPARE(outcomes, QList<int>{UploadOutcome::Cancelled});
+        QCOMPARE(said.size(), 1); // its row is drawn without the mark
         f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost); // which looks on the blog first
         QTRY_VERIFY(f.journal().contains(u"note: published T"_qs));
         QCOMPARE(f.blog.posts.size(), 1);
