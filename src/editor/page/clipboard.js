@@ -4,7 +4,7 @@
 
 import {BLOCK, FEATURED, INERT, OWN_PREFIX} from './constants.js';
 import {hasActive, strip} from './inert.js';
-import {showLocalPictures} from './media.js';
+import {contentAddress, showLocalPictures} from './media.js';
 import {isList} from './nodes.js';
 import {keep, originalsIn, renewOriginals} from './originals.js';
 import {rangeIn, select} from './selection.js';
@@ -90,6 +90,8 @@ function cleanForOthers(html) {
     template.innerHTML = html;
     for (const box of template.content.querySelectorAll(`[${INERT}]`))
         box.remove();
+    for (const image of template.content.querySelectorAll('img[src]'))
+        image.setAttribute('src', contentAddress(image));
     for (const element of template.content.querySelectorAll('*')) {
         for (const {name} of [...element.attributes]) {
             if ((name.startsWith(OWN_PREFIX) && name !== FEATURED) || name === 'contenteditable')

@@ -121,6 +121,16 @@ private Q_SLOTS:
         QTRY_VERIFY2(m_page.body().endsWith(moved), qPrintable(m_page.body()));
     }
 
+    void copiesForOthersHaveTheAddressesOfTheContent()
+    {
+        const QString picture = m_page.copyPicture(u"copied.png"_qs);
+        m_page.load(u"one <img src=\"%1\" /> two"_qs.arg(picture));
+        m_page.press(Qt::Key_A, Qt::ControlModifier);
+        m_page.press(Qt::Key_C, Qt::ControlModifier);
+        const QString copied = QGuiApplication::clipboard()->mimeData()->html();
+        QVERIFY2(copied.contains(picture), qPrintable(copied));
+    }
+
     void ownCopiesGoToOtherPosts()
     {
         m_page.load(u"a <input name=q> b"_qs);
