@@ -8,6 +8,7 @@ import {keepSelection} from './selection.js';
 
 const QUICK_MS = 8; // a report that takes no longer goes at once
 const REST = 8; // times as long as it took, a slow one waits before the next
+const LONGEST_REST_MS = 500; // what is typed meanwhile would be lost with the program
 const LONG = 2000; // pieces, from where on those out of sight are not laid out
 
 export class Editor {
@@ -163,7 +164,7 @@ export class Editor {
         this.report(text);
         const took = performance.now() - start;
         if (took > QUICK_MS)
-            this.reportTimer = setTimeout(() => { this.reportTimer = 0; this.tell(); }, took * REST);
+            this.reportTimer = setTimeout(() => { this.reportTimer = 0; this.tell(); }, Math.min(took * REST, LONGEST_REST_MS));
     }
 
     note(records) {

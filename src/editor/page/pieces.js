@@ -169,7 +169,7 @@ export class Body {
     withoutBrowsersSpaces(html) {
         if (this.hasHardSpaces)
             return html;
-        return html.replace(/(^|<(?:p|li|h\d|blockquote|td|th)\b[^>]*>)(?:&nbsp;| )(?=[^<\s])/g, '$1')
+        return html.replace(/(^|<(?:p|li|h\d|blockquote|td|th)\b[^<>]*>)(?:&nbsp;| )(?=[^<\s])/g, '$1')
             .replace(/(?<![\s>]|&nbsp;)&nbsp;(?!\s|&nbsp;)|(?<=>)&nbsp;(?=[^\s<&])/g, ' ');
     }
 
