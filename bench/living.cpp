@@ -6,6 +6,7 @@
 // The pretended blog that answers is a process of its own (bench_living serve), so that its work is not counted.
 #include "bench.h"
 
+#include "compose/ComposePage.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
 #include "support/ServedBlog.h"
@@ -131,7 +132,7 @@ int terms()
     QNetworkAccessManager network;
     XMLRPCConnectionManager connections(network);
     ZLServiceEnvironment real{connections, services.keychain, services.files, services.notifications, services.clock,
-        services.context, services.currentDocument};
+        services.documents, services.context};
     const AccountPtr account = environment.addAccount(u"ada"_qs, u"secret"_qs, blog.url, u"Blog"_qs);
     const auto service = std::make_shared<ZLWordpressService>(account, real);
     const LoopWatch watch;
@@ -171,13 +172,13 @@ public:
     }
 
 private:
-    ZLProgram m_program{ZLProgram::Options{QString()}};
+    ZLProgram m_program;
 
 public:
     TourScreen screen;
 };
 
-int sync()
+int syncPosts()
 {
     BlogProcess blog;
     Running program(blog.url);
@@ -260,7 +261,7 @@ int main(int argc, char **argv)
     ZLProgram::prepare();
     QApplication application(argc, argv);
     try {
-        return what == "terms" ? terms() : what == "sync" ? sync() : what == "open" ? open() : markup();
+        return what == "terms" ? terms() : what == "sync" ? syncPosts() : what == "open" ? open() : markup();
     } catch (const TourFailure &failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
