@@ -9,6 +9,8 @@
 #include "compose/SendFlow.h"
 #include "compose/UploadOverlay.h"
 
+#include <QScopeGuard>
+
 /// The screen on which one post is written: logic over the page, the view and the host.
 ///
 /// A post comes on the screen blank, by newPost(), or from its row, by loadPost(). What is typed goes into the document
@@ -56,6 +58,12 @@ Q_SIGNALS:
     void actionsDidChange();
 
 private:
+    /// Marks a flow as under way for as long as the guard lives.
+    auto busy() const
+    {
+        *m_isBusy = true;
+        return qScopeGuard([isBusy = m_isBusy] { *isBusy = false; });
+    }
     void observeView();
     void observePage();
     void observeDocument();

@@ -3,17 +3,12 @@
 #include "model/ZLDocumentController.h"
 #include "platform/ZLLog.h"
 #include "text/StoredText.h"
-#include "wordpress/LocalPictures.h"
-#include "wordpress/MediaUpload.h"
 #include "wordpress/PostChanges.h"
 #include "wordpress/PostFieldMaps.h"
 #include "wordpress/PostParameters.h"
 #include "wordpress/PostPictures.h"
 #include "wordpress/ZLWordpressService.h"
 #include "xmlrpc/TransferErrors.h"
-
-#include <QFileInfo>
-#include <numeric>
 
 using ServiceFailures::isCancelled;
 
@@ -28,26 +23,9 @@ struct ContentCall {
 namespace {
 constexpr int newestPosts = 20; // among which a post is looked for that may have been made
 
-ZLError uploadError(int code, const QString &text)
-{
-    return {QStringLiteral("ZLUpload"), code, text};
-}
-
-bool isOnTheWeb(const QString &address)
-{
-    const QString scheme = QUrl(address).scheme();
-    return scheme == QLatin1String("http") || scheme == QLatin1String("https");
-}
-
 bool isTrashed(const XMLRPCValue &post)
 {
     return post[u"post_status"].string() == QLatin1String("trash");
-}
-
-XMLRPCStruct mediaStruct(const QString &path, const QByteArray &bits)
-{
-    return {{QStringLiteral("name"), QFileInfo(path).fileName()},
-        {QStringLiteral("type"), MediaUpload::mediaType(path)}, {QStringLiteral("bits"), bits}};
 }
 
 /// The blog's own word for the status that the post was sent with, where `status` tells it but roughly.
@@ -130,81 +108,6 @@ QCoro::Task<void> PostUpload::run()
         update();
 }
 
-QCoro::Task<bool> PostUpload::sendPictures()
-{
-    const QStringList addresses = PostPictures::localPictures(*m_post, m_environment.files);
-    for (const QString &address : addresses)
-        m_pictures.insert(address, m_images.syncedImages.contains(address) ? 1.0F : 0.0F);
-    if (!addresses.isEmpty())
-        setStep(SyncingImages);
-    std::vector<QCoro::Task<bool>> pictures;
-    for (const QString &address : addresses) {
-        if (hasEnded())
-            co_return false;
-        Q_EMIT m_environment.notifications.syncingImagesPostStatus(m_post);
-        if (!m_images.syncedImages.contains(address))
-            pictures.push_back(sendPicture(address));
-    }
-    for (QCoro::Task<bool> &picture : pictures) {
-        const bool sent = co_await picture;
-        if (!sent)
-            co_return false;
-    }
-    co_return !hasEnded();
-}
-
-QCoro::Task<bool> PostUpload::sendPicture(QString address)
-{
-    constexpr int type = ZLWordpressServiceRequestTypeUploadImageFromURL;
-    const QString path = LocalPictures::path(address);
-    const QString file = LocalPictures::file(address, m_environment.files);
-    const QString name = QFileInfo(path).fileName();
-    if (MediaUpload::mediaType(path).isNull()) {
-        fail(type,
-            uploadError(5, QStringLiteral("The picture %1 cannot be sent: only PNG, JPEG and GIF can.").arg(name)));
-        co_return false;
-    }
-    if (file.isNull()) {
-        fail(type, {QStringLiteral("ZLFile"), 2, QStringLiteral("The picture %1 could not be read.").arg(name)});
-        co_return false;
-    }
-    auto encoding = m_calls.work<QByteArray>([file] { return MediaUpload::encodedFile(file); });
-    const Result<QByteArray> bits = co_await encoding;
-    if (!bits && isCancelled(bits.error()))
-        co_return false;
-    if (!bits) {
-        fail(type,
-            {QStringLiteral("ZLFile"), 2,
-                QStringLiteral("The picture %1 could not be read: %2").arg(name, bits.error().description)});
-        co_return false;
-    }
-    const RequestPtr request =
-        m_calls.blogRequest(QStringLiteral("metaWeblog.newMediaObject"), {mediaStruct(path, *bits)});
-    auto sending = m_calls.send(request, [this, address](float progress) { didSendPicture(address, progress); });
-    const CallAnswer answer = co_await sending;
-    if (!answer && isCancelled(answer.error()))
-        co_return false;
-    if (!answer) {
-        fail(type, answer.error());
-        co_return false;
-    }
-    const XMLRPCValue &object = (*answer)->object();
-    const ZLWordpressImage image{object[u"url"].string(), object[u"id"].string()};
-    if (!isOnTheWeb(image.url)) {
-        fail(type,
-            image.url.isEmpty()
-                ? uploadError(
-                    3, QStringLiteral("The blog took the picture %1, but does not say where it is.").arg(name))
-                : uploadError(4,
-                    QStringLiteral("The blog took the picture %1, but names a place that is not on the web: %2")
-                        .arg(name, image.url)));
-        co_return false;
-    }
-    m_images.insert(address, image);
-    didSendPicture(address, 1);
-    co_return !hasEnded();
-}
-
 QCoro::Task<void> PostUpload::publishNew()
 {
     Q_EMIT m_environment.notifications.syncingContentPostStatus(m_post);
@@ -241,7 +144,8 @@ QCoro::Task<Result<QString>> PostUpload::makePost()
     QCoro::Task<CallAnswer> sending = sendContent({.id = found, .isWhole = true});
     const CallAnswer answer = co_await sending;
     if (answer && !(*answer)->object().boolean())
-        co_return failure(uploadError(6, QStringLiteral("The blog did not take the post, and does not say why.")));
+        co_return failure(ServiceFailures::upload(
+            ServiceFailures::NotTaken, QStringLiteral("The blog did not take the post, and does not say why.")));
     if (answer)
         co_return found.isEmpty() ? (*answer)->object().string() : found;
     if (!isCancelled(answer.error()) && !TransferErrors::mayHaveHappened(answer.error()) && found.isEmpty()) {
@@ -282,8 +186,8 @@ QCoro::Task<void> PostUpload::readBack(QString id)
     else if (!isCancelled(onBlog.error()))
         end({.kind = UploadOutcome::Published,
             .type = ZLWordpressServiceRequestTypeGetPost,
-            .error = uploadError(
-                2, QStringLiteral("The post is on the blog, but the blog's copy of it could not be read."))});
+            .error = ServiceFailures::upload(ServiceFailures::NotReadBack,
+                QStringLiteral("The post is on the blog, but the blog's copy of it could not be read."))});
 }
 
 /// The blog's version, if it is this very post: a blog that is not quite right must not put another in its place.
@@ -296,7 +200,8 @@ QCoro::Task<Result<PostPtr>> PostUpload::fetch(QString id)
     const XMLRPCValue &object = (*answer)->object();
     const PostPtr onBlog = PostFieldMaps::postFromWPGetPostResponse(object);
     if (isTrashed(object))
-        co_return failure(uploadError(7, QStringLiteral("The post is in the blog's trash.")));
+        co_return failure(
+            ServiceFailures::upload(ServiceFailures::InTrash, QStringLiteral("The post is in the blog's trash.")));
     if (onBlog->id != id || onBlog->type != m_post->type)
         co_return failure(ServiceFailures::unusable());
     co_return onBlog;
@@ -316,7 +221,9 @@ QCoro::Task<void> PostUpload::update()
         co_return;
     }
     if (!(*answer)->object().boolean()) {
-        fail(contentType(), uploadError(6, QStringLiteral("The blog did not take the post, and does not say why.")));
+        fail(contentType(),
+            ServiceFailures::upload(
+                ServiceFailures::NotTaken, QStringLiteral("The blog did not take the post, and does not say why.")));
         co_return;
     }
     QDateTime date = (*answer)->date();
@@ -424,12 +331,6 @@ void PostUpload::setProgress(float progress)
     Q_EMIT changed();
     if (m_service.delegate)
         m_service.delegate->didSendBodyData(&m_service, m_post, progress);
-}
-
-void PostUpload::didSendPicture(const QString &address, float progress)
-{
-    m_pictures[address] = progress;
-    setProgress(std::accumulate(m_pictures.cbegin(), m_pictures.cend(), 0.0F) / float(m_pictures.size()));
 }
 
 /// The date that the blog compares with its own. Invalid for what is scheduled: a blog may date that ahead.

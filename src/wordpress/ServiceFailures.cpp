@@ -34,6 +34,11 @@ bool ServiceFailures::isCancelled(const ZLError &error)
     return error.domain == cancelledDomain();
 }
 
+ZLError ServiceFailures::upload(Upload code, const QString &text)
+{
+    return {QStringLiteral("ZLUpload"), code, text};
+}
+
 ZLError ServiceFailures::unusable()
 {
     return {QStringLiteral("ZLReply"), 1, QStringLiteral("The blog's answer could not be used. Nothing was changed.")};

@@ -11,6 +11,9 @@ ZLError ofFault(const XMLRPCResponse &fault);
 /// Nobody waits for the answer any more. It is told to nobody, and the flow that meets it ends at once.
 ZLError cancelled();
 bool isCancelled(const ZLError &error);
+/// What goes wrong with a post on its way beside the calls themselves.
+enum Upload { NotReadBack = 2, NoAddress, NotOnTheWeb, NoKindOfPicture, NotTaken, InTrash };
+ZLError upload(Upload code, const QString &text);
 /// An answer of another kind than the call gives.
 ZLError unusable();
 /// The call may have been carried out: in the words for a post.
