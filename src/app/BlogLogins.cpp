@@ -55,14 +55,14 @@ QCoro::Task<void> BlogLogins::load(AccountPtr account, QString formerItem)
     m_loading.remove(account);
     if (!isConnected(account))
         co_return;
-    moveItem(formerItem, items.last());
+    moveItem(account, formerItem, items.last());
     const ServicePtr service = m_services.serviceOf(account);
     if (service->password.isNull()) // the user may have logged in meanwhile
         service->readPassword(account);
     Q_EMIT didGetPassword(account);
 }
 
-void BlogLogins::moveItem(const QString &from, const QString &to)
+void BlogLogins::moveItem(const AccountPtr &account, const QString &from, const QString &to)
 {
     ZLKeychain &keychain = m_environment.platform.keychain;
     const QString service = ZLWordpressService::keychainService();
@@ -70,7 +70,7 @@ void BlogLogins::moveItem(const QString &from, const QString &to)
     if (from == to || password.isNull())
         return;
     if (keychain.setPassword(password, service, to))
-        erase(from);
+        erase(from, account);
 }
 
 void BlogLogins::askIfNeeded(const AccountPtr &account)
@@ -171,7 +171,7 @@ QCoro::Task<void> BlogLogins::lookAtLogin(AccountPtr account, Login login)
 void BlogLogins::take(const AccountPtr &account, const Login &login, bool isKept)
 {
     if (login.username != account->name) {
-        erase(itemOf(account));
+        erase(itemOf(account), account);
         account->blog_name = account->alias(); // which names the blog's folder, and may have been the user name
         account->name = login.username;
         m_store.saveOrLog();
@@ -193,16 +193,20 @@ void BlogLogins::changeAddress(const AccountPtr &account, const QString &url)
     if (std::exchange(account->url, url) == url)
         return;
     m_store.saveOrLog();
-    moveItem(formerItem, itemOf(account));
+    moveItem(account, formerItem, itemOf(account));
 }
 
 void BlogLogins::forget(const AccountPtr &account)
 {
-    erase(itemOf(account));
+    erase(itemOf(account), account);
 }
 
-void BlogLogins::erase(const QString &item)
+void BlogLogins::erase(const QString &item, const AccountPtr &account)
 {
+    const bool isShared = std::any_of(m_state.accounts.begin(), m_state.accounts.end(),
+        [&](const AccountPtr &other) { return other != account && itemOf(other) == item; });
+    if (isShared)
+        return;
     const auto deleted =
         m_environment.platform.keychain.deletePasswordForService(ZLWordpressService::keychainService(), item);
     if (!deleted)

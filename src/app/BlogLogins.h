@@ -42,8 +42,9 @@ private:
     QCoro::Task<void> load(AccountPtr account, QString formerItem);
     QCoro::Task<void> lookAtLogin(AccountPtr account, Login login);
     bool isConnected(const AccountPtr &account) const { return m_state.accounts.contains(account); }
-    void moveItem(const QString &from, const QString &to);
-    void erase(const QString &item);
+    void moveItem(const AccountPtr &account, const QString &from, const QString &to);
+    /// Erases the item, unless another account has the same, as two of one address and user of an earlier version do.
+    void erase(const QString &item, const AccountPtr &account);
 
     AppEnvironment &m_environment;
     CurrentBlogState &m_state;

@@ -167,7 +167,8 @@ ZLError TransferErrors::redirectToOtherHost(const QUrl &from, const QUrl &target
     return network(RedirectToOtherHost,
         QStringLiteral("%1 leads to another host, %2. Your password was not sent there. If the blog has moved, connect "
                        "it with its new address.")
-            .arg(from.host(), target.host()));
+            .arg(from.host(),
+                target.host() + (target.port() == -1 ? QString() : u':' + QString::number(target.port()))));
 }
 
 bool TransferErrors::mayHaveHappened(const ZLError &error)

@@ -19,6 +19,11 @@ bool carriesData(const XMLRPCValue &value)
         || std::any_of(members.begin(), members.end(), [](const auto &member) { return carriesData(member.second); });
 }
 
+int portOf(const QUrl &url)
+{
+    return url.port(url.scheme() == u"https" ? 443 : 80);
+}
+
 QByteArray charsetOf(const QString &contentType)
 {
     const QStringList parameters = contentType.split(u';');
@@ -204,6 +209,10 @@ std::optional<ZLError> XMLRPCConnection::objectionToRedirect(const QUrl &from, c
         return TransferErrors::redirectToOtherHost(from, target);
     if (from.scheme() == u"https" && target.scheme() != u"https")
         return TransferErrors::insecureRedirect(target);
+    // Another port is another server, but for the way from http to https.
+    const bool isUpgrade = from.scheme() != target.scheme() && from.port() == -1 && target.port() == -1;
+    if (!isUpgrade && portOf(from) != portOf(target))
+        return TransferErrors::redirectToOtherHost(from, target);
     return std::nullopt;
 }
 

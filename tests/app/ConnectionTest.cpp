@@ -76,15 +76,15 @@ private Q_SLOTS:
     {
         const QList<AccountPtr> accounts{accountOf(u"Travel/Food"_qs, u"https://one.test"_qs),
             accountOf(u"travel-food"_qs, u"https://two.test:8080/x"_qs),
-            accountOf(u"Travel-Food"_qs, u"https://two.test:8080/y"_qs),
-            accountOf(u"Other"_qs, u"https://one.test"_qs)};
+            accountOf(u"Travel-Food"_qs, u"https://two.test:8080/y"_qs), accountOf(u"Other"_qs, u"https://one.test"_qs),
+            accountOf(QString(300, u'é'), u"https://one.test"_qs)};
         QVERIFY(BlogNames::separate(accounts));
         QStringList names;
         for (const AccountPtr &account : accounts)
             names.append(account->alias());
         QCOMPARE(names,
             (QStringList{u"Travel/Food"_qs, u"travel-food (two.test:8080)"_qs, u"Travel-Food (two.test:8080, 2)"_qs,
-                u"Other"_qs}));
+                u"Other"_qs, QString(127, u'é')}));
         QVERIFY(!BlogNames::separate(accounts));
     }
 
@@ -490,6 +490,16 @@ private Q_SLOTS:
         QTRY_VERIFY(!fixture.service()->isSyncing());
         fixture.quit();
         QCOMPARE(fixture.storedSelection(), left);
+    }
+
+    void keepsTheLoginOfATwin() // two accounts of one address and user, of an earlier version
+    {
+        AppFixture fixture;
+        for (const QString &alias : {u"First"_qs, u"Second"_qs})
+            fixture.seedAccount(alias, fixture.blog.url());
+        fixture.launch();
+        fixture.removeAccount(fixture.accounts().last());
+        QCOMPARE(fixture.secrets->size(), 1);
     }
 
     void removesTheLastAccount()
