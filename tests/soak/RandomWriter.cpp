@@ -171,10 +171,11 @@ void RandomWriter::openAnyPost()
 
 void RandomWriter::deletePost()
 {
-    const QStringList doomed = wordsIn(m_screen.shownTitle() + m_screen.bodyContent());
+    const auto shown = [this] { return wordsIn(m_screen.shownTitle() + ' ' + m_screen.bodyContent()); };
+    const QStringList doomed = shown();
     m_screen.click("deleteButton");
     m_screen.widget("confirmDeleteButton", 2000);
-    for (const QString &word : wordsIn(m_screen.shownTitle() + m_screen.bodyContent()) + doomed)
+    for (const QString &word : shown() + doomed)
         say("forfeit", word);
     m_screen.click("confirmDeleteButton");
 }

@@ -118,7 +118,7 @@ void SoakRun::changeSomethingOnABlog()
     const QStringList ids = blog.posts.keys();
     FakeBlog::Post &post = blog.posts[ids[m_random.bounded(int(ids.size()))]];
     post.content += "<p>Somebody else wrote " + QString::number(++m_remoteChanges) + "</p>";
-    post.modified = std::max(QDateTime::currentDateTimeUtc(), post.modified.addSecs(1));
+    post.modified = std::max(UnsteadyBlog::thisSecond(), post.modified.addSecs(1));
 }
 
 QByteArray SoakRun::everythingKept() const

@@ -10,7 +10,7 @@ UnsteadyBlog::UnsteadyBlog(const QString &title, quint32 seed)
     : m_random(seed)
 {
     blog().title = title;
-    blog().now = QDateTime::currentDateTimeUtc().addSecs(-3600);
+    blog().now = thisSecond().addSecs(-3600);
 }
 
 void UnsteadyBlog::setCalm(bool calm)
@@ -18,6 +18,11 @@ void UnsteadyBlog::setCalm(bool calm)
     m_isCalm = calm;
     if (calm)
         closeConnections();
+}
+
+QDateTime UnsteadyBlog::thisSecond()
+{
+    return QDateTime::fromSecsSinceEpoch(QDateTime::currentSecsSinceEpoch(), Qt::UTC);
 }
 
 UnsteadyBlog::Mood UnsteadyBlog::nextMood()
@@ -34,8 +39,7 @@ void UnsteadyBlog::respond(QTcpSocket *socket, const FakeRequest &request)
     const Mood mood = nextMood();
     if (mood == Mood::Unheard)
         return socket->abort();
-    // The blog's time goes on with the world's, so that its dates compare with those of the writer.
-    blog().now = std::max(blog().now, QDateTime::currentDateTimeUtc());
+    blog().now = std::max(blog().now, thisSecond());
     FakeAnswer answer = mood == Mood::ServerError ? FakeAnswer{500, "<h1>Out of order</h1>"} : blog().answer(request);
     switch (mood) {
     case Mood::Broken: // done, but nobody hears of it

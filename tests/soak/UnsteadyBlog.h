@@ -11,6 +11,8 @@ public:
 
     /// A calm blog answers every call at once and well; what waited when it became calm is let go of.
     void setCalm(bool calm);
+    /// The blog's time goes on with the world's, so that its dates compare with those of the writer, and in seconds.
+    static QDateTime thisSecond();
 
 protected:
     void respond(QTcpSocket *socket, const FakeRequest &request) override;
