@@ -198,7 +198,10 @@ private Q_SLOTS:
             texts.append(label->text());
         QVERIFY(texts.contains("Publishing Article") && texts.contains("Preparing...") && texts.contains("to 'Blog'"));
         QSignalSpy cancelled(&view, &ComposeView::didPressedCancelUpload);
+        auto *hint = overlay->findChild<QLabel *>("typingHint");
+        QCOMPARE(hint->text(), "");
         QTest::keyClicks(overlay, "typing on ");
+        QVERIFY(hint->text().contains("not taken"));
         QTest::keyClick(overlay, Qt::Key_Return);
         QCOMPARE(cancelled.size(), 0);
         QTest::keyClick(overlay, Qt::Key_Escape);
