@@ -130,6 +130,7 @@ private Q_SLOTS:
         QTEST(m_widget->view().tokens(), "tokens");
         QTEST(editor().text(), "rest");
         QCOMPARE(changed.isEmpty(), typed == " , ,\n");
+        m_widget->view().forgetTypedToken();
         m_widget->view().setTokens({"One"});
         QCOMPARE(m_widget->view().tokens(), QStringList("One"));
     }
