@@ -28,7 +28,8 @@ public:
     virtual QString title() const = 0;
     virtual void setTitle(const QString &title) = 0;
     virtual QStringList tokens() const = 0;
-    virtual void setTokens(const QStringList &tokens) = 0; ///< of another post: undo does not lead back beyond them
+    virtual void setTokens(const QStringList &tokens) = 0; ///< what is typed of the next one stays
+    virtual void forgetTypedToken() = 0; ///< another post comes; undo does not bring it back
     virtual void setTokensShown(bool shown) = 0; ///< a page has none
     virtual void commitTokens() = 0; ///< text that is on its way to a token becomes one
     virtual void focusTitle() = 0;

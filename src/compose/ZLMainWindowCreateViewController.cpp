@@ -195,6 +195,7 @@ void ZLMainWindowCreateViewController::show(ComposePage::Loading loading)
     if (loading == ComposePage::Loading::NewPost) {
         m_blogVersion = nullptr;
         m_awaitsOutcome = false;
+        m_view.forgetTypedToken();
     }
     m_view.setTitle(post->title);
     loadContent(loading);

@@ -37,6 +37,7 @@ public:
     void setTitle(const QString &title) override { m_widget.m_title->setString(title); }
     QStringList tokens() const override { return m_widget.m_tokens->tokens(); }
     void setTokens(const QStringList &tokens) override { m_widget.m_tokens->setTokens(tokens); }
+    void forgetTypedToken() override { m_widget.m_tokens->forgetTypedText(); }
     void setTokensShown(bool shown) override { m_widget.m_tokenRow->setVisible(shown); }
     void commitTokens() override { m_widget.m_tokens->commit(); }
     void focusTitle() override { m_widget.focusTitle(); }

@@ -5,6 +5,8 @@
 #include "widgets/ZLTheme.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -45,6 +47,8 @@ ZLLoadingView::ZLLoadingView(QWidget *parent)
     m_progress->setSizePolicy(policy);
     column->addWidget(m_progress);
     m_step = addLabel(column, card, font(), QPalette::PlaceholderText);
+    m_hint = addLabel(column, card, ZLTheme::font(font(), 0, QFont::DemiBold), QPalette::Text);
+    m_hint->setObjectName(QStringLiteral("typingHint"));
     column->addSpacing(ZLTheme::spacing);
     m_cancel = new QPushButton(QStringLiteral("Cancel"), card);
     m_cancel->setObjectName(QStringLiteral("cancelUploadButton"));
@@ -55,6 +59,7 @@ ZLLoadingView::ZLLoadingView(QWidget *parent)
     // The animation starts with the end of the fade, and ends with the end of the next.
     connect(this, &ZLCoverView::didFadeIn, m_spinner, &ZLSpinner::startAnimation);
     connect(this, &ZLCoverView::didFadeOut, m_spinner, &ZLSpinner::stopAnimation);
+    connect(this, &ZLCoverView::didFadeOut, m_hint, &QLabel::clear);
 }
 
 void ZLLoadingView::setPostTypeText(const QString &heading)
@@ -77,6 +82,16 @@ void ZLLoadingView::setCurrentStatus(const QString &step)
 void ZLLoadingView::setBlogName(const QString &blogName)
 {
     m_blog->setText(QStringLiteral("to '%1'").arg(blogName));
+    layOut();
+}
+
+void ZLLoadingView::keyPressEvent(QKeyEvent *event)
+{
+    ZLCoverView::keyPressEvent(event);
+    if (event->text().isEmpty() || !event->text().front().isPrint() || !m_hint->text().isEmpty())
+        return;
+    QApplication::beep();
+    m_hint->setText(QStringLiteral("What you type now is not taken: the post is covered."));
     layOut();
 }
 

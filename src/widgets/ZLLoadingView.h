@@ -24,11 +24,13 @@ Q_SIGNALS:
 
 protected:
     void didPressEscape() override { Q_EMIT didPressCancel(); }
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     ZLSpinner *m_spinner;
     QLabel *m_heading;
     QLabel *m_step;
+    QLabel *m_hint; ///< shows once somebody types at it
     QLabel *m_blog;
     QProgressBar *m_progress;
     QPushButton *m_cancel;

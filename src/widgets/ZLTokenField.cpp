@@ -79,7 +79,6 @@ QStringList ZLTokenField::tokens() const
 
 void ZLTokenField::setTokens(const QStringList &tokens)
 {
-    m_editor->reset();
     for (ZLTokenView *view : std::as_const(m_views))
         view->deleteLater();
     m_views.clear();
@@ -90,6 +89,11 @@ void ZLTokenField::setTokens(const QStringList &tokens)
     verticalScrollBar()->setValue(0);
     if (m_editor->hasFocus())
         bringIntoSight(m_editor);
+}
+
+void ZLTokenField::forgetTypedText()
+{
+    m_editor->reset();
 }
 
 void ZLTokenField::insertView(const QString &token)

@@ -18,7 +18,8 @@ public:
 
     /// The tokens, and the text that has not become one yet.
     QStringList tokens() const;
-    void setTokens(const QStringList &tokens);
+    void setTokens(const QStringList &tokens); ///< the text stays
+    void forgetTypedText();
     /// Asked for texts of at least 3 characters.
     void setCompletions(std::function<QStringList(const QString &)> completions);
     void hideCompletions();

@@ -9,6 +9,7 @@ public:
     void setTitle(const QString &title) override { titleText = title; }
     QStringList tokens() const override { return tokenTexts; }
     void setTokens(const QStringList &tokens) override { tokenTexts = tokens; }
+    void forgetTypedToken() override { typedToken.clear(); }
     void setTokensShown(bool shown) override { areTokensShown = shown; }
     void commitTokens() override { }
     void focusTitle() override { }
@@ -69,6 +70,7 @@ public:
     }
 
     QString titleText;
+    QString typedToken; ///< which is none yet
     QStringList tokenTexts;
     PostButtons buttons;
     QList<PageLink> askedLinks;

@@ -130,6 +130,7 @@ private Q_SLOTS:
         QTEST(m_widget->view().tokens(), "tokens");
         QTEST(editor().text(), "rest");
         QCOMPARE(changed.isEmpty(), typed == " , ,\n");
+        m_widget->view().forgetTypedToken();
         m_widget->view().setTokens({"One"});
         QCOMPARE(m_widget->view().tokens(), QStringList("One"));
     }
@@ -198,7 +199,10 @@ private Q_SLOTS:
             texts.append(label->text());
         QVERIFY(texts.contains("Publishing Article") && texts.contains("Preparing...") && texts.contains("to 'Blog'"));
         QSignalSpy cancelled(&view, &ComposeView::didPressedCancelUpload);
+        auto *hint = overlay->findChild<QLabel *>("typingHint");
+        QCOMPARE(hint->text(), "");
         QTest::keyClicks(overlay, "typing on ");
+        QVERIFY(hint->text().contains("not taken"));
         QTest::keyClick(overlay, Qt::Key_Return);
         QCOMPARE(cancelled.size(), 0);
         QTest::keyClick(overlay, Qt::Key_Escape);
