@@ -45,6 +45,8 @@ public:
 
     // the upload overlay
     virtual void showLoadingView(const QString &heading, const QString &step, const QString &blogName) = 0;
+    /// The same cover while the blog deletes the post, without a way back.
+    virtual void showDeletingView(const QString &heading, const QString &step) = 0;
     virtual void updateLoadingView(const QString &heading, const QString &step) = 0;
     virtual void setUploadProgress(float progress) = 0;
     virtual void hideLoadingView() = 0;

@@ -65,6 +65,17 @@ void UploadOverlay::follow(Upload *upload, const QDateTime &now)
         end(*upload->outcome());
 }
 
+void UploadOverlay::showDeletion(bool isUnderWay, bool isPage)
+{
+    if (isUnderWay == m_isDeletion)
+        return;
+    hide();
+    m_isDeletion = isUnderWay;
+    if (isUnderWay)
+        m_view.showDeletingView(isPage ? QStringLiteral("Deleting Page") : QStringLiteral("Deleting Post"),
+            QStringLiteral("It goes to the trash of the blog."));
+}
+
 void UploadOverlay::update()
 {
     m_view.updateLoadingView(m_heading, stepText(m_upload->step()));
@@ -80,10 +91,12 @@ void UploadOverlay::end(const UploadOutcome &outcome)
 
 void UploadOverlay::hide()
 {
-    if (!m_upload)
+    if (!m_upload && !m_isDeletion)
         return;
-    m_upload->disconnect(this);
+    if (m_upload)
+        m_upload->disconnect(this);
     m_upload = nullptr;
+    m_isDeletion = false;
     m_view.hideLoadingView();
 }
 

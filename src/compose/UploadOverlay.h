@@ -29,6 +29,8 @@ public:
     /// The upload of the post on the screen, or null.
     void follow(Upload *upload, const QDateTime &now);
     bool isShowing() const { return m_upload; }
+    /// Covers the post on the screen while the blog deletes it, so that nothing is typed that would go with it.
+    void showDeletion(bool isUnderWay, bool isPage);
     /// The writer gives up: the wait ends.
     void cancel();
 
@@ -42,5 +44,6 @@ private:
 
     ComposeView &m_view;
     QPointer<Upload> m_upload;
+    bool m_isDeletion = false;
     QString m_heading;
 };

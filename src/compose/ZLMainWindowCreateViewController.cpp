@@ -124,15 +124,8 @@ void ZLMainWindowCreateViewController::observeFlows()
     connect(&m_send, &SendFlow::didBegin, this, &Self::showOverlay);
     connect(&m_overlay, &UploadOverlay::ended, this, &Self::didEndUpload);
     connect(&m_delete, &DeleteFlow::cleanEditorForNewPost, this, &Self::newPost);
-    connect(&m_delete, &DeleteFlow::didBegin, this, [this] {
-        m_view.setSaveState(QStringLiteral("Deleting…"));
-        updateState();
-    });
-    connect(&m_delete, &DeleteFlow::didEnd, this, [this] {
-        if (!m_delete.isBeingDeleted())
-            m_view.setSaveState({});
-        updateState();
-    });
+    connect(&m_delete, &DeleteFlow::didBegin, this, &Self::updateState);
+    connect(&m_delete, &DeleteFlow::didEnd, this, &Self::updateState);
     connect(&m_view, &ComposeView::alertViewDidDismissWithButtonIndex, this, [this](int index) {
         if (index == 1 && m_screen.isInConflict()) // it came while the question was up
             doActionForCurrentPost(PostAction::AnswerConflict);
@@ -223,6 +216,7 @@ void ZLMainWindowCreateViewController::updateState()
 {
     const PostPtr post = m_screen.post();
     post->createdAt = withSecondsAtZero(post->createdAt);
+    m_overlay.showDeletion(m_delete.isBeingDeleted(), post->type == ZLWordpressPost::Page);
     m_view.setButtons(PostButtons::of(*post, actions(), m_host.now()));
     m_view.setTokensShown(post->type != ZLWordpressPost::Page);
     const AccountPtr account = m_host.selectedAccount();

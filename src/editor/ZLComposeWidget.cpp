@@ -74,12 +74,14 @@ public:
 
     void showLoadingView(const QString &heading, const QString &step, const QString &blogName) override
     {
-        m_widget.rememberFocus();
         updateLoadingView(heading, step);
-        m_widget.m_loading->setBlogName(blogName);
-        m_widget.m_loading->setProgress(0);
-        m_widget.m_loading->fadeIn();
-        m_widget.updateContentEnabled();
+        m_widget.cover(blogName);
+    }
+
+    void showDeletingView(const QString &heading, const QString &step) override
+    {
+        updateLoadingView(heading, step);
+        m_widget.cover({});
     }
 
     void updateLoadingView(const QString &heading, const QString &step) override
@@ -266,6 +268,17 @@ void ZLComposeWidget::updateContentEnabled()
         m_sheetHost->setFocusBehind(m_title);
     else if (before && isFree)
         m_sheetHost->setFocusBehind(before);
+}
+
+/// Without a blog that something goes to there is nothing to cancel either.
+void ZLComposeWidget::cover(const QString &blogName)
+{
+    rememberFocus();
+    m_loading->setBlogName(blogName);
+    m_loading->setCanCancel(!blogName.isEmpty());
+    m_loading->setProgress(0);
+    m_loading->fadeIn();
+    updateContentEnabled();
 }
 
 void ZLComposeWidget::rememberFocus()

@@ -48,6 +48,7 @@ private:
     QFrame *makeNotice();
     void connectView();
     void updateContentEnabled();
+    void cover(const QString &blogName);
     void rememberFocus();
     void focusTitle();
     void showDeleteAlert(const QString &heading, const QString &title, const QString &text);

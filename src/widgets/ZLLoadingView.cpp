@@ -81,7 +81,13 @@ void ZLLoadingView::setCurrentStatus(const QString &step)
 
 void ZLLoadingView::setBlogName(const QString &blogName)
 {
-    m_blog->setText(QStringLiteral("to '%1'").arg(blogName));
+    m_blog->setText(blogName.isEmpty() ? QString() : QStringLiteral("to '%1'").arg(blogName));
+    layOut();
+}
+
+void ZLLoadingView::setCanCancel(bool canCancel)
+{
+    m_cancel->setVisible(canCancel);
     layOut();
 }
 

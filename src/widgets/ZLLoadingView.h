@@ -15,7 +15,8 @@ public:
 
     void setPostTypeText(const QString &heading);
     void setCurrentStatus(const QString &step);
-    void setBlogName(const QString &blogName);
+    void setBlogName(const QString &blogName); ///< where it goes; empty: nowhere
+    void setCanCancel(bool canCancel);
     void setProgress(float progress); ///< from 0 to 1; the bar shows between the two
     void takeFocus(); ///< itself, and no button: whoever is still typing must not press one
 

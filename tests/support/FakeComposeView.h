@@ -30,6 +30,10 @@ public:
         updateLoadingView(newHeading, newStep);
         blogName = newBlogName;
     }
+    void showDeletingView(const QString &newHeading, const QString &newStep) override
+    {
+        showLoadingView(newHeading, newStep, {});
+    }
     void updateLoadingView(const QString &newHeading, const QString &newStep) override
     {
         heading = newHeading;
