@@ -68,8 +68,7 @@ QCoro::Task<void> BlogConnection::connectBlog(std::optional<QString> typed)
     QString lastTyped;
     while (outcome != Outcome::Connected) {
         if (!typed) {
-            auto asking = m_environment.windows.prompts->askForBlogURL(lastTyped, !m_state.accounts.isEmpty());
-            typed = co_await asking;
+            typed = co_await m_environment.windows.prompts->askForBlogURL(lastTyped, !m_state.accounts.isEmpty());
             if (!self)
                 co_return;
             if (!typed)
@@ -79,14 +78,12 @@ QCoro::Task<void> BlogConnection::connectBlog(std::optional<QString> typed)
         const std::optional<BlogAddress> address = BlogAddress::typed(lastTyped);
         if (!address)
             continue; // on purpose without a word: the user simply sees the first sheet again
-        auto finding = findBlog(*address);
-        const std::optional<BlogAddress> found = co_await finding;
+        const std::optional<BlogAddress> found = co_await findBlog(*address);
         if (!self)
             co_return;
         if (!found)
             continue;
-        auto logging = logIn(*found);
-        outcome = co_await logging;
+        outcome = co_await logIn(*found);
         if (!self)
             co_return;
         if (outcome == Outcome::Cancelled && !m_state.accounts.isEmpty())
@@ -102,8 +99,7 @@ QCoro::Task<std::optional<BlogAddress>> BlogConnection::findBlog(BlogAddress add
     if (known && !BlogAddress::isSafer(address.url, known->url))
         co_return address;
     const QPointer<BlogConnection> self(this);
-    auto looking = lookAt(address.url);
-    Result<QString> answer = co_await looking;
+    Result<QString> answer = co_await lookAt(address.url);
     if (!self)
         co_return std::nullopt;
     if (!answer && !address.hasScheme && TransferErrors::isSilence(answer.error())) {
@@ -118,8 +114,7 @@ QCoro::Task<std::optional<BlogAddress>> BlogConnection::findBlog(BlogAddress add
         if (!self || choice != useHttp)
             co_return std::nullopt;
         address.url = BlogAddress::overHttp(address.url);
-        auto lookingAgain = lookAt(address.url);
-        answer = co_await lookingAgain;
+        answer = co_await lookAt(address.url);
         if (!self)
             co_return std::nullopt;
     }
@@ -136,8 +131,7 @@ QCoro::Task<Result<QString>> BlogConnection::lookAt(QString url)
     const QPointer<BlogConnection> self(this);
     const auto lookup = AddressLookup::start(m_services.connections(), url);
     m_environment.windows.prompts->showConnecting(BlogAddress::host(url), [lookup] { lookup->cancel(); });
-    const QFuture<Result<QString>> answering = lookup->result();
-    const Result<QString> answer = co_await answering;
+    const Result<QString> answer = co_await lookup->result();
     if (self)
         m_environment.windows.prompts->hideConnecting();
     co_return answer;
@@ -151,8 +145,7 @@ QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
     LoginQuestion question{known ? known->alias() : QString(), BlogAddress::host(url),
         known && address.username.isEmpty() ? known->name : address.username, {}, false};
     for (;;) {
-        auto asking = m_environment.windows.prompts->askForLogin(question);
-        const std::optional<Login> login = co_await asking;
+        const std::optional<Login> login = co_await m_environment.windows.prompts->askForLogin(question);
         if (!self || !login)
             co_return Outcome::Cancelled;
         question.username = login->username;
@@ -160,8 +153,7 @@ QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
         question.wasRefused = !login->isComplete();
         if (question.wasRefused)
             continue;
-        auto trying = tryLogin(url, *login);
-        const Result<XMLRPCValue> options = co_await trying;
+        const Result<XMLRPCValue> options = co_await tryLogin(url, *login);
         if (!self)
             co_return Outcome::Cancelled;
         if (!options && LoginTry::isRefusal(options.error())) {
@@ -186,8 +178,7 @@ QCoro::Task<Result<XMLRPCValue>> BlogConnection::tryLogin(QString url, Login log
     const QPointer<BlogConnection> self(this);
     const auto attempt = std::make_shared<LoginTry>(m_services, url, login);
     m_environment.windows.prompts->showConnecting(BlogAddress::host(url), [attempt] { attempt->cancel(); });
-    const QFuture<Result<XMLRPCValue>> answering = attempt->options();
-    const Result<XMLRPCValue> options = co_await answering;
+    const Result<XMLRPCValue> options = co_await attempt->options();
     if (self)
         m_environment.windows.prompts->hideConnecting();
     if (options && !options->isStruct())

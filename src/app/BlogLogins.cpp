@@ -100,8 +100,7 @@ QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
     Prompts &prompts = *m_environment.windows.prompts;
     LoginQuestion question{account->alias(), BlogAddress::host(account->url), account->name, {}, false};
     for (;;) {
-        auto asking = prompts.askForLogin(question);
-        const std::optional<Login> login = co_await asking;
+        const std::optional<Login> login = co_await prompts.askForLogin(question);
         if (!self)
             co_return;
         if (!login || !isConnected(account))
@@ -113,8 +112,7 @@ QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
             continue;
         const auto attempt = std::make_shared<LoginTry>(m_services, account->url, *login);
         prompts.showConnecting(question.host, [attempt] { attempt->cancel(); });
-        const QFuture<Result<XMLRPCValue>> answering = attempt->options();
-        const Result<XMLRPCValue> answer = co_await answering;
+        const Result<XMLRPCValue> answer = co_await attempt->options();
         if (!self)
             co_return;
         prompts.hideConnecting();
@@ -153,8 +151,7 @@ QCoro::Task<void> BlogLogins::lookAtLogin(AccountPtr account, Login login)
 {
     const QPointer<BlogLogins> self(this);
     LoginTry attempt(m_services, account->url, login);
-    const QFuture<Result<XMLRPCValue>> answering = attempt.options();
-    const Result<XMLRPCValue> answer = co_await answering;
+    const Result<XMLRPCValue> answer = co_await attempt.options();
     if (!self)
         co_return;
     const QList<std::function<void()>> otherwise = m_doubts.take(account);

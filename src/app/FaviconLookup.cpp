@@ -60,11 +60,9 @@ QCoro::Task<void> FaviconLookup::lookUp(AccountPtr account)
     const QPointer<FaviconLookup> self(this);
     m_underWay.append(account);
     const QUrl blog(account->url);
-    auto asking = fetch(QUrl(account->url + u"/?favicon=1"_qs));
-    QByteArray icon = co_await asking;
+    QByteArray icon = co_await fetch(QUrl(account->url + u"/?favicon=1"_qs));
     if (self && icon.isEmpty()) {
-        auto askingAgain = fetch(blog.resolved(QUrl(u"/favicon.ico"_qs)));
-        icon = co_await askingAgain;
+        icon = co_await fetch(blog.resolved(QUrl(u"/favicon.ico"_qs)));
     }
     if (!self)
         co_return;

@@ -57,8 +57,7 @@ QCoro::Task<bool> terminate(QPointer<ZLAppDelegate> app)
         if (!question)
             continue;
         const QStringList buttons{u"Quit anyway"_qs, u"Cancel"_qs};
-        auto asking = app->prompts().ask(question->message, question->text, buttons, cancel);
-        const int answer = co_await asking;
+        const int answer = co_await app->prompts().ask(question->message, question->text, buttons, cancel);
         if (!app || answer != quitAnyway)
             co_return false;
     }

@@ -18,13 +18,11 @@ QCoro::Task<bool> ConflictFlow::ask()
     const int generation = m_screen.generation();
     const LocalPostPtr row = m_screen.post()->localPost;
     ZLDocumentController &documents = m_host.documentController();
-    QCoro::Task<ConflictAnswer> asking = m_prompts.askAboutConflict(conflictSides(row, documents));
-    const ConflictAnswer answer = co_await asking;
+    const ConflictAnswer answer = co_await m_prompts.askAboutConflict(conflictSides(row, documents));
     if (!self || answer == ConflictAnswer::NotNow || generation != m_screen.generation())
         co_return false;
     // The version that is kept or left holds all that was typed: the page reports it before it answers.
-    QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
-    (void)co_await reporting;
+    (void)co_await m_page.getBodyContent();
     if (!self || generation != m_screen.generation())
         co_return false;
     const bool isKept = answer == ConflictAnswer::KeepBothLocal || answer == ConflictAnswer::KeepBothRemote;

@@ -15,22 +15,19 @@ QCoro::Task<void> LinkFlow::addLinkToCurrentSelection()
 {
     const QPointer<LinkFlow> self(this);
     const int generation = m_screen.generation();
-    QCoro::Task<std::optional<PageLink>> marking = m_page.addLinkMarkToCurrentSelection();
-    std::optional<PageLink> link = co_await marking;
+    std::optional<PageLink> link = co_await m_page.addLinkMarkToCurrentSelection();
     if (!self || !link || generation != m_screen.generation())
         co_return;
     if (!link->isLink)
         link->newWindow = m_host.boolForKey(QStringLiteral("linksInNewWindowByDefault"));
-    QCoro::Task<void> editing = edit(*link);
-    co_await editing;
+    co_await edit(*link);
 }
 
 QCoro::Task<void> LinkFlow::edit(PageLink link)
 {
     const QPointer<LinkFlow> self(this);
     const int generation = m_screen.generation();
-    QCoro::Task<LinkAnswer> asking = m_view.askForLink(link);
-    const LinkAnswer answer = co_await asking;
+    const LinkAnswer answer = co_await m_view.askForLink(link);
     if (!self)
         co_return;
     m_page.focus();

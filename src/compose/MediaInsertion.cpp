@@ -38,8 +38,7 @@ QCoro::Task<void> MediaInsertion::insertMedia()
 {
     const QPointer<MediaInsertion> self(this);
     const int generation = m_screen.generation();
-    QCoro::Task<QUrl> choosing = m_view.chooseMedia();
-    const QUrl chosen = co_await choosing;
+    const QUrl chosen = co_await m_view.chooseMedia();
     if (!self || chosen.isEmpty() || generation != m_screen.generation())
         co_return;
     QCoro::Task<void> inserting = insertPictures({chosen});
@@ -112,8 +111,7 @@ QCoro::Task<void> MediaInsertion::addToPage(QList<QUrl> copies)
             image.linkTo = copy;
         m_page.addImage(image);
     }
-    QCoro::Task<std::optional<QString>> asking = m_page.getRawContent();
-    const std::optional<QString> content = co_await asking;
+    const std::optional<QString> content = co_await m_page.getRawContent();
     if (self && content && generation == m_screen.generation())
         m_screen.setContent(*content);
 }

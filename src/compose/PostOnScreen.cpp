@@ -196,8 +196,7 @@ void PostOnScreen::setContentOfPostBefore(int generation, const QString &html)
 QCoro::Task<void> PostOnScreen::takeLateReport(QUrl file, QString before, QString html)
 {
     const QPointer<PostOnScreen> self(this);
-    QCoro::Task<Result<DocumentPtr>> opening = m_host.documentController().openDocumentWithContentsOfURL(file);
-    const Result<DocumentPtr> opened = co_await opening;
+    const Result<DocumentPtr> opened = co_await m_host.documentController().openDocumentWithContentsOfURL(file);
     if (!opened) {
         ZLLog(opened.error().description);
         co_return;

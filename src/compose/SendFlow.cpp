@@ -16,8 +16,7 @@ SendFlow::SendFlow(ComposeHost &host, ComposePage &page, ComposeView &view, Prom
 QCoro::Task<void> SendFlow::publish()
 {
     const QPointer<SendFlow> self(this);
-    QCoro::Task<std::optional<QString>> taking = takeContent();
-    const std::optional<QString> content = co_await taking;
+    const std::optional<QString> content = co_await takeContent();
     if (!self || !content)
         co_return;
     const bool isPublished = m_screen.post()->status == ZLWordpressPost::Publish;
@@ -48,8 +47,7 @@ QCoro::Task<void> SendFlow::save()
     const QPointer<SendFlow> self(this);
     if (!canSend())
         co_return;
-    QCoro::Task<std::optional<QString>> taking = takeContent();
-    const std::optional<QString> content = co_await taking;
+    const std::optional<QString> content = co_await takeContent();
     const PostPtr post = self && content ? takePost(*content) : nullptr;
     if (!post)
         co_return;
@@ -65,14 +63,12 @@ QCoro::Task<void> SendFlow::moveToDrafts()
     const QPointer<SendFlow> self(this);
     if (!canSend())
         co_return;
-    QCoro::Task<bool> asking = ask(QStringLiteral("Move this post to the drafts?"),
+    const bool wanted = co_await ask(QStringLiteral("Move this post to the drafts?"),
         QStringLiteral("Visitors of the blog will no longer find it. Its date stays, and \"Publish\" brings it back."),
         QStringLiteral("Move to Drafts"));
-    const bool wanted = co_await asking;
     if (!self || !wanted)
         co_return;
-    QCoro::Task<std::optional<QString>> taking = takeContent();
-    const std::optional<QString> content = co_await taking;
+    const std::optional<QString> content = co_await takeContent();
     const PostPtr post = self && content ? takePost(*content) : nullptr;
     if (!post)
         co_return;
@@ -86,8 +82,7 @@ QCoro::Task<std::optional<QString>> SendFlow::takeContent()
     const QPointer<SendFlow> self(this);
     const int generation = m_screen.generation();
     m_view.commitTokens();
-    QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
-    std::optional<QString> content = co_await asking;
+    std::optional<QString> content = co_await m_page.getBodyContent();
     if (!self || generation != m_screen.generation())
         co_return std::nullopt;
     if (!content) {

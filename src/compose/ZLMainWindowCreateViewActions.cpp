@@ -27,11 +27,9 @@ QCoro::Task<void> ZLMainWindowCreateViewController::doActionForCurrentPost(PostA
     const auto guard = busy();
     hidePopupWindows();
     if (!m_screen.isInConflict()) {
-        QCoro::Task<void> performing = perform(action);
-        co_return co_await performing;
+        co_return co_await perform(action);
     }
-    QCoro::Task<bool> asking = m_conflict.ask();
-    const bool isAnswered = co_await asking;
+    const bool isAnswered = co_await m_conflict.ask();
     if (self && isAnswered)
         readAgain();
 }
@@ -67,8 +65,7 @@ QCoro::Task<bool> ZLMainWindowCreateViewController::isReported()
 {
     const QPointer<ZLMainWindowCreateViewController> self(this);
     const int generation = m_screen.generation();
-    QCoro::Task<std::optional<QString>> reporting = m_page.getBodyContent();
-    (void)co_await reporting;
+    (void)co_await m_page.getBodyContent();
     co_return self &&generation == m_screen.generation();
 }
 
@@ -102,8 +99,7 @@ QCoro::Task<void> ZLMainWindowCreateViewController::revertToBlogVersion()
 
 QCoro::Task<void> ZLMainWindowCreateViewController::takeBlogVersion()
 {
-    QCoro::Task<bool> reporting = isReported();
-    bool may = co_await reporting;
+    bool may = co_await isReported();
     if (!may)
         co_return;
     const DocumentPtr document = m_screen.currentDocument();
@@ -122,13 +118,11 @@ QCoro::Task<void> ZLMainWindowCreateViewController::takeBlogVersion()
 
 QCoro::Task<void> ZLMainWindowCreateViewController::publishAsNewPost()
 {
-    QCoro::Task<bool> reporting = isReported();
-    const bool isThere = co_await reporting;
+    const bool isThere = co_await isReported();
     if (!isThere)
         co_return;
     if (const Result<void> made = m_screen.becomeNewPost(); !made)
         co_return m_prompts.alertWithError(made.error());
     readAgain();
-    QCoro::Task<void> publishing = m_send.publish();
-    co_await publishing;
+    co_await m_send.publish();
 }

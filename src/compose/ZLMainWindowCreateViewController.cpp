@@ -145,8 +145,7 @@ void ZLMainWindowCreateViewController::loadPost(const LocalPostPtr &row, PostAct
 QCoro::Task<void> ZLMainWindowCreateViewController::load(LocalPostPtr row, PostAction action)
 {
     const QPointer<ZLMainWindowCreateViewController> self(this);
-    QCoro::Task<PostOnScreen::Came> opening = m_screen.open(row);
-    const PostOnScreen::Came came = co_await opening;
+    const PostOnScreen::Came came = co_await m_screen.open(row);
     if (!self || came == PostOnScreen::Came::No)
         co_return;
     if (came == PostOnScreen::Came::AsShown)
@@ -259,8 +258,7 @@ QCoro::Task<bool> ZLMainWindowCreateViewController::canCreateNewPost()
 {
     if (m_screen.post()->status != ZLWordpressPost::New || !m_view.title().isEmpty())
         co_return true;
-    QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
-    const std::optional<QString> content = co_await asking;
+    const std::optional<QString> content = co_await m_page.getBodyContent();
     co_return content && !BlankContent::is(*content);
 }
 
@@ -294,8 +292,7 @@ QCoro::Task<void> ZLMainWindowCreateViewController::editBy(Flow flow)
     if (!mayBegin(PostAction::Edit))
         co_return;
     const auto guard = busy();
-    QCoro::Task<void> editing = flow();
-    co_await editing;
+    co_await flow();
 }
 
 void ZLMainWindowCreateViewController::insertMedia()
@@ -335,8 +332,7 @@ QCoro::Task<void> ZLMainWindowCreateViewController::commitEditing()
     const QPointer<ZLMainWindowCreateViewController> self(this);
     m_view.commitTokens();
     // The page answers behind the keys that it was given, and has reported what they changed before it does.
-    QCoro::Task<std::optional<QString>> asking = m_page.getBodyContent();
-    (void)co_await asking;
+    (void)co_await m_page.getBodyContent();
     if (self)
         saveDocuments();
 }

@@ -51,8 +51,7 @@ void ZLPrompts::alertWithError(const ZLError &error)
 
 QCoro::Task<int> ZLPrompts::ask(QString message, QString informativeText, QStringList buttons, int defaultButton)
 {
-    const QFuture<int> answer = beginAlert(message, informativeText, buttons, defaultButton)->answer();
-    const int index = co_await answer;
+    const int index = co_await beginAlert(message, informativeText, buttons, defaultButton)->answer();
     co_return index;
 }
 
@@ -64,8 +63,7 @@ QCoro::Task<ConflictAnswer> ZLPrompts::askAboutConflict(ConflictSides sides)
         sheet->deleteLater();
     });
     m_host.beginSheet(sheet);
-    const QFuture<ConflictAnswer> answer = sheet->answer();
-    const ConflictAnswer given = co_await answer;
+    const ConflictAnswer given = co_await sheet->answer();
     co_return given;
 }
 

@@ -96,8 +96,7 @@ void PostUpload::cancel()
 
 QCoro::Task<void> PostUpload::run()
 {
-    QCoro::Task<bool> sending = sendPictures();
-    const bool sent = co_await sending;
+    const bool sent = co_await sendPictures();
     if (!sent)
         co_return;
     m_post->content = PostPictures::withAddressesOnTheBlog(m_post->content, m_images);
@@ -111,8 +110,7 @@ QCoro::Task<void> PostUpload::run()
 QCoro::Task<void> PostUpload::publishNew()
 {
     Q_EMIT m_environment.notifications.syncingContentPostStatus(m_post);
-    QCoro::Task<Result<QString>> making = makePost();
-    const Result<QString> id = co_await making;
+    const Result<QString> id = co_await makePost();
     if (id)
         readBack(*id);
     else if (!isCancelled(id.error()))
@@ -124,8 +122,7 @@ QCoro::Task<Result<QString>> PostUpload::makePost()
 {
     QString found;
     if (m_post->firstPublishBegan.isValid()) {
-        QCoro::Task<Result<QString>> looking = findOnBlog();
-        const Result<QString> earlier = co_await looking;
+        const Result<QString> earlier = co_await findOnBlog();
         if (!earlier)
             co_return earlier;
         found = *earlier;
@@ -137,8 +134,7 @@ QCoro::Task<Result<QString>> PostUpload::makePost()
         // By its date it is found again, so that it does not go out without one.
         if (!m_post->createdAt.isValid())
             m_post->createdAt = now;
-        QCoro::Task<bool> noting = noteFirstPublish(m_post->createdAt);
-        if (!co_await noting)
+        if (!co_await noteFirstPublish(m_post->createdAt))
             co_return failure(ServiceFailures::cancelled());
     }
     QCoro::Task<CallAnswer> sending = sendContent({.id = found, .isWhole = true});
@@ -179,8 +175,7 @@ QCoro::Task<Result<QString>> PostUpload::findOnBlog()
 QCoro::Task<void> PostUpload::readBack(QString id)
 {
     setStep(Finishing);
-    QCoro::Task<Result<PostPtr>> fetching = fetch(id);
-    const Result<PostPtr> onBlog = co_await fetching;
+    const Result<PostPtr> onBlog = co_await fetch(id);
     if (onBlog)
         endPublished(*onBlog);
     else if (!isCancelled(onBlog.error()))
@@ -212,8 +207,7 @@ QCoro::Task<void> PostUpload::update()
     QCoro::Task<CallAnswer> sending = sendContent({.id = m_post->id, .ifNotModifiedSince = lastKnownDate()});
     CallAnswer answer = co_await sending;
     if (!answer && ServiceFailures::isConflict(answer.error())) {
-        QCoro::Task<CallAnswer> again = editAgainstNewerVersion();
-        answer = co_await again;
+        answer = co_await editAgainstNewerVersion();
     }
     if (!answer) {
         if (!isCancelled(answer.error()))
@@ -228,8 +222,7 @@ QCoro::Task<void> PostUpload::update()
     }
     QDateTime date = (*answer)->date();
     if (!date.isValid()) { // it is read back: the clock here may be ahead, and would hide what others change
-        QCoro::Task<Result<PostPtr>> fetching = fetch(m_post->id);
-        const Result<PostPtr> onBlog = co_await fetching;
+        const Result<PostPtr> onBlog = co_await fetch(m_post->id);
         if (!onBlog && isCancelled(onBlog.error()))
             co_return;
         if (onBlog && isSame(**onBlog, *m_post))
@@ -243,8 +236,7 @@ QCoro::Task<void> PostUpload::update()
 /// answer came, or something that the writer never sees; else the two versions are the writer's to choose from.
 QCoro::Task<CallAnswer> PostUpload::editAgainstNewerVersion()
 {
-    QCoro::Task<Result<PostPtr>> fetching = fetch(m_post->id);
-    const Result<PostPtr> fetched = co_await fetching;
+    const Result<PostPtr> fetched = co_await fetch(m_post->id);
     if (!fetched)
         co_return failure(fetched.error());
     const PostPtr onBlog = *fetched;
@@ -253,8 +245,7 @@ QCoro::Task<CallAnswer> PostUpload::editAgainstNewerVersion()
         const CallAnswer answer = co_await sending;
         co_return answer;
     }
-    QCoro::Task<Result<DocumentPtr>> opening = openDocument();
-    const Result<DocumentPtr> document = co_await opening;
+    const Result<DocumentPtr> document = co_await openDocument();
     if (!document)
         co_return failure(document.error());
     const Result<void> put = onBlog->putConflictBeside(**document);
@@ -285,8 +276,7 @@ QCoro::Task<CallAnswer> PostUpload::sendContent(ContentCall call)
         co_return answer;
     ZLLog(QStringLiteral("sending the post again with its terms by name"));
     call.termsByName = true;
-    QCoro::Task<CallAnswer> again = sendContent(call);
-    const CallAnswer second = co_await again;
+    const CallAnswer second = co_await sendContent(call);
     co_return second;
 }
 
@@ -296,8 +286,7 @@ QCoro::Task<bool> PostUpload::noteFirstPublish(QDateTime began)
     m_post->firstPublishBegan = began;
     if (localFile().isEmpty())
         co_return true;
-    QCoro::Task<Result<DocumentPtr>> opening = openDocument();
-    const Result<DocumentPtr> document = co_await opening;
+    const Result<DocumentPtr> document = co_await openDocument();
     if (!document && isCancelled(document.error()))
         co_return false;
     if (document) {
@@ -311,8 +300,7 @@ QCoro::Task<bool> PostUpload::noteFirstPublish(QDateTime began)
 QCoro::Task<Result<DocumentPtr>> PostUpload::openDocument()
 {
     const QPointer<PostUpload> self(this);
-    QCoro::Task<Result<DocumentPtr>> opening = m_environment.documents.openDocumentWithContentsOfURL(localFile());
-    const Result<DocumentPtr> document = co_await opening;
+    const Result<DocumentPtr> document = co_await m_environment.documents.openDocumentWithContentsOfURL(localFile());
     if (!self || hasEnded())
         co_return failure(ServiceFailures::cancelled());
     co_return document;

@@ -68,14 +68,12 @@ RequestPtr SyncShare::request(Part part) const
 
 QCoro::Task<void> SyncShare::sync(Part part)
 {
-    auto sending = m_calls.send(request(part));
-    CallAnswer answer = co_await sending;
+    CallAnswer answer = co_await m_calls.send(request(part));
     if (!answer && isCancelled(answer.error()))
         co_return;
     Result<bool> taken = answer ? Result<bool>(true) : failure(answer.error());
     if (answer) {
-        QCoro::Task<Result<bool>> taking = take(part, *std::exchange(answer, ResponsePtr()));
-        taken = co_await taking;
+        taken = co_await take(part, *std::exchange(answer, ResponsePtr()));
         if (!taken && isCancelled(taken.error()))
             co_return;
     }
@@ -107,8 +105,7 @@ QCoro::Task<Result<bool>> SyncShare::takePosts(ResponsePtr response)
     turn.start();
     for (const PostPtr &post : posts) {
         if (turn.elapsed() >= turnMilliseconds) {
-            auto waiting = m_calls.nextTurn();
-            const Result<bool> mayGoOn = co_await waiting;
+            const Result<bool> mayGoOn = co_await m_calls.nextTurn();
             if (!mayGoOn)
                 co_return mayGoOn;
             turn.restart();

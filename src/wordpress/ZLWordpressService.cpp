@@ -83,8 +83,7 @@ void ZLWordpressService::getOptions()
 
 QCoro::Task<void> ZLWordpressService::askForOptions()
 {
-    auto asking = d->calls.send(d->calls.blogRequest(QStringLiteral("wp.getOptions")));
-    const CallAnswer answer = co_await asking;
+    const CallAnswer answer = co_await d->calls.send(d->calls.blogRequest(QStringLiteral("wp.getOptions")));
     if (!answer)
         tellFailure(ZLWordpressServiceRequestTypeGetOptions, answer.error());
     else if (delegate)
@@ -185,15 +184,13 @@ void ZLWordpressService::publishPostForPreview(const PostPtr &post)
 
 QCoro::Task<void> ZLWordpressService::makePreview(RequestPtr request)
 {
-    auto making = d->calls.send(request);
-    const CallAnswer made = co_await making;
+    const CallAnswer made = co_await d->calls.send(request);
     if (!made) {
         tellFailure(ZLWordpressServiceRequestTypePublishPostForPreview, made.error());
         co_return;
     }
     const QString id = (*made)->object().string();
-    auto reading = d->calls.send(d->calls.postFirstRequest(QStringLiteral("metaWeblog.getPost"), id));
-    const CallAnswer post = co_await reading;
+    const CallAnswer post = co_await d->calls.send(d->calls.postFirstRequest(QStringLiteral("metaWeblog.getPost"), id));
     if (!post)
         tellFailure(ZLWordpressServiceRequestTypeGetPostForPreview, post.error());
     else if (delegate)
