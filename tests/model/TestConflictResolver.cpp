@@ -82,10 +82,10 @@ private Q_SLOTS:
         }
         const QByteArray solved = conflict.folder.read(u"conflict-solved.zalmo"_qs);
         QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
-        if (!copy.isEmpty())
+        if (!copy.isEmpty()) {
             QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
-        if (!copy.isEmpty())
             QVERIFY(solved.contains("<id></id><status>new</status>") && solved.contains("<URL></URL>"));
+        }
         QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
     }
 
@@ -131,87 +131,65 @@ private Q_SLOTS:
         QVERIFY(kept.loaded != conflict.row);
     }
 
-    void keepsWhatIsUnsavedInACopyOnly_data()
-    {
-        const TestTable<int> row({"action"});
-        row("keep both", int(Resolver::KeepBoth));
-        row("choose", int(Resolver::Choose));
-    }
     void keepsWhatIsUnsavedInACopyOnly()
     {
-        QFETCH(int, action);
-        const Conflict conflict;
-        conflict.write();
-        const DocumentPtr document = openedBy(*conflict.documents, conflict.folder.url());
-        document->post.content = u"just typed"_qs;
-        document->updateChangeCount();
-        conflict.resolve(action, Resolver::Remote);
-        QCOMPARE(document->post.content, u"remote body"_qs);
-        document->close();
-        QVERIFY(conflict.folder.read().contains("remote body"));
-        const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
-        QCOMPARE(copy.contains("just typed"), action == Resolver::KeepBoth);
+        for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth}) {
+            const Conflict conflict;
+            conflict.write();
+            const DocumentPtr document = openedBy(*conflict.documents, conflict.folder.url());
+            document->post.content = u"just typed"_qs;
+            document->updateChangeCount();
+            conflict.resolve(action, Resolver::Remote);
+            QCOMPARE(document->post.content, u"remote body"_qs);
+            document->close();
+            QVERIFY(conflict.folder.read().contains("remote body"));
+            const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+            QCOMPARE(copy.contains("just typed"), action == Resolver::KeepBoth);
+        }
     }
 
     void keepsTextsAsStored()
     {
         Conflict conflict;
         conflict.remote.title = "3 &amp;lt; 5";
-        conflict.remote.content =
-            "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n&lt;!-- /wp:paragraph --&gt;\n";
+        conflict.remote.content = "&lt;!-- wp:paragraph --&gt;\n&lt;p&gt;3 &amp;lt; 5&lt;/p&gt;\n";
         conflict.write();
+        conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
+        QVERIFY(!conflict.resolve(Resolver::Choose, Resolver::Remote).isDone); // that is in no conflict
+        QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
+        conflict.row->localFile = conflict.folder.url();
         conflict.resolve(Resolver::Choose, Resolver::Remote);
         QCOMPARE(textsOf(conflict.folder.read()), textsOf(conflict.remote.bytes()));
         QCOMPARE(conflict.row->title, u"3 < 5"_qs);
     }
 
-    void doesNothingForASolvedCopy()
-    {
-        const Conflict conflict;
-        conflict.write();
-        conflict.row->localFile = conflict.folder.url(u"conflict-solved.zalmo"_qs);
-        QVERIFY(!conflict.resolve(Resolver::Choose, Resolver::Remote).isDone);
-        QVERIFY(conflict.folder.has(u"conflict.zalmo"_qs));
-    }
-
-    void losesNothingWithoutTheRemoteCopy_data()
-    {
-        const TestTable<bool> row({"isThere"});
-        row("missing", false);
-        row("damaged", true);
-    }
     void losesNothingWithoutTheRemoteCopy()
     {
-        QFETCH(bool, isThere);
-        const Conflict conflict;
-        conflict.folder.write(conflict.local.bytes());
-        if (isThere)
-            conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
-        for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
-            QVERIFY(!conflict.resolve(action, Resolver::Remote).isDone);
-        QCOMPARE(conflict.folder.read(), conflict.local.bytes());
-        QVERIFY(conflict.resolve(Resolver::KeepBoth, Resolver::Local).isDone);
-        QVERIFY(conflict.folder.read().contains("local body"));
-        QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isThere);
-        QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
+        for (const bool isDamaged : {true, false}) {
+            const Conflict conflict;
+            conflict.folder.write(conflict.local.bytes());
+            if (isDamaged)
+                conflict.folder.write("<zalmo><post>", u"conflict.zalmo"_qs);
+            for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth})
+                QVERIFY(!conflict.resolve(action, Resolver::Remote).isDone);
+            QCOMPARE(conflict.folder.read(), conflict.local.bytes());
+            QVERIFY(conflict.resolve(Resolver::KeepBoth, Resolver::Local).isDone);
+            QVERIFY(conflict.folder.read().contains("local body"));
+            QCOMPARE(conflict.folder.has(u"conflict.zalmo"_qs), isDamaged);
+            QVERIFY(!conflict.folder.has(u"conflict-solved.zalmo"_qs));
+        }
     }
 
-    void losesNothingWhenTheCopyCannotBeWritten_data()
-    {
-        const TestTable<int> row({"selection"});
-        row("the local one wins", int(Resolver::Local));
-        row("the remote one wins", int(Resolver::Remote));
-    }
     void losesNothingWhenTheCopyCannotBeWritten()
     {
-        QFETCH(int, selection);
-        const Conflict conflict;
-        conflict.write();
-        conflict.folder.write("a folder where it would be written", u"conflict-solved.zalmo.tmp/file"_qs);
-        const Resolver::Outcome outcome = conflict.resolve(Resolver::KeepBoth, selection);
-        QCOMPARE(outcome.isDone, selection == Resolver::Local);
-        QVERIFY(conflict.folder.read().contains("local body"));
-        QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
+        for (const Resolver::Selection selection : {Resolver::Local, Resolver::Remote}) {
+            const Conflict conflict;
+            conflict.write();
+            conflict.folder.write("a folder where it would be written", u"conflict-solved.zalmo.tmp/file"_qs);
+            QCOMPARE(conflict.resolve(Resolver::KeepBoth, selection).isDone, selection == Resolver::Local);
+            QVERIFY(conflict.folder.read().contains("local body"));
+            QCOMPARE(conflict.folder.read(u"conflict.zalmo"_qs), conflict.remote.bytes());
+        }
     }
 
     void tellsBothSides()

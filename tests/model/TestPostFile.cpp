@@ -61,24 +61,16 @@ private Q_SLOTS:
                        "<file_info><status>modified</status></file_info></zalmo>"));
     }
 
-    void workingPostWritesStatus_data()
-    {
-        const TestTable<int, QByteArray, QByteArray> row({"status", "engine", "written"});
-        row("none", -1, "wordpress", {});
-        row("new", 0, "wordpress", "new");
-        row("draft", 1, "wordpress", "draft");
-        row("published", 2, "wordpress", "publish");
-        row("note", 3, "evernote", "new");
-    }
     void workingPostWritesStatus()
     {
-        QFETCH(int, status);
-        QFETCH(QByteArray, engine);
-        QFETCH(QByteArray, written);
-        ZLWordpressPost post;
-        post.status = status;
-        QVERIFY(post.generateXMLDataFileInfo(nullptr).contains(
-            "<engine>" + engine + "</engine><id></id><status>" + written + "</status>"));
+        const QByteArrayList written{"new", "draft", "publish", "new"};
+        for (int status = -1; status <= ZLWordpressPost::Note; ++status) {
+            ZLWordpressPost post;
+            post.status = status;
+            const QByteArray engine = status == ZLWordpressPost::Note ? "evernote" : "wordpress";
+            QVERIFY(post.generateXMLDataFileInfo(nullptr).contains(
+                "<engine>" + engine + "</engine><id></id><status>" + written.value(status) + "</status>"));
+        }
     }
 
     void writerTakesTheStoredBody()
@@ -104,33 +96,27 @@ private Q_SLOTS:
 
     void savingFailsWithoutAPlace()
     {
-        ZLWordpressPost post = fullPost();
-        QVERIFY(!post.saveAtPath(QString() + u"/post.zalmo"_qs));
-        QVERIFY(!post.saveAtPath(QString()));
-        const Result<void> saved = post.saveAtPath(u"/nowhere/at/all/post.zalmo"_qs);
-        QVERIFY(!saved);
-        QVERIFY(saved.error().description.contains(u"/nowhere/at/all/post.zalmo"_qs));
+        QVERIFY(!fullPost().saveAtPath(u"/post.zalmo"_qs) && !fullPost().saveAtPath(QString()));
+        const Result<void> saved = fullPost().saveAtPath(u"/nowhere/at/all/post.zalmo"_qs);
+        QVERIFY(!saved && saved.error().description.contains(u"/nowhere/at/all/post.zalmo"_qs));
     }
 
     void documentWritesWhatItRead()
     {
         const PostFolder folder;
-        const QByteArray read =
-            "<zalmo><post><title> Cats &amp;amp; dogs</title><content>a &amp;lt; b\r\n &lt;br&gt;\n</content><keywords>"
-            "<keyword>R&amp;D</keyword><keyword>#tag</keyword></keywords></post><post_info><engine>wordpress</engine>"
-            "<id>12</id><status>publish</status><type>page</type><created_at>2014-10-21 09:30:00 +0000</created_at>"
-            "<updated_at>2014-10-22 23:05:07 +0000</updated_at><author_id>7</author_id>"
-            "<URL>http://blog.example/?p=12&amp;x=1</URL><allow_comments>0</allow_comments>"
-            "<allow_pingback>1</allow_pingback><slug>a-&amp;-b</slug><featured_image><media_id>44</media_id>"
-            "<URL>http://blog.example/a.png?w=1&amp;h=2</URL></featured_image></post_info>"
-            "<file_info><status></status><app_version>3</app_version></file_info></zalmo>";
-        const Result<DocumentPtr> document = ZLDocument::open(folder.write(read));
-        QVERIFY(document);
-        QCOMPARE((*document)->data(), read);
+        FileText text;
+        text.title = " Cats &amp;amp; dogs";
+        text.content = "a &amp;lt; b\r\n &lt;br&gt;\n";
+        text.keywords = "<keyword>R&amp;D</keyword><keyword>#tag</keyword>";
+        text.fileInfo = "<status></status><app_version>3</app_version>";
+        QByteArray read = text.bytes();
+        read.replace(
+            "<featured_image>", "<featured_image><media_id>44</media_id><URL>http://b/a.png?w=1&amp;h=2</URL>");
+        QCOMPARE((*ZLDocument::open(folder.write(read)))->data(), read);
 
         // An empty flag is a false one, a missing version becomes 3.
         QByteArray other = read;
-        other.replace("<allow_comments>0</allow_comments>", "<allow_comments></allow_comments>");
+        other.replace("<allow_pingback>0</allow_pingback>", "<allow_pingback></allow_pingback>");
         other.replace("<status></status><app_version>3</app_version>", "<status></status>");
         QCOMPARE((*ZLDocument::open(folder.write(other, u"conflict.zalmo"_qs)))->data(), read);
     }
@@ -152,35 +138,18 @@ private Q_SLOTS:
         QFETCH(QByteArray, written);
         ZLWordpressPost post;
         post.taxonomies = taxonomies;
-        const QByteArray bytes = post.generateXMLDataFileInfo(nullptr);
+        QByteArray bytes = post.generateXMLDataFileInfo(nullptr);
         QCOMPARE(bytes.contains("<keyword_ids>"), !written.isEmpty());
         QVERIFY(written.isEmpty() || bytes.contains("</keywords><keyword_ids>" + written + "</keyword_ids></post>"));
-        QStringList ids;
-        for (const ZLTaxonomy &taxonomy : PostFile::fromData(bytes).taxonomies)
-            ids << taxonomy.termId;
-        QTEST(ids, "read");
-    }
-
-    void leavesIdsOutThatBelongToOtherKeywords()
-    {
-        FileText text;
-        text.keywords = "<keyword>a</keyword><keyword>b</keyword>";
-        QByteArray bytes = text.bytes();
-        bytes.replace("</keywords>", "</keywords><keyword_ids>1,2,3</keyword_ids>");
-        QCOMPARE(PostFile::fromData(bytes).taxonomies,
-            (QList<ZLTaxonomy>{{u"a"_qs, {}, ZLTaxonomy::Category}, {u"b"_qs, {}, ZLTaxonomy::Category}}));
-    }
-
-    void typedKeywordsKeepTheirIds()
-    {
-        PostFields post;
-        post.taxonomies = {{u"a"_qs, u"5"_qs, ZLTaxonomy::Category}, {u"a"_qs, u"7"_qs, ZLTaxonomy::Category},
-            {u"a"_qs, u"9"_qs, ZLTaxonomy::Tag}};
-        post.setTaxonomiesFromStringArray({u"#a"_qs, u"a"_qs, u"new"_qs, QString(), u"a"_qs, u"a"_qs});
-        QStringList ids;
-        for (const ZLTaxonomy &taxonomy : post.taxonomies)
-            ids << taxonomy.keyword() + u' ' + taxonomy.termId;
-        QCOMPARE(ids, (QStringList{u"#a 9"_qs, u"a 5"_qs, u"new "_qs, u"a 7"_qs, u"a "_qs}));
+        const auto ids = [&bytes] {
+            QStringList ids;
+            for (const ZLTaxonomy &taxonomy : PostFile::fromData(bytes).taxonomies)
+                ids << taxonomy.termId;
+            return ids;
+        };
+        QTEST(ids(), "read");
+        bytes.replace("</keyword_ids>", ",3</keyword_ids>"); // those of other keywords
+        QCOMPARE(ids().join(QString()), QString());
     }
 
     void writesWhatOnlySomePostsHave()
@@ -201,15 +170,13 @@ private Q_SLOTS:
     void readsTexts_data()
     {
         const TestTable<QByteArray, QString, QString> row({"written", "read", "stored"});
-        row("plain", "a", u"a"_qs, u"a"_qs);
         row("escaped once", "&lt;p&gt;&quot;&apos;&lt;/p&gt;", u"<p>\"'</p>"_qs, u"<p>\"'</p>"_qs);
         row("bare ampersand", "a &amp; b", u"a & b"_qs, u"a & b"_qs);
         row("a literal entity is decoded twice", "3 &amp;lt; 5", u"3 < 5"_qs, u"3 &lt; 5"_qs);
         row("white space at the ends", " \n a \t", u"a"_qs, u" \n a \t"_qs);
         row("line ends", "a\r\nb\rc", u"a\nb\nc"_qs, u"a\r\nb\rc"_qs);
         row("control characters", "a\x0B\x01 b", u"a   b"_qs, u"a\u000B\u0001 b"_qs);
-        row("numbers", "&#65;&#x1F600;", u"A\U0001F600"_qs, u"A\U0001F600"_qs);
-        row("UTF-8", "\xC3\xBC\xF0\x9F\x98\x80", u"ü\U0001F600"_qs, u"ü\U0001F600"_qs);
+        row("characters", "&#65;&#x1F600;\xC3\xBC", u"A\U0001F600ü"_qs, u"A\U0001F600ü"_qs);
         row("CDATA", "x<![CDATA[<&amp;>]]>y", u"x<&>y"_qs, u"x<&amp;>y"_qs);
         row("a comment in between", "x<!-- c -->y", u"xy"_qs, u"xy"_qs);
         row("nothing", "", QString(), u""_qs);
@@ -232,40 +199,26 @@ private Q_SLOTS:
         }
     }
 
-    void readsKeywords_data()
-    {
-        const TestTable<QByteArray, QStringList> row({"keywords", "read"});
-        row("none", {}, {});
-        row("one", "<keyword>a</keyword>", {u"a"_qs});
-        row("one, decoded once", "<keyword>#R&amp;amp;D</keyword>", {u"#R&amp;D"_qs});
-        row("two, decoded twice", "<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>", {u"R&D"_qs, u"#t"_qs});
-        row("one and an empty one", "<keyword>a</keyword><keyword></keyword>", {u"a"_qs});
-    }
     void readsKeywords()
     {
-        QFETCH(QByteArray, keywords);
-        FileText text;
-        text.keywords = keywords;
-        ZLAbstractPost post;
-        post.taxonomies = PostFile::fromData(text.bytes()).taxonomies;
-        QTEST(post.taxonomiesArray(), "read");
-    }
-
-    void readsAnyId()
-    {
-        ZLWordpressPost post = fullPost();
-        post.id = post.authorId = post.featuredImageId = u"<7>&amp;\"'"_qs;
-        const PostFile read = PostFile::fromData(post.generateXMLDataFileInfo(nullptr));
-        QVERIFY(read.isWhole);
-        QCOMPARE(read.id, post.id);
-        QCOMPARE(read.authorId, post.id);
-        QCOMPARE(read.featuredImageId, post.id);
+        const auto read = [](const QByteArray &keywords) {
+            FileText text;
+            text.keywords = keywords;
+            ZLAbstractPost post;
+            post.taxonomies = PostFile::fromData(text.bytes()).taxonomies;
+            return post.taxonomiesArray();
+        };
+        QCOMPARE(read({}), QStringList());
+        QCOMPARE(read("<keyword>#R&amp;amp;D</keyword>"), QStringList{u"#R&amp;D"_qs}); // alone it is decoded once
+        QCOMPARE(read("<keyword>R&amp;amp;D</keyword><keyword>#t</keyword>"), (QStringList{u"R&D"_qs, u"#t"_qs}));
+        QCOMPARE(read("<keyword>a</keyword><keyword></keyword>"), QStringList{u"a"_qs});
     }
 
     void readsInfo()
     {
         const PostFolder folder;
         ZLWordpressPost written = fullPost();
+        written.id = written.authorId = written.featuredImageId = u"<7>&amp;\"'"_qs;
         QVERIFY(written.saveAtPath(folder.path()));
         const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
         // The test of the writer shows that every element is in it.
@@ -277,23 +230,14 @@ private Q_SLOTS:
         QCOMPARE((*ZLDocument::open(folder.url()))->wordpressPost()->status, int(ZLWordpressPost::Note));
     }
 
-    void readsFlags_data()
-    {
-        const TestTable<QByteArray, bool> row({"written", "read"});
-        row("1", "1", true);
-        row("0", "0", false);
-        row("empty", "", false);
-        row("yes", "YES", true);
-        row("true", "true", true);
-        row("no", "no", false);
-        row("007", "007", true);
-    }
     void readsFlags()
     {
-        QFETCH(QByteArray, written);
-        QByteArray text = FileText().bytes();
-        text.replace("<allow_pingback>0</allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
-        QTEST(PostFile::fromData(text).allowPingback, "read");
+        for (const QByteArray written : {"1", "YES", "true", "007", "0", "", "no"}) {
+            QByteArray text = FileText().bytes();
+            text.replace("<allow_pingback>0</allow_pingback>", "<allow_pingback>" + written + "</allow_pingback>");
+            QVERIFY2(
+                PostFile::fromData(text).allowPingback == !QByteArrayList({"0", "", "no"}).contains(written), written);
+        }
     }
 };
 

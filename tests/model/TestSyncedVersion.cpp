@@ -5,18 +5,18 @@
 namespace {
 const QString synced = u"synced.zalmo"_qs;
 
-/// A post as the blog last gave it.
-QByteArray inStep()
+QByteArray postFile(const QByteArray &status, const QByteArray &mark)
 {
     FileText text;
-    text.fileInfo = "<status></status><app_version>3</app_version>";
+    text.status = status;
+    text.fileInfo = "<status>" + mark + "</status><app_version>3</app_version>";
     return text.bytes();
 }
 
-QByteArray marked(const QByteArray &bytes, const QByteArray &status)
+/// A post as the blog last gave it.
+QByteArray inStep()
 {
-    QByteArray text = bytes;
-    return text.replace("<file_info><status></status>", "<file_info><status>" + status + "</status>");
+    return postFile("publish", "");
 }
 
 void type(const DocumentPtr &document, const QString &title)
@@ -44,19 +44,20 @@ class TestSyncedVersion : public QObject {
 private Q_SLOTS:
     void marksEveryEdit_data()
     {
-        const TestTable<QByteArray, QByteArray, QString> row({"status", "mark", "expected"});
-        row("published", "publish", "", u"modified"_qs);
-        row("draft", "draft", "", u"modified"_qs);
-        row("on no blog", "new", "", u"new"_qs);
-        row("new", "new", "new", u"new"_qs);
-        row("modified", "publish", "modified", u"modified"_qs);
-        row("in conflict", "publish", "conflict", u"conflict"_qs);
-        row("a kept copy", "publish", "conflict-solved", u"conflict-solved"_qs);
+        const TestTable<QByteArray, QByteArray, QString, bool> row({"status", "mark", "expected", "isKnown"});
+        row("published", "publish", "", u"modified"_qs, true);
+        row("draft", "draft", "", u"modified"_qs, true);
+        row("on no blog", "new", "", u"new"_qs, false);
+        row("new", "new", "new", u"new"_qs, false);
+        row("modified before", "publish", "modified", u"modified"_qs, false);
+        row("in conflict before", "publish", "conflict", u"conflict"_qs, false);
+        row("a kept copy", "publish", "conflict-solved", u"conflict-solved"_qs, false);
     }
     void marksEveryEdit()
     {
         QFETCH(QByteArray, status);
         QFETCH(QByteArray, mark);
+        QFETCH(bool, isKnown); // what the blog last gave
         const QList<std::function<void(PostFields &)>> edits{
             [](PostFields &post) { post.content = u"typed"_qs; },
             [](PostFields &post) { post.setTaxonomiesFromStringArray({u"#tag"_qs}); },
@@ -64,16 +65,18 @@ private Q_SLOTS:
         };
         for (const auto &edit : edits) {
             const PostFolder folder;
-            FileText text;
-            text.status = status;
-            text.fileInfo = "<status>" + mark + "</status><app_version>3</app_version>";
             ZLDocumentController documents;
-            const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
+            const DocumentPtr document = openedBy(documents, folder.write(postFile(status, mark)));
             document->updateChangeCount(); // that nothing has changed is no edit
             QCOMPARE(document->fileInfo.status, QString::fromLatin1(mark));
             edit(document->post);
             document->updateChangeCount();
             QTEST(document->fileInfo.status, "expected");
+            QVERIFY(document->saveDocument());
+            QCOMPARE(folder.has(synced), isKnown);
+            QCOMPARE(document->hasSyncedVersion(), isKnown);
+            QCOMPARE(bool(document->wordpressPost()->synced), isKnown);
+            QCOMPARE(bool(document->revertToSyncedVersion()), isKnown);
         }
     }
 
@@ -96,29 +99,6 @@ private Q_SLOTS:
         const PostPtr read = (*ZLDocument::open(folder.url()))->wordpressPost();
         QCOMPARE(read->title, u"Mine, longer"_qs);
         QCOMPARE(read->synced->title, u"Title"_qs);
-    }
-
-    void isOnlyForPostsThatTheBlogKnows_data()
-    {
-        const TestTable<QByteArray, QByteArray> row({"status", "mark"});
-        row("on no blog", "new", "");
-        row("modified before", "publish", "modified");
-        row("in conflict before", "publish", "conflict");
-    }
-    void isOnlyForPostsThatTheBlogKnows()
-    {
-        QFETCH(QByteArray, status);
-        QFETCH(QByteArray, mark);
-        const PostFolder folder;
-        FileText text;
-        text.status = status;
-        text.fileInfo = "<status>" + mark + "</status><app_version>3</app_version>";
-        ZLDocumentController documents;
-        const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
-        type(document, u"Mine"_qs);
-        QVERIFY(!folder.has(synced));
-        QVERIFY(!document->hasSyncedVersion() && !document->wordpressPost()->synced);
-        QVERIFY(!document->revertToSyncedVersion());
     }
 
     void goesWithTheUploadThatHeld()
@@ -148,42 +128,26 @@ private Q_SLOTS:
         }
     }
 
-    void goesWithASyncThatWritesThePost()
-    {
-        const PostFolder folder;
-        folder.write(inStep());
-        folder.write(inStep(), synced);
-        const QDateTime later = QDateTime::currentDateTimeUtc();
-        QVERIFY(remotePost(later).syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
-        QVERIFY(folder.read().contains("theirs"));
-        QVERIFY(!folder.has(synced));
-    }
-
-    void goesBack_data()
-    {
-        const TestTable<bool> row({"isSaved"});
-        row("saved changes", true);
-        row("changes in memory only", false);
-    }
     void goesBack()
     {
-        QFETCH(bool, isSaved);
-        const PostFolder folder;
-        ZLDocumentController documents;
-        const DocumentPtr document = openedBy(documents, folder.write(inStep()));
-        document->post.title = u"Mine"_qs;
-        document->updateChangeCount();
-        if (isSaved)
-            QVERIFY(document->saveDocument());
-        folder.write("another version", u"conflict.zalmo"_qs);
-        QVERIFY(document->isInConflict() && !document->revertToSyncedVersion());
-        QVERIFY(QFile::remove(folder.path(u"conflict.zalmo"_qs)));
-        QVERIFY(document->revertToSyncedVersion());
-        QCOMPARE(document->post.title, u"Title"_qs);
-        QVERIFY(!document->hasUnautosavedChanges() && !folder.has(synced));
-        const DocumentPtr again = *ZLDocument::open(folder.url());
-        QCOMPARE(again->post.title, u"Title"_qs);
-        QVERIFY(again->fileInfo.status.isEmpty());
+        for (const bool isSaved : {true, false}) {
+            const PostFolder folder;
+            ZLDocumentController documents;
+            const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+            document->post.title = u"Mine"_qs;
+            document->updateChangeCount();
+            if (isSaved)
+                QVERIFY(document->saveDocument());
+            folder.write("another version", u"conflict.zalmo"_qs);
+            QVERIFY(document->isInConflict() && !document->revertToSyncedVersion());
+            QVERIFY(QFile::remove(folder.path(u"conflict.zalmo"_qs)));
+            QVERIFY(document->revertToSyncedVersion());
+            QCOMPARE(document->post.title, u"Title"_qs);
+            QVERIFY(!document->hasUnautosavedChanges() && !folder.has(synced));
+            const DocumentPtr again = *ZLDocument::open(folder.url());
+            QCOMPARE(again->post.title, u"Title"_qs);
+            QVERIFY(again->fileInfo.status.isEmpty());
+        }
     }
 
     void tellsWhetherTheBlogHasChanged()
@@ -203,36 +167,39 @@ private Q_SLOTS:
         QVERIFY(folder.has(u"conflict.zalmo"_qs));
     }
 
-    void learnsThatAPostIsPrivate_data()
+    void goesWithASyncThatWritesThePost_data()
     {
-        const TestTable<QByteArray, bool> row({"mark", "isTaken"});
-        row("in step", "", true);
-        row("modified", "modified", false);
+        const TestTable<QByteArray, int, bool> row({"mark", "seconds", "isTaken"});
+        row("newer", "", 1, true);
+        row("as old, and private now", "", 0, true);
+        row("as old, with changes here", "modified", 0, false);
     }
-    void learnsThatAPostIsPrivate()
+    void goesWithASyncThatWritesThePost()
     {
         QFETCH(QByteArray, mark);
+        QFETCH(int, seconds);
         const PostFolder folder;
-        folder.write(marked(inStep(), mark));
-        ZLWordpressPost remote = remotePost(QDateTime(QDate(2014, 10, 22), QTime(9, 30), Qt::UTC));
-        remote.blogStatus = u"private"_qs;
+        folder.write(postFile("publish", mark));
+        folder.write(inStep(), synced);
+        ZLWordpressPost remote = remotePost(QDateTime(QDate(2014, 10, 22), QTime(9, 30, seconds), Qt::UTC));
+        remote.blogStatus = seconds == 0 ? u"private"_qs : QString();
         QVERIFY(remote.syncWithPostAtPath(folder.path(), u"zalmo"_qs, ZLDocumentController()));
-        QTEST(folder.read().contains("<blog_status>private</blog_status>"), "isTaken");
+        QTEST(folder.read().contains("theirs"), "isTaken");
+        QTEST(folder.read().contains("<blog_status>private</blog_status>") || seconds > 0, "isTaken");
+        QTEST(!folder.has(synced), "isTaken");
     }
 
     void notesAFirstPublish()
     {
         const PostFolder folder;
         ZLDocumentController documents;
-        FileText text;
-        text.status = "new";
-        text.fileInfo = "<status>new</status><app_version>3</app_version>";
-        const DocumentPtr document = openedBy(documents, folder.write(text.bytes()));
+        const QByteArray before = postFile("new", "new");
+        const DocumentPtr document = openedBy(documents, folder.write(before));
         const QDateTime began(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
         QVERIFY(document->setFirstPublishBegan(began));
         QCOMPARE((*ZLDocument::open(folder.url()))->wordpressPost()->firstPublishBegan, began);
         QVERIFY(document->setFirstPublishBegan({}));
-        QCOMPARE(folder.read(), text.bytes());
+        QCOMPARE(folder.read(), before);
     }
 };
 

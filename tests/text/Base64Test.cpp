@@ -4,48 +4,29 @@
 class Base64Test : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void encodes_data()
-    {
-        const TestTable<QByteArray, QByteArray> row({"bytes", "text"});
-        row("48 bytes fill a line", QByteArray(48, 'a'), QByteArray("YWFh").repeated(16));
-        row("49 bytes", QByteArray(49, 'a'), QByteArray("YWFh").repeated(16) + "\r\nYQ==");
-        row("two full lines", QByteArray(96, 'a'),
-            QByteArray("YWFh").repeated(16) + "\r\n" + QByteArray("YWFh").repeated(16));
-    }
-    void encodes()
-    {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, text);
-        QCOMPARE(Base64::encoded(bytes), text);
-        QCOMPARE(Base64::encodedLength(bytes.size()), text.size());
-        QCOMPARE(Base64::decoded(text), bytes);
-    }
-
-    void decodesLooseText_data()
-    {
-        const TestTable<QByteArray, QByteArray> row({"text", "bytes"});
-        row("without padding", "Zm9vZg", "foof");
-        row("three characters at the end", "Zm8", "fo");
-        row("a single leftover is dropped", "Zm9vZ", "foo");
-        row("foreign characters between", " Z\nm-9\xc3\xbcv ", "foo");
-        row("padding in the middle", "Zg==Zg==", Base64::decoded("ZgZg"));
-        row("only rubbish", QByteArray("\x00=!*", 4), {});
-    }
-    void decodesLooseText()
-    {
-        QFETCH(QByteArray, text);
-        QTEST(Base64::decoded(text), "bytes");
-    }
-
-    void agreesWithItselfAtAnyLength()
+    void encodesInLines()
     {
         QByteArray bytes;
         for (int length = 0; length < 300; ++length) {
-            const QByteArray text = Base64::encoded(bytes);
-            QCOMPARE(QByteArray::fromBase64(text), bytes);
+            QByteArrayList lines; // of 48 bytes each
+            for (int at = 0; at < length; at += 48)
+                lines.append(bytes.mid(at, 48).toBase64());
+            const QByteArray text = lines.join("\r\n");
+            QCOMPARE(Base64::encoded(bytes), text);
+            QCOMPARE(Base64::encodedLength(length), text.size());
             QCOMPARE(Base64::decoded(text), bytes);
             bytes.append(char(length * 37));
         }
+    }
+
+    void decodesLooseText()
+    {
+        QCOMPARE(Base64::decoded("Zm9vZg"), QByteArray("foof")); // without padding
+        QCOMPARE(Base64::decoded("Zm8"), QByteArray("fo"));
+        QCOMPARE(Base64::decoded("Zm9vZ"), QByteArray("foo")); // a single leftover is dropped
+        QCOMPARE(Base64::decoded(" Z\nm-9\xc3\xbcv "), QByteArray("foo"));
+        QCOMPARE(Base64::decoded("Zg==Zg=="), Base64::decoded("ZgZg"));
+        QCOMPARE(Base64::decoded(QByteArray("\x00=!*", 4)), QByteArray());
     }
 };
 

@@ -96,11 +96,11 @@ private Q_SLOTS:
 
     void isLinear_data()
     {
-        QTest::addColumn<QString>("unit");
+        const TestTable<QString> row({"unit"});
         for (const char *unit : {"<p>", "<div>", "<b>\n\n", "<!-- wp:a -->", "<!--", "<a '", "<a b=\"", "<script>",
                  "</b>", "<b></b>\n\n", "\n ", "<", "<table><p>", " ", "\t", "\n", "\n\n\t", "[vimeo 1]\n",
                  "<i>\n\n</i>", "<p>a</p>\n\n", "</"})
-            QTest::newRow(unit) << QString::fromLatin1(unit);
+            row(unit, unit);
     }
     void isLinear()
     {

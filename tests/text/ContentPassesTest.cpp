@@ -4,12 +4,10 @@
 
 using namespace ContentPasses;
 
-namespace {
-QString repeated(const char16_t *text, int times, const char16_t *end = u"")
+static QString repeated(const char16_t *text, int times, const char16_t *end = u"")
 {
     return QString::fromUtf16(text).repeated(times) + QString::fromUtf16(end);
 }
-} // namespace
 
 /// Examples of what comes out; SamePassesTest tries what is odd about some of them.
 class ContentPassesTest : public QObject {
@@ -22,13 +20,11 @@ private Q_SLOTS:
         row("empty", "", "");
         row("blank line", "one\n\ntwo", "<p>one</p><p>two</p>");
         row("single line end", "a\nb", "<p>a<br>b</p>");
-        row("block stays", "<p>x</p>", "\n<p>x</p>");
         row("blank lines around a block", "\n\n<p>x</p>\n\n", "\n<p>x</p>");
         row("nothing but blanks", " ", "");
         row("empty paragraph goes", "a\n\n<p> </p>", "<p>a</p>\n");
         row("linked image", "<a href='x'><img src='y' /></a>", "<a href='x'><img src='y' /></a>");
         row("white space in front", "a\n \t\n  b", "<p>a</p><p>b</p>");
-        row("bare image", " <img src='y' />", " <img src='y' />");
         row("link with words", "<a href='x'>w</a>", "<p><a href='x'>w</a></p>");
         row("fold", "a<!--more-->b",
             "<p>a<a class='readmore' href='#' contentEditable=false draggable=true>Read More</a>b</p>");
@@ -154,7 +150,6 @@ private Q_SLOTS:
         row("longest of three", "abcab", "a=1 ab=2 abcd=3", "2c2");
         row("a value is not read again", "abc", "abc=xbx b=1", "xbx");
         row("two overlap", "abc", "ab=1 bc=2", "1c");
-        row("nothing of it", "xyz", "ab=1 cd=2", "xyz");
         row("to nothing", "abab", "ab=", "");
     }
 
@@ -202,7 +197,6 @@ private Q_SLOTS:
         row("unclosed elements that keep white space", repeated(u"<pre <pre> <textarea", many / 20));
         row("line ends", repeated(u"\n", many) + repeated(u"\r", many));
         row("quotes", u"<img "_qs + repeated(u"class='class=\"", many / 10));
-        row("schemes", repeated(u" http://www.youtube.com/watch?v", many / 10));
         row("addresses", repeated(u"\n   http://www.youtube.com/watch?v=", many / 10));
         row("lone surrogates", repeated(u"<img class='\xd800' [youtube \xdc00 <p>\xdbff", many / 10));
     }

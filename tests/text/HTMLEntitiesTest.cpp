@@ -9,26 +9,10 @@ class HTMLEntitiesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void decoding_data()
-    {
-        const TestTable<QString, QString> row({"text", "expected"});
-        row("hexadecimal", "&#x41;&#X4a;", "AJ");
-        row("decimal", "&#65;", "A");
-        row("highest", "&#xFFFE;", "\ufffe");
-        row("other case", "&AMP;", "&AMP;");
-        row("longest", "&thetasym;&thetasymx;", "ϑ&thetasymx;");
-        row("shortest", "&lt;&#9;", "<\t");
-        row("markup", "&quot;&apos;&nbsp;&hearts;&diams;", "\"'\u00a0♥♦");
-    }
-
     void decoding()
     {
-        QFETCH(QString, text);
-        QTEST(stringByDecodingHTMLEntities(text), "expected");
-    }
-
-    void tables()
-    {
+        QCOMPARE(stringByDecodingHTMLEntities("&#x41;&#X4a;&#65;&#xFFFE;&AMP;&lt;&#9;"), "AJA\ufffe&AMP;<\t");
+        QCOMPARE(stringByDecodingHTMLEntities("&thetasym;&thetasymx;&apos;&nbsp;"), "ϑ&thetasymx;'\u00a0");
         QCOMPARE(entityTable.size(), size_t(253));
         QString all;
         QString names;
@@ -44,8 +28,7 @@ private Q_SLOTS:
         const TestTable<QString, QString> row({"text", "expected"});
         row("empty", "", "");
         row("closing block", "<p>one</p><p>two</p>", "one two");
-        row("inline", "<b>on</b>e", "one");
-        row("inline in capitals", "<B>on</B>e", "one");
+        row("inline", "<B>on</B>e", "one");
         row("heading", "<h1>a</h1>b", "a b");
         row("white space", "a  \n b", "a b");
         row("comment", "a<!-- <p> b --></p>c<!-- d", "a c");

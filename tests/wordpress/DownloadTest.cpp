@@ -5,8 +5,6 @@
 #include "support/TestEnvironment.h"
 #include "wordpress/ZLDownloadManager.h"
 
-#include <QDirIterator>
-
 namespace {
 struct DownloadFixture : ZLDownloadManagerDelegate {
     DownloadFixture()
@@ -30,14 +28,7 @@ struct DownloadFixture : ZLDownloadManagerDelegate {
     {
         journal.append(u"%1 failed: %2"_qs.arg(url.toString()).arg(error.code));
     }
-    QStringList files() const
-    {
-        const QDir cache(environment.files.cacheFolder());
-        QStringList found;
-        for (QDirIterator it(cache.path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
-            found.append(cache.relativeFilePath(it.next()));
-        return found;
-    }
+    QStringList files() const { return filesBelow(environment.files.cacheFolder()); }
 };
 } // namespace
 
@@ -45,47 +36,27 @@ struct DownloadFixture : ZLDownloadManagerDelegate {
 class DownloadTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void savesAFileUnderItsName_data()
-    {
-        const TestTable<QString, QString> row({"address", "name"});
-        row("plain", u"http://x.test/up/a.png"_qs, u"a.png"_qs);
-        row("query", u"http://x.test/a.png?size=5"_qs, u"a.png"_qs);
-        row("encoded", u"http://x.test/my%20photo.png"_qs, u"my photo.png"_qs);
-    }
-
     void savesAFileUnderItsName()
     {
-        QFETCH(QString, address);
-        QFETCH(QString, name);
-        DownloadFixture f;
-        f.environment.addCachedFile(name, "an older file of that name");
-        QVERIFY(f.manager.downloadFileFromURL(QUrl(address), 2));
-        QTRY_COMPARE(f.journal, QStringList{name + u" for 2"_qs});
-        QCOMPARE(contentsOf(f.environment.files.cacheFolder() + u'/' + name), QByteArray("bytes"));
-    }
-
-    void tellsFailuresAndLeavesNothing_data()
-    {
-        const TestTable<QString, int, int, int> row({"address", "status", "networkError", "code"});
-        row("status", u"http://x.test/a.png"_qs, 404, 0, 404);
-        row("reset", u"http://x.test/a.png"_qs, 200, int(QNetworkReply::RemoteHostClosedError), -1005);
-        row("no such host", u"http://nowhere.test/a.png"_qs, 200, 0, -1003);
-        row("local file", u"file:///etc/hostname"_qs, 200, 0, -1002);
-        row("another scheme", u"gopher://x.test/a.png"_qs, 200, 0, -1002);
+        for (const auto &[address, name] : {std::pair(u"up/a.png"_qs, u"a.png"_qs),
+                 std::pair(u"a.png?size=5"_qs, u"a.png"_qs), std::pair(u"my%20photo.png"_qs, u"my photo.png"_qs)}) {
+            DownloadFixture f;
+            f.environment.addCachedFile(name, "an older file of that name");
+            QVERIFY(f.manager.downloadFileFromURL(QUrl(u"http://x.test/"_qs + address), 2));
+            QTRY_COMPARE(f.journal, QStringList{name + u" for 2"_qs});
+            QCOMPARE(contentsOf(f.environment.files.cacheFolder() + u'/' + name), QByteArray("bytes"));
+        }
     }
 
     void tellsFailuresAndLeavesNothing()
     {
-        QFETCH(QString, address);
-        QFETCH(int, status);
-        QFETCH(int, networkError);
-        QFETCH(int, code);
-        DownloadFixture f;
-        f.host.next.status = status;
-        f.host.next.error = QNetworkReply::NetworkError(networkError);
-        QVERIFY(f.manager.downloadFileFromURL(QUrl(address), 1));
-        QTRY_COMPARE(f.journal, QStringList{u"%1 failed: %2"_qs.arg(address).arg(code)});
-        QTRY_COMPARE(f.files(), QStringList());
+        for (const auto &[address, code] : {std::pair(u"http://nowhere.test/a.png"_qs, -1003),
+                 std::pair(u"file:///etc/hostname"_qs, -1002), std::pair(u"gopher://x.test/a.png"_qs, -1002)}) {
+            DownloadFixture f;
+            QVERIFY(f.manager.downloadFileFromURL(QUrl(address), 1));
+            QTRY_COMPARE(f.journal, QStringList{u"%1 failed: %2"_qs.arg(address).arg(code)});
+            QTRY_COMPARE(f.files(), QStringList());
+        }
     }
 
     void endsWhateverTheHostDoes_data()
@@ -151,19 +122,11 @@ private Q_SLOTS:
         QCOMPARE(f.files(), QStringList{u"downloads/1"_qs});
     }
 
-    void refusesAddressesWithoutAFile_data()
-    {
-        const TestTable<QString> row({"address"});
-        row("none", u""_qs);
-        row("folder", u"http://x.test/up/"_qs);
-        row("up", u"http://x.test/%2E%2E"_qs);
-    }
-
     void refusesAddressesWithoutAFile()
     {
-        QFETCH(QString, address);
         DownloadFixture f;
-        QVERIFY(!f.manager.downloadFileFromURL(QUrl(address), 1));
+        for (const QString &address : {u""_qs, u"http://x.test/up/"_qs, u"http://x.test/%2E%2E"_qs})
+            QVERIFY(!f.manager.downloadFileFromURL(QUrl(address), 1));
         QCOMPARE(f.host.asked.size(), 0);
     }
 

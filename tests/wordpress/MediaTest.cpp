@@ -36,27 +36,19 @@ private Q_SLOTS:
         TestEnvironment environment;
         environment.addCachedFile(u"a.GIF"_qs, TestPictures::gif());
         const auto sent = MediaUpload::encodedFile(environment.files.cacheFolder() + u"/a.GIF"_qs);
-        QVERIFY(sent);
-        QCOMPARE(*sent, TestPictures::gif());
-    }
-
-    void refusesWhatIsNoPicture_data()
-    {
-        const TestTable<QByteArray> row({"bytes"});
-        row("empty", {});
-        row("text", "root:x:0:0");
-        row("cut off", TestPictures::png(40, 30).left(30));
-        row("a drawing that could load files",
-            QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><image "
-                       "href='file:///etc/passwd'/></svg>"));
+        QVERIFY(sent && *sent == TestPictures::gif());
     }
 
     void refusesWhatIsNoPicture()
     {
-        QFETCH(QByteArray, bytes);
         TestEnvironment environment;
-        environment.addCachedFile(u"a.png"_qs, bytes);
-        QVERIFY(!MediaUpload::encodedFile(environment.files.cacheFolder() + u"/a.png"_qs));
+        const QByteArray drawingThatLoads = "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><image "
+                                            "href='file:///etc/passwd'/></svg>";
+        for (const QByteArray &bytes :
+            {QByteArray(), QByteArray("root:x:0:0"), TestPictures::png(40, 30).left(30), drawingThatLoads}) {
+            environment.addCachedFile(u"a.png"_qs, bytes);
+            QVERIFY2(!MediaUpload::encodedFile(environment.files.cacheFolder() + u"/a.png"_qs), bytes);
+        }
     }
 };
 

@@ -86,87 +86,59 @@ private Q_SLOTS:
         }
     }
 
-    void readsStatuses_data()
-    {
-        const TestTable<QString, int, QString> row({"word", "status", "blogStatus"});
-        row("publish", u"publish"_qs, 2, {});
-        row("future", u"future"_qs, 2, {});
-        row("private", u"private"_qs, 2, u"private"_qs);
-        row("draft", u"draft"_qs, 1, {});
-        row("pending", u"pending"_qs, 1, u"pending"_qs);
-        row("unknown", u"inherit"_qs, 0, {});
-    }
-
     void readsStatuses()
     {
-        QFETCH(QString, word);
-        const XMLRPCStruct reply{{u"post_status"_qs, word}};
-        for (const PostPtr &post :
-            {PostFieldMaps::postFromWPGetPostResponse(reply), PostFieldMaps::postFromResponse(reply)}) {
-            QTEST(post->status, "status");
-            QTEST(post->blogStatus, "blogStatus");
+        for (const auto &[word, status, blogStatus] :
+            {std::tuple(u"publish"_qs, 2, QString()), {u"future"_qs, 2, {}}, {u"private"_qs, 2, u"private"_qs},
+                {u"draft"_qs, 1, {}}, {u"pending"_qs, 1, u"pending"_qs}, {u"inherit"_qs, 0, {}}}) {
+            const XMLRPCStruct reply{{u"post_status"_qs, word}};
+            for (const PostPtr &post :
+                {PostFieldMaps::postFromWPGetPostResponse(reply), PostFieldMaps::postFromResponse(reply)}) {
+                QCOMPARE(post->status, status);
+                QCOMPARE(post->blogStatus, blogStatus);
+            }
         }
-    }
-
-    void readsFlags_data()
-    {
-        const TestTable<bool, XMLRPCValue, bool> row({"isWP", "value", "allowed"});
-        row("wp: open", true, XMLRPCValue(u"open"_qs), true);
-        row("wp: closed", true, XMLRPCValue(u"closed"_qs), false);
-        row("wp: a number", true, XMLRPCValue(1), false);
-        row("metaWeblog: 1", false, XMLRPCValue(1), true);
-        row("metaWeblog: 0", false, XMLRPCValue(0), false);
-        row("metaWeblog: open reads false", false, XMLRPCValue(u"open"_qs), false);
     }
 
     void readsFlags()
     {
-        QFETCH(bool, isWP);
-        QFETCH(XMLRPCValue, value);
-        QFETCH(bool, allowed);
-        const PostPtr post = isWP ? PostFieldMaps::postFromWPGetPostResponse(
-                                 XMLRPCStruct{{u"ping_status"_qs, value}, {u"comment_status"_qs, value}})
-                                  : PostFieldMaps::postFromResponse(
-                                      XMLRPCStruct{{u"mt_allow_pings"_qs, value}, {u"mt_allow_comments"_qs, value}});
-        QCOMPARE(post->allowPingback, allowed);
-        QCOMPARE(post->allowComments, allowed);
-    }
-
-    void readsTheThumbnail_data()
-    {
-        const TestTable<XMLRPCValue, QString> row({"thumbnail", "id"});
-        const auto with = [](const XMLRPCValue &metadata) {
-            return XMLRPCValue(XMLRPCStruct{{u"attachment_id"_qs, u"9"_qs}, {u"link"_qs, u"http://blog.test/a.png"_qs},
-                {u"metadata"_qs, metadata}});
+        const auto wp = [](const XMLRPCValue &value) {
+            return PostFieldMaps::postFromWPGetPostResponse(
+                XMLRPCStruct{{u"ping_status"_qs, value}, {u"comment_status"_qs, value}});
         };
-        row("whole", with(XMLRPCStruct{{u"image_meta"_qs, XMLRPCStruct()}}), u"9"_qs);
-        row("none: an empty array", XMLRPCValue(XMLRPCArray()), {});
-        row("no image_meta", with(XMLRPCStruct{{u"file"_qs, u"a.png"_qs}}), {});
-        row("metadata is a text", with(u""_qs), {});
-        row("missing", XMLRPCValue(), {});
+        const auto metaWeblog = [](const XMLRPCValue &value) {
+            return PostFieldMaps::postFromResponse(
+                XMLRPCStruct{{u"mt_allow_pings"_qs, value}, {u"mt_allow_comments"_qs, value}});
+        };
+        for (const PostPtr &post : {wp(u"open"_qs), metaWeblog(1)})
+            QVERIFY(post->allowPingback && post->allowComments);
+        for (const PostPtr &post : {wp(u"closed"_qs), wp(1), metaWeblog(0), metaWeblog(u"open"_qs)})
+            QVERIFY(!post->allowPingback && !post->allowComments);
     }
 
     void readsTheThumbnail()
     {
-        QFETCH(XMLRPCValue, thumbnail);
-        QFETCH(QString, id);
-        const PostPtr post = PostFieldMaps::postFromWPGetPostResponse(XMLRPCStruct{{u"post_thumbnail"_qs, thumbnail}});
-        QCOMPARE(post->featuredImageId, id);
-        QCOMPARE(post->featuredImageURL, id.isNull() ? QString() : u"http://blog.test/a.png"_qs);
-    }
-
-    void splitsKeywords_data()
-    {
-        const TestTable<QString, QStringList> row({"keywords", "tags"});
-        row("none", u""_qs, {});
-        row("some", u"a, b c ,d"_qs, {u"#a"_qs, u"#b c"_qs, u"#d"_qs});
-        row("entities", u"R&amp;D, &lt;b&gt;"_qs, {u"#R&D"_qs, u"#<b>"_qs});
+        const auto idOf = [](const XMLRPCValue &thumbnail) {
+            return PostFieldMaps::postFromWPGetPostResponse(XMLRPCStruct{{u"post_thumbnail"_qs, thumbnail}})
+                ->featuredImageId;
+        };
+        const auto with = [](const XMLRPCValue &metadata) {
+            return XMLRPCStruct{
+                {u"attachment_id"_qs, u"9"_qs}, {u"link"_qs, u"http://blog.test/a.png"_qs}, {u"metadata"_qs, metadata}};
+        };
+        QCOMPARE(idOf(with(XMLRPCStruct{{u"image_meta"_qs, XMLRPCStruct()}})), u"9"_qs);
+        for (const XMLRPCValue &none : {XMLRPCValue(XMLRPCArray()), XMLRPCValue(with(XMLRPCStruct{{u"file"_qs, 1}})),
+                 XMLRPCValue(with(u""_qs)), XMLRPCValue()})
+            QVERIFY(idOf(none).isNull());
     }
 
     void splitsKeywords()
     {
-        QFETCH(QString, keywords);
-        QTEST(PostFieldMaps::postFromResponse(XMLRPCStruct{{u"mt_keywords"_qs, keywords}})->taxonomiesArray(), "tags");
+        const auto tags = [](const QString &keywords) {
+            return PostFieldMaps::postFromResponse(XMLRPCStruct{{u"mt_keywords"_qs, keywords}})->taxonomiesArray();
+        };
+        QCOMPARE(tags({}), QStringList());
+        QCOMPARE(tags(u"a, b c ,R&amp;D"_qs), (QStringList{u"#a"_qs, u"#b c"_qs, u"#R&D"_qs}));
     }
 };
 

@@ -1,11 +1,10 @@
+#include "support/Files.h"
 #include "support/TestClasses.h"
 #include "xmlrpc/PlainReplyScanner.h"
 #include "xmlrpc/XMLRPCEventBasedParser.h"
 
-#include <QDir>
 #include <QLoggingCategory>
 #include <QRandomGenerator>
-#include <QTest>
 
 /// What the scanner of plain replies reads, the parser behind it reads as the same.
 class PlainRepliesTest : public QObject {
@@ -68,14 +67,10 @@ private Q_SLOTS:
     void scannerAgreesOnMangledReplies()
     {
         const QByteArrayView characters("<>/&;!?]#a \n\r\x0B\xFF\xBC");
-        const QDir corpus(QStringLiteral(REPLIES));
         QRandomGenerator random(7);
-        for (const QString &name : corpus.entryList(QDir::Files)) {
-            QFile file(corpus.filePath(name));
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray whole = file.readAll();
-            QCOMPARE(
-                PlainReplyScanner(whole).scan().has_value(), whole.startsWith("<?xml") && !name.contains(u"control"));
+        for (const QString &name : filesBelow(QStringLiteral(REPLIES))) {
+            const QByteArray whole = contentsOf(QStringLiteral(REPLIES "/") + name);
+            QCOMPARE(PlainReplyScanner(whole).scan().has_value(), whole.startsWith("<?xml"));
             for (int round = 0; round < 1000; ++round) {
                 QByteArray reply = whole;
                 const int at = random.bounded(int(reply.size()));

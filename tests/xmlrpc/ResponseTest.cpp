@@ -1,19 +1,17 @@
+#include "support/Files.h"
 #include "support/TestClasses.h"
 #include "xmlrpc/XMLRPCDefaultEncoder.h"
 #include "xmlrpc/XMLRPCResponse.h"
 
-#include <QFile>
 #include <QStringConverter>
-#include <QTest>
-
-Q_DECLARE_METATYPE(XMLRPCValue)
 
 class ResponseTest : public QObject {
     Q_OBJECT
 
     static QByteArray replyWith(const QByteArray &value)
     {
-        return "<?xml version=\"1.0\"?><methodResponse><params><param>" + value + "</param></params></methodResponse>";
+        return "<?xml version=\"1.0\"?><methodResponse><params><param><value>" + value
+            + "</value></param></params></methodResponse>";
     }
 
     static XMLRPCValue objectOf(const QByteArray &value)
@@ -24,31 +22,26 @@ class ResponseTest : public QObject {
 
     static ResponsePtr responseFrom(const char *name)
     {
-        QFile file(QStringLiteral(REPLIES "/") + QString::fromLatin1(name));
-        return file.open(QIODevice::ReadOnly) ? XMLRPCResponse::fromData(file.readAll()) : nullptr;
+        return XMLRPCResponse::fromData(contentsOf(QStringLiteral(REPLIES "/") + QString::fromLatin1(name)));
     }
 
 private Q_SLOTS:
     void readsValues_data()
     {
-        QTest::addColumn<QByteArray>("xml");
-        QTest::addColumn<XMLRPCValue>("value");
-        const auto row = [](const char *name, const QByteArray &xml, const XMLRPCValue &value) {
-            QTest::newRow(name) << "<value>" + xml + "</value>" << value;
+        const TestTable<QByteArray, XMLRPCValue> row({"xml", "value"});
+        const auto member = [](const QByteArray &name, const QByteArray &value) {
+            return "<member><name>" + name + "</name><value>" + value + "</value></member>";
         };
-        row("no type", "plain", QStringLiteral("plain"));
-        row("string", "<string>a &lt;b&gt; &amp; &#252; &#x1F600;</string>",
-            QStringLiteral("a <b> & \u00fc \U0001f600"));
-        row("CDATA", "<string><![CDATA[<p>&amp;</p>]]></string>", QStringLiteral("<p>&amp;</p>"));
-        row("a comment in the text", "<string>a<!-- no -->b</string>", QStringLiteral("ab"));
-        row("lines inside stay", "<string>one\n\ttwo\r\nthree</string>", QStringLiteral("one\n\ttwo\nthree"));
-        row("padding goes", "<string>  padded \n</string>", QStringLiteral("padded"));
-        row("padding of other scripts goes", "\xe3\x80\x80 <string>\xc2\xa0x y\xe2\x80\xa8</string>",
-            QStringLiteral("x y"));
-        row("blanks only", "<string> \n </string>", QStringLiteral(""));
-        row("empty", "", QStringLiteral(""));
-        row("nil", "<nil/>", QStringLiteral(""));
-        row("unknown type", "<i8>7</i8>", QStringLiteral("7"));
+        row("no type", "plain", u"plain"_qs);
+        row("string", "<string>a &lt;b&gt; &amp; &#252; &#x1F600;</string>", u"a <b> & \u00fc \U0001f600"_qs);
+        row("CDATA", "<string><![CDATA[<p>&amp;</p>]]></string>", u"<p>&amp;</p>"_qs);
+        row("a comment in the text", "<string>a<!-- no -->b</string>", u"ab"_qs);
+        row("lines inside stay", "<string>one\n\ttwo\r\nthree</string>", u"one\n\ttwo\nthree"_qs);
+        row("padding goes", "\xe3\x80\x80 <string>\xc2\xa0x y\xe2\x80\xa8\n</string>", u"x y"_qs);
+        row("blanks only", "<string> \n </string>", u""_qs);
+        row("empty", "", u""_qs);
+        row("nil", "<nil/>", u""_qs);
+        row("unknown type", "<i8>7</i8>", u"7"_qs);
         row("int", "<int> 42 </int>", 42);
         row("i4", "<i4>-7</i4>", -7);
         row("signed", "<int>+7</int>", 7);
@@ -64,31 +57,29 @@ private Q_SLOTS:
         row("data", "<base64>\r\nYWJj\r\nZA==</base64>", QByteArray("abcd"));
         row("rubbish as data", "<base64>***</base64>", QByteArray());
         row("empty array", "<array><data></data></array>", XMLRPCArray());
-        row("array", "<array><data><value><int>1</int></value>\n<value>x</value></data></array>",
-            XMLRPCArray{1, QStringLiteral("x")});
         row("empty struct", "<struct></struct>", XMLRPCStruct());
         row("text in a struct is dropped",
             "<struct>lost<member>lost<name>a</name>lost<value>b</value></member></struct>",
-            XMLRPCStruct{{QStringLiteral("a"), QStringLiteral("b")}});
-        row("key that comes twice",
-            "<struct><member><name>a</name><value>1</value></member><member><name>b</name><value>2</value></member>"
-            "<member><name>a</name><value>3</value></member></struct>",
-            XMLRPCStruct{{QStringLiteral("a"), QStringLiteral("3")}, {QStringLiteral("b"), QStringLiteral("2")}});
+            XMLRPCStruct{{u"a"_qs, u"b"_qs}});
+        row("key that comes twice", "<struct>" + member("a", "1") + member("b", "2") + member("a", "3") + "</struct>",
+            XMLRPCStruct{{u"a"_qs, u"3"_qs}, {u"b"_qs, u"2"_qs}});
+        row("unreadable date behind a value of its key",
+            "<struct>" + member("a", "1") + member("a", "<dateTime.iso8601>?</dateTime.iso8601>") + "</struct>",
+            XMLRPCStruct());
         row("value before its name", "<struct><member><value>1</value><name>a</name></member></struct>",
-            XMLRPCStruct{{QStringLiteral("a"), QStringLiteral("1")}});
+            XMLRPCStruct{{u"a"_qs, u"1"_qs}});
         row("member without a name", "<struct><member><value>1</value></member></struct>", XMLRPCStruct());
         row("member without a value", "<struct><member><name>a</name></member></struct>",
-            XMLRPCStruct{{QStringLiteral("a"), QStringLiteral("")}});
+            XMLRPCStruct{{u"a"_qs, u""_qs}});
         row("arrays in structs in arrays",
-            "<array><data><value><struct><member><name>a</name><value><array><data><value>1</value><value>2</value>"
-            "</data></array></value></member></struct></value><value>3</value></data></array>",
-            XMLRPCArray{XMLRPCStruct{{QStringLiteral("a"), XMLRPCArray{QStringLiteral("1"), QStringLiteral("2")}}},
-                QStringLiteral("3")});
+            "<array><data><value><struct>"
+                + member("a", "<array><data><value>1</value>\n<value>2</value></data></array>")
+                + "</struct></value><value>3</value></data></array>",
+            XMLRPCArray{XMLRPCStruct{{u"a"_qs, XMLRPCArray{u"1"_qs, u"2"_qs}}}, u"3"_qs});
         row("a struct that gives way to an array",
-            "<struct><member><name>a</name><value>1</value></member></struct><array><data><value>2</value></data></"
-            "array>",
-            XMLRPCArray{QStringLiteral("2")});
-        row("a value in a value", "a<value>lost</value>b", QStringLiteral("ab"));
+            "<struct>" + member("a", "1") + "</struct><array><data><value>2</value></data></array>",
+            XMLRPCArray{u"2"_qs});
+        row("a value in a value", "a<value>lost</value>b", u"ab"_qs);
     }
     void readsValues()
     {
@@ -97,170 +88,99 @@ private Q_SLOTS:
         QVERIFY(objectOf(xml) == value);
     }
 
-    void readsDates_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QDateTime>("date");
-        const QDateTime date(QDate(2024, 3, 1), QTime(10, 5, 9), Qt::UTC);
-        QTest::newRow("without dashes") << QByteArray("20240301T10:05:09") << date;
-        QTest::newRow("with dashes") << QByteArray("2024-03-01T10:05:09") << date;
-        QTest::newRow("with a zone letter") << QByteArray("20240301T10:05:09Z") << date;
-        QTest::newRow("padded") << QByteArray("\n 2024-03-01T10:05:09Z ") << date;
-        QTest::newRow("garbage") << QByteArray("garbage") << QDateTime();
-        QTest::newRow("empty") << QByteArray() << QDateTime();
-        QTest::newRow("no such day") << QByteArray("20240230T10:05:09") << QDateTime();
-        QTest::newRow("of a post that never was published") << QByteArray("00000000T00:00:00Z") << QDateTime();
-        QTest::newRow("no such hour") << QByteArray("20240301T25:05:09") << QDateTime();
-        QTest::newRow("an offset") << QByteArray("20240301T10:05:09+0100") << QDateTime();
-        QTest::newRow("a blank for the T") << QByteArray("2024-03-01 10:05:09") << QDateTime();
-    }
     void readsDates()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QDateTime, date);
-        const QByteArray value = "<value><dateTime.iso8601>" + text + "</dateTime.iso8601></value>";
-        const XMLRPCValue inArray = objectOf("<value><array><data>" + value + "</data></array></value>");
-        const XMLRPCValue inStruct =
-            objectOf("<value><struct><member><name>x</name>" + value + "</member></struct></value>");
-        if (date.isValid()) {
-            QCOMPARE(inArray.array().at(0).date(), date);
-            QCOMPARE(inStruct[u"x"].date().timeSpec(), Qt::UTC);
-        } else {
-            QVERIFY(inArray.array().at(0).isNull());
-            QVERIFY(inStruct.isStruct() && inStruct[u"x"].isAbsent());
+        const auto inArray = [](const QByteArray &text) {
+            return objectOf(
+                "<array><data><value><dateTime.iso8601>" + text + "</dateTime.iso8601></value></data></array>");
+        };
+        for (const char *text :
+            {"20240301T10:05:09", "2024-03-01T10:05:09", "20240301T10:05:09Z", "\n 2024-03-01T10:05:09Z "}) {
+            const QDateTime date = inArray(text).array().at(0).date();
+            QCOMPARE(date, QDateTime(QDate(2024, 3, 1), QTime(10, 5, 9), Qt::UTC));
+            QCOMPARE(date.timeSpec(), Qt::UTC);
         }
-    }
-
-    void anUnreadableDateRemovesAnEarlierValue()
-    {
-        const XMLRPCValue object =
-            objectOf("<value><struct><member><name>x</name><value>1</value></member><member><name>x</name><value>"
-                     "<dateTime.iso8601>?</dateTime.iso8601></value></member></struct></value>");
-        QCOMPARE(object, XMLRPCValue(XMLRPCStruct()));
+        // the last but one is that of a post that never was published
+        for (const char *text : {"garbage", "", "20240230T10:05:09", "20240301T25:05:09", "20240301T10:05:09+0100",
+                 "00000000T00:00:00Z", "2024-03-01 10:05:09"})
+            QVERIFY2(inArray(text).array().at(0).isNull(), text);
     }
 
     void cleansItsInput_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("string");
-        const QString ab = QStringLiteral("ab");
-        QTest::newRow("nothing to do") << QByteArray() << QByteArray("ab") << ab;
-        QTest::newRow("blank lines in front") << QByteArray("\r\n \t\n") << QByteArray("ab") << ab;
-        QTest::newRow("byte order marks in front")
-            << QByteArray("\xef\xbb\xbf\n\xef\xbb\xbf") << QByteArray("ab") << ab;
-        QTest::newRow("wide blanks in front") << QByteArray("\xe3\x80\x80\xc2\xa0\xc2\x85") << QByteArray("ab") << ab;
-        QTest::newRow("controls in front") << QByteArray("\x01\n\x13", 3) << QByteArray("ab") << ab;
-        QTest::newRow("U+0013 and U+0001") << QByteArray()
-                                           << QByteArray("a\x13\x01\x13"
-                                                         "b")
-                                           << ab;
-        QTest::newRow("all that XML forbids")
-            << QByteArray()
-            << QByteArray("a\0\2\3\4\5\6\7\x08\x0b\x0c\x0e\x0f\x10\x11\x12\x14\x1b\x1f"
-                          "b",
-                   20)
-            << ab;
-        QTest::newRow("noncharacters") << QByteArray()
-                                       << QByteArray("a\xef\xbf\xbe\xef\xbf\xbf"
-                                                     "b")
-                                       << ab;
-        QTest::newRow("their neighbours stay")
-            << QByteArray() << QByteArray("\xef\xbf\xbd\xef\xbc\x8c") << QStringLiteral("\ufffd\uff0c");
-        QTest::newRow("deletes and C1 stay")
-            << QByteArray() << QByteArray("\x7f|\xc2\x80") << QStringLiteral("\u007f|\u0080");
-        QTest::newRow("far inside") << QByteArray() << QByteArray(1000, 'x') + "\x13" + QByteArray(1000, 'y')
-                                    << QString(1000, u'x') + QString(1000, u'y');
+        const TestTable<QByteArray, QByteArray, QString> row({"before", "text", "string"});
+        const QString ab = u"ab"_qs;
+        row("blank lines in front", "\r\n \t\n", "ab", ab);
+        row("byte order marks in front", "\xef\xbb\xbf\n\xef\xbb\xbf", "ab", ab);
+        row("wide blanks in front", "\xe3\x80\x80\xc2\xa0\xc2\x85", "ab", ab);
+        row("controls in front", "\x01\n\x13", "ab", ab);
+        row("all that XML forbids", "",
+            "a" + QByteArray("\0\1\2\3\4\5\6\7\x08\x0b\x0c\x0e\x0f\x10\x11\x12\x13\x14\x1b\x1f", 20) + "b", ab);
+        row("noncharacters", "", QByteArray("a\xef\xbf\xbe\xef\xbf\xbf") + "b", ab);
+        row("their neighbours stay", "", "\xef\xbf\xbd\xef\xbc\x8c", u"\ufffd\uff0c"_qs);
+        row("deletes and C1 stay", "", "\x7f|\xc2\x80", u"\u007f|\u0080"_qs);
+        row("far inside", "", QByteArray(1000, 'x') + "\x13" + QByteArray(1000, 'y'),
+            QString(1000, u'x') + QString(1000, u'y'));
     }
     void cleansItsInput()
     {
         QFETCH(QByteArray, before);
         QFETCH(QByteArray, text);
-        const auto response = XMLRPCResponse::fromData(before + replyWith("<value>" + text + "</value>"));
+        const auto response = XMLRPCResponse::fromData(before + replyWith(text));
         QVERIFY(response);
         QTEST(response->object().string(), "string");
     }
 
     void readsCharacterSets_data()
     {
-        QTest::addColumn<QByteArray>("charset");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("declared");
-        QTest::newRow("none") << QByteArray() << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
-        QTest::newRow("declared otherwise than it is")
-            << QByteArray() << QByteArray("\xc3\xbc") << QByteArray("ISO-8859-1");
-        QTest::newRow("declared as nobody knows") << QByteArray() << QByteArray("\xc3\xbc") << QByteArray("X-NONE");
-        QTest::newRow("UTF-8") << QByteArray("UTF-8") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
-        QTest::newRow("utf8") << QByteArray("utf8") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
-        QTest::newRow("said to be Latin 1")
-            << QByteArray("ISO-8859-1") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
-        QTest::newRow("of an unknown name") << QByteArray("x-none") << QByteArray("\xc3\xbc") << QByteArray("UTF-8");
-        QTest::newRow("Latin 1") << QByteArray("ISO-8859-1") << QByteArray("\xfc") << QByteArray("ISO-8859-1");
-        QTest::newRow("Latin 1, declared as UTF-8")
-            << QByteArray("iso-8859-1") << QByteArray("\xfc") << QByteArray("UTF-8");
-        QTest::newRow("Windows") << QByteArray("windows-1252") << QByteArray("\xfc") << QByteArray("windows-1252");
+        const TestTable<QByteArray, QByteArray, QByteArray> row({"charset", "text", "declared"});
+        row("none", "", "\xc3\xbc", "UTF-8");
+        row("declared otherwise than it is", "", "\xc3\xbc", "ISO-8859-1");
+        row("declared as nobody knows", "", "\xc3\xbc", "X-NONE");
+        row("utf8", "utf8", "\xc3\xbc", "UTF-8");
+        row("said to be Latin 1", "ISO-8859-1", "\xc3\xbc", "UTF-8");
+        row("of an unknown name", "x-none", "\xc3\xbc", "UTF-8");
+        row("Latin 1", "ISO-8859-1", "\xfc", "ISO-8859-1");
+        row("Latin 1, declared as UTF-8", "iso-8859-1", "\xfc", "UTF-8");
+        row("Windows", "windows-1252", "\xfc", "windows-1252");
     }
     void readsCharacterSets()
     {
         QFETCH(QByteArray, charset);
         QFETCH(QByteArray, text);
         QFETCH(QByteArray, declared);
-        const QByteArray reply =
-            "<?xml version=\"1.0\" encoding=\"" + declared + "\"?><p><value>" + text + "</value></p>";
-        const ResponsePtr response = XMLRPCResponse::fromData(reply, charset);
+        const ResponsePtr response = XMLRPCResponse::fromData(
+            "<?xml version=\"1.0\" encoding=\"" + declared + "\"?><p><value>" + text + "</value></p>", charset);
         QVERIFY(response);
-        QCOMPARE(response->object().string(), QStringLiteral("\u00fc"));
+        QCOMPARE(response->object().string(), u"\u00fc"_qs);
+        QStringEncoder wide(QStringConverter::Utf16LE);
+        const QByteArray reply = wide(u"<p><value>\U0001f600</value></p>"_qs);
+        QCOMPARE(XMLRPCResponse::fromData(reply, "utf-16le")->object().string(), u"\U0001f600"_qs);
     }
 
-    void readsUtf16()
-    {
-        QStringEncoder encoder(QStringConverter::Utf16LE);
-        const QByteArray reply = encoder(QStringLiteral("<p><value>\u00fc\U0001f600</value></p>"));
-        const ResponsePtr response = XMLRPCResponse::fromData(reply, "utf-16le");
-        QVERIFY(response);
-        QCOMPARE(response->object().string(), QStringLiteral("\u00fc\U0001f600"));
-    }
-
-    void undecodableBytesGiveNoResponse_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("charset");
-        QTest::newRow("Latin 1 as UTF-8") << QByteArray("caf\xe9 x") << QByteArray();
-        QTest::newRow("cut inside a character") << QByteArray("\xf0\x9f\x98") << QByteArray("utf-8");
-        QTest::newRow("half a surrogate pair") << QByteArray("\xed\xa0\xbd") << QByteArray();
-        QTest::newRow("overlong") << QByteArray("\xc0\xaf") << QByteArray();
-        QTest::newRow("valid once cleaned") << QByteArray("\xc3\x01\xa9") << QByteArray();
-        QTest::newRow("unknown character set") << QByteArray("\xfc") << QByteArray("x-no-such-thing");
-    }
     void undecodableBytesGiveNoResponse()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, charset);
-        QVERIFY(!XMLRPCResponse::fromData(replyWith("<value>" + text + "</value>"), charset));
+        for (const QByteArray text : {"caf\xe9 x", "\xf0\x9f\x98", "\xed\xa0\xbd", "\xc0\xaf", "\xc3\x01\xa9"})
+            QVERIFY2(!XMLRPCResponse::fromData(replyWith(text)), text.toHex());
+        QVERIFY(!XMLRPCResponse::fromData(replyWith("\xfc"), "x-no-such-thing"));
     }
 
     void readsRepliesOfABlog()
     {
         const ResponsePtr posts = responseFrom("posts.xml");
-        QVERIFY(posts && posts->object().isArray());
-        QCOMPARE(posts->object().array().size(), size_t(3));
+        QVERIFY(posts && posts->object().array().size() == 2);
         const XMLRPCValue &first = posts->object().array().at(0);
-        QCOMPARE(first.structure().members().size(), size_t(25));
-        QCOMPARE(first[u"post_id"].string(), QStringLiteral("7"));
+        QCOMPARE(first.structure().members().size(), size_t(9));
+        QCOMPARE(first[u"post_id"].string(), u"7"_qs);
         QCOMPARE(first[u"post_modified_gmt"].date(), QDateTime(QDate(2024, 3, 2), QTime(10, 30, 15), Qt::UTC));
         QVERIFY(first[u"post_content"].string().startsWith(
             u"<!-- wp:paragraph -->\n<p>It's raining on the caf\u00e9 &amp;"));
         QVERIFY(first[u"post_content"].string().contains(u"\U0001f327"));
         QCOMPARE(first[u"post_thumbnail"][u"metadata"][u"width"].integer(), 4000);
-        QCOMPARE(first[u"terms"].array().at(1)[u"name"].string(), QStringLiteral("R&amp;D"));
+        QCOMPARE(first[u"terms"].array().at(0)[u"name"].string(), u"R&amp;D"_qs);
         QVERIFY(posts->object().array().at(1)[u"post_thumbnail"].isArray());
-
-        QCOMPARE(responseFrom("page-with-control-characters.xml")->object()[u"post_content"].string(),
-            QStringLiteral("before between after end"));
-        QCOMPARE(responseFrom("new-post.xml")->object().string(), QStringLiteral("1542"));
-        QVERIFY(responseFrom("edit-post.xml")->object().boolean());
-        QCOMPARE(responseFrom("options.xml")->object()[u"blog_title"][u"value"].string(),
-            QStringLiteral("Tom&#039;s &amp; Ann&#039;s"));
+        QCOMPARE(
+            responseFrom("options.xml")->object()[u"blog_title"][u"value"].string(), u"Tom&#039;s &amp; Ann&#039;s"_qs);
         QCOMPARE(responseFrom("media.xml")->object()[u"bits"].data(), QByteArray("abc"));
     }
 
@@ -269,58 +189,39 @@ private Q_SLOTS:
         const ResponsePtr fault = responseFrom("fault.xml");
         QVERIFY(fault && fault->isFault());
         QCOMPARE(fault->faultCode(), 403);
-        QCOMPARE(fault->faultString(), QStringLiteral("Incorrect username or password."));
-
-        const ResponsePtr reply = XMLRPCResponse::fromData("<fault><value><struct><member><name>faultCode</name>"
-                                                           "<value>404</value></member></struct></value></fault>");
-        QCOMPARE(reply->faultCode(), 404);
-        QVERIFY(reply->faultString().isEmpty());
-    }
-
-    void aValueNamedFaultIsNone()
-    {
+        QCOMPARE(fault->faultString(), u"Incorrect username or password."_qs);
+        const ResponsePtr wordless = XMLRPCResponse::fromData("<fault><value><struct><member><name>faultCode</name>"
+                                                              "<value>404</value></member></struct></value></fault>");
+        QCOMPARE(wordless->faultCode(), 404);
+        QVERIFY(wordless->faultString().isEmpty());
         const ResponsePtr reply = XMLRPCResponse::fromData("<p><value>1</value><fault><value>2</value></fault></p>");
-        QVERIFY(!reply->isFault());
-        QCOMPARE(reply->object().string(), QStringLiteral("1")); // only the first value counts
-        QCOMPARE(reply->faultCode(), 0);
+        QVERIFY(!reply->isFault() && reply->faultCode() == 0);
+        QCOMPARE(reply->object().string(), u"1"_qs); // only the first value counts
     }
 
-    void unusableRepliesHaveNoObject_data()
-    {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<bool>("isMalformed");
-        QTest::newRow("no value") << QByteArray("<methodResponse/>") << false;
-        QTest::newRow("nothing at all") << QByteArray("\n") << true;
-        QTest::newRow("not XML") << QByteArray("XML-RPC server accepts POST requests only.") << true;
-        QTest::newRow("a page") << QByteArray("<!DOCTYPE html><html><p>Not found<br></html>") << true;
-        QTest::newRow("wrong nesting") << QByteArray("<p><value><string></value></string></p>") << true;
-        QTest::newRow("a warning behind") << replyWith("<value>1</value>") + "<b>Warning</b>" << true;
-        QTest::newRow("a fault that breaks off")
-            << QByteArray("<methodResponse><fault><value><struct><member><name>faultCode</name>") << true;
-        QTest::newRow("an entity of HTML") << replyWith("<value>a&nbsp;b</value>") << true;
-    }
     void unusableRepliesHaveNoObject()
     {
-        QFETCH(QByteArray, reply);
-        const ResponsePtr response = XMLRPCResponse::fromData(reply);
-        QVERIFY(response);
-        QVERIFY(response->object().isAbsent());
-        QVERIFY(!response->isFault());
-        QTEST(!response->parseError().isEmpty(), "isMalformed");
+        for (const QByteArray &reply : {QByteArray("<methodResponse/>"), QByteArray("\n"),
+                 QByteArray("XML-RPC server accepts POST requests only."),
+                 QByteArray("<!DOCTYPE html><html><p>Not found<br></html>"),
+                 QByteArray("<p><value><string></value></string></p>"), replyWith("1") + "<b>Warning</b>",
+                 QByteArray("<methodResponse><fault><value><struct><member><name>faultCode</name>"),
+                 replyWith("a&nbsp;b")}) {
+            const ResponsePtr response = XMLRPCResponse::fromData(reply);
+            QVERIFY2(response && response->object().isAbsent() && !response->isFault(), reply);
+            QCOMPARE(response->parseError().isEmpty(), reply == "<methodResponse/>");
+        }
     }
 
     void readsWhatTheEncoderWrites()
     {
-        const XMLRPCValue value = XMLRPCStruct{
-            {QStringLiteral("text & <more>"), QStringLiteral("\u00fc \U0001f600 \"q\" ]]>")},
-            {QStringLiteral("number"), qint64(-5)}, {QStringLiteral("double"), 0.25}, {QStringLiteral("flag"), true},
-            {QStringLiteral("date"), QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58), Qt::UTC)},
-            {QStringLiteral("data"), QByteArray(1000, '\xa7')},
-            {QStringLiteral("list"), XMLRPCArray{XMLRPCArray(), XMLRPCStruct(), QStringLiteral("")}}};
+        const XMLRPCValue value = XMLRPCStruct{{u"text & <more>"_qs, u"\u00fc \U0001f600 \"q\" ]]>"_qs},
+            {u"number"_qs, qint64(-5)}, {u"double"_qs, 0.25}, {u"flag"_qs, true},
+            {u"date"_qs, QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58), Qt::UTC)},
+            {u"data"_qs, QByteArray(1000, '\xa7')}, {u"list"_qs, XMLRPCArray{XMLRPCArray(), XMLRPCStruct(), u""_qs}}};
         XMLRPCDefaultEncoder encoder;
-        encoder.setMethod(QStringLiteral("m"), {value});
-        const ResponsePtr response = XMLRPCResponse::fromData(encoder.encode());
-        QVERIFY(response->object() == value);
+        encoder.setMethod(u"m"_qs, {value});
+        QVERIFY(XMLRPCResponse::fromData(encoder.encode())->object() == value);
     }
 };
 

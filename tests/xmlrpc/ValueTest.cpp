@@ -13,7 +13,6 @@ private Q_SLOTS:
             row(of, QString::fromLatin1(of), QString::fromLatin1(of), integer, boolean);
         };
         row("absent", {}, {}, 0, false);
-        row("null", XMLRPCValue::Null(), {}, 0, false);
         row("array", XMLRPCArray{1}, {}, 0, false);
         row("struct", XMLRPCStruct{{u"a"_qs, 1}}, {}, 0, false);
         row("data", QByteArray("1"), {}, 0, false);
@@ -29,7 +28,6 @@ private Q_SLOTS:
         text("  -3 apples", -3, true);
         text("+Yes", 0, true);
         text("true", 0, true);
-        text("no", 0, false);
         text("0x1", 0, false);
         text("99999999999999999999", std::numeric_limits<qint64>::max(), true);
     }
@@ -44,10 +42,8 @@ private Q_SLOTS:
     void wrongShapesReadEmpty()
     {
         const XMLRPCValue text(u"x"_qs);
-        QVERIFY(text[u"key"].isAbsent());
-        QVERIFY(text[u"key"][u"further"].array().empty());
-        QVERIFY(!text.date().isValid());
-        QVERIFY(text.data().isEmpty());
+        QVERIFY(text[u"key"].isAbsent() && text[u"key"][u"further"].array().empty());
+        QVERIFY(!text.date().isValid() && text.data().isEmpty());
     }
 
     void keepsOnlyPresentValues()
