@@ -113,7 +113,7 @@ Upload *AppComposeHost::uploadOfPost(const QUrl &localFile) const
     return nullptr;
 }
 
-Upload *AppComposeHost::upload(const PostPtr &post, ZLWordpressService::PublishKind kind)
+Upload *AppComposeHost::upload(const PostPtr &post, Upload::Kind kind)
 {
     ZLWordpressService *service = m_app.currentBlog().wordpressService();
     return service ? service->syncCategoriesAndPublishPost(post, kind) : nullptr;

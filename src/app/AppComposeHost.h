@@ -27,7 +27,7 @@ public:
     void deletePostAtLocalURL(const QUrl &url) override;
     EditorBody postContentForZalmoEditor(const QString &stored) override;
     Upload *uploadOfPost(const QUrl &localFile) const override;
-    Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) override;
+    Upload *upload(const PostPtr &post, Upload::Kind kind) override;
     void deletePost(const PostPtr &post) override;
 
 private:

@@ -38,6 +38,6 @@ public:
     // the service of the current blog; without a blog there is nothing to call
     virtual EditorBody postContentForZalmoEditor(const QString &stored) = 0;
     /// The upload, which may have ended already; null without a blog.
-    virtual Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) = 0;
+    virtual Upload *upload(const PostPtr &post, Upload::Kind kind) = 0;
     virtual void deletePost(const PostPtr &post) = 0;
 };

@@ -23,7 +23,10 @@ public:
     static bool isRefusal(const ZLError &error);
 
     void didGetBlogOptions(ZLWordpressService *, const XMLRPCValue &options) override { finish(options); }
-    void didFailToPerformRequest(ZLWordpressService *, int, const ZLError &error) override { finish(failure(error)); }
+    void didFailToPerformRequest(ZLWordpressService *, ZLWordpressServiceRequestType, const ZLError &error) override
+    {
+        finish(failure(error));
+    }
 
 private:
     void finish(const Result<XMLRPCValue> &answer);

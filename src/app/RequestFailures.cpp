@@ -5,20 +5,20 @@
 namespace {
 
 /// The calls of a round. Nobody waits for their answer in front of the screen.
-bool isOfRound(int type)
+bool isOfRound(ZLWordpressServiceRequestType type)
 {
     return type == ZLWordpressServiceRequestTypeSyncPosts || type == ZLWordpressServiceRequestTypeSyncCategories
         || type == ZLWordpressServiceRequestTypeSyncTags;
 }
 
-bool isPreview(int type)
+bool isPreview(ZLWordpressServiceRequestType type)
 {
     return type == ZLWordpressServiceRequestTypePublishPostForPreview
         || type == ZLWordpressServiceRequestTypeGetPostForPreview
         || type == ZLWordpressServiceRequestTypeDeletePostForPreview;
 }
 
-QString whatFailed(int type)
+QString whatFailed(ZLWordpressServiceRequestType type)
 {
     switch (type) {
     case ZLWordpressServiceRequestTypePublishPost:
@@ -44,7 +44,8 @@ RequestFailures::RequestFailures(AppEnvironment &environment, BlogLogins &logins
 {
 }
 
-void RequestFailures::didFailToPerformRequest(ZLWordpressService *service, int type, const ZLError &error)
+void RequestFailures::didFailToPerformRequest(
+    ZLWordpressService *service, ZLWordpressServiceRequestType type, const ZLError &error)
 {
     ZLLog(u"request failed! %1"_qs.arg(error.description));
     ZLLog(u"requestType: %1"_qs.arg(type));
@@ -58,7 +59,7 @@ void RequestFailures::didFailToPerformRequest(ZLWordpressService *service, int t
         tell(living, type, error);
 }
 
-void RequestFailures::tell(const ServicePtr &service, int type, const ZLError &error)
+void RequestFailures::tell(const ServicePtr &service, ZLWordpressServiceRequestType type, const ZLError &error)
 {
     if (isOfRound(type)) {
         m_rounds.didFail(*service, error);

@@ -10,10 +10,10 @@ class RequestFailures {
 public:
     RequestFailures(AppEnvironment &environment, BlogLogins &logins, SyncRounds &rounds);
 
-    void didFailToPerformRequest(ZLWordpressService *service, int type, const ZLError &error);
+    void didFailToPerformRequest(ZLWordpressService *service, ZLWordpressServiceRequestType type, const ZLError &error);
 
 private:
-    void tell(const ServicePtr &service, int type, const ZLError &error);
+    void tell(const ServicePtr &service, ZLWordpressServiceRequestType type, const ZLError &error);
 
     AppEnvironment &m_environment;
     BlogLogins &m_logins;

@@ -88,7 +88,8 @@ void ZLAppDelegate::didFailToUploadPost(ZLWordpressService *, const PostPtr &pos
     Q_EMIT notifications().didFailToUploadPost(post);
 }
 
-void ZLAppDelegate::didFailToPerformRequest(ZLWordpressService *service, int type, const ZLError &error)
+void ZLAppDelegate::didFailToPerformRequest(
+    ZLWordpressService *service, ZLWordpressServiceRequestType type, const ZLError &error)
 {
     m_failures.didFailToPerformRequest(service, type, error);
 }

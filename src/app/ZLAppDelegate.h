@@ -45,7 +45,7 @@ public:
     // ZLWordpressServiceDelegate
     void didSyncBlogWithName(ZLWordpressService *, const QString &) override;
     void didFailToUploadPost(ZLWordpressService *, const PostPtr &) override;
-    void didFailToPerformRequest(ZLWordpressService *, int type, const ZLError &) override;
+    void didFailToPerformRequest(ZLWordpressService *, ZLWordpressServiceRequestType type, const ZLError &) override;
     void didPublishPost(ZLWordpressService *, const PostPtr &remote, const PostPtr &original) override;
     void didUpdatePost(ZLWordpressService *, const PostPtr &) override;
     void didPublishDraftPost(ZLWordpressService *, const PostPtr &) override;

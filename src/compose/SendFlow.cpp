@@ -34,12 +34,12 @@ QCoro::Task<void> SendFlow::publish()
     if (!isPublished && !isInFuture(*post, m_host.now()))
         post->createdAt = m_host.now();
     if (isPublished)
-        co_return send(post, ZLWordpressService::Update);
+        co_return send(post, Upload::Update);
     if (post->status != ZLWordpressPost::Draft)
-        co_return send(post, ZLWordpressService::NewPost);
+        co_return send(post, Upload::NewPost);
     post->status = ZLWordpressPost::Publish;
     post->blogStatus.clear(); // it waits for no review any more
-    send(post, ZLWordpressService::PublishDraft);
+    send(post, Upload::PublishDraft);
 }
 
 QCoro::Task<void> SendFlow::save()
@@ -52,10 +52,10 @@ QCoro::Task<void> SendFlow::save()
     if (!post)
         co_return;
     if (post->status == ZLWordpressPost::Draft)
-        co_return send(post, ZLWordpressService::Update);
+        co_return send(post, Upload::Update);
     post->createdAt = m_host.now();
     post->status = ZLWordpressPost::Draft;
-    send(post, ZLWordpressService::NewPost);
+    send(post, Upload::NewPost);
 }
 
 QCoro::Task<void> SendFlow::moveToDrafts()
@@ -74,7 +74,7 @@ QCoro::Task<void> SendFlow::moveToDrafts()
         co_return;
     post->status = ZLWordpressPost::Draft;
     post->blogStatus.clear();
-    send(post, ZLWordpressService::Update);
+    send(post, Upload::Update);
 }
 
 QCoro::Task<std::optional<QString>> SendFlow::takeContent()
@@ -129,7 +129,7 @@ PostPtr SendFlow::takePost(const QString &content)
     return m_screen.postToSend(content);
 }
 
-void SendFlow::send(const PostPtr &post, ZLWordpressService::PublishKind kind)
+void SendFlow::send(const PostPtr &post, Upload::Kind kind)
 {
     Q_EMIT didBegin(m_host.upload(post, kind));
 }

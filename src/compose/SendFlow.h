@@ -30,7 +30,7 @@ private:
     bool canSend() const;
     /// Null when the post has no file and gets none, which was said.
     PostPtr takePost(const QString &content);
-    void send(const PostPtr &post, ZLWordpressService::PublishKind kind);
+    void send(const PostPtr &post, Upload::Kind kind);
 
     ComposeHost &m_host;
     ComposePage &m_page;

@@ -36,9 +36,9 @@ QString UploadOverlay::headingText(Heading heading)
     return QString::fromLatin1(headingTexts.at(std::size_t(heading)));
 }
 
-UploadOverlay::Heading UploadOverlay::headingOf(const ZLWordpressPost &sent, int kind, const QDateTime &now)
+UploadOverlay::Heading UploadOverlay::headingOf(const ZLWordpressPost &sent, Upload::Kind kind, const QDateTime &now)
 {
-    const bool isNew = kind == ZLWordpressService::NewPost;
+    const bool isNew = kind == Upload::NewPost;
     if (sent.status == ZLWordpressPost::Draft) {
         const bool wasPublished = sent.localPost && sent.localPost->published;
         return isNew ? Heading::SavingDraft : wasPublished ? Heading::MovingToDrafts : Heading::UpdatingDraft;

@@ -24,7 +24,7 @@ public:
 
     static QString stepText(Upload::Step step);
     static QString headingText(Heading heading);
-    static Heading headingOf(const ZLWordpressPost &sent, int kind, const QDateTime &now);
+    static Heading headingOf(const ZLWordpressPost &sent, Upload::Kind kind, const QDateTime &now);
 
     /// The upload of the post on the screen, or null.
     void follow(Upload *upload, const QDateTime &now);

@@ -58,7 +58,7 @@ bool mayBeFrom(const ZLWordpressPost &onBlog, const ZLWordpressPost &sent)
 } // namespace
 
 PostUpload::PostUpload(
-    PostPtr post, int kind, ZLWordpressService &service, const ZLServiceEnvironment &environment, SyncedImages &images)
+    PostPtr post, Kind kind, ZLWordpressService &service, const ZLServiceEnvironment &environment, SyncedImages &images)
     : Upload(&service)
     , m_post(std::move(post))
     , m_kind(kind)
@@ -101,7 +101,7 @@ QCoro::Task<void> PostUpload::run()
         co_return;
     m_post->content = PostPictures::withAddressesOnTheBlog(m_post->content, m_images);
     setStep(UploadingContent);
-    if (m_kind == ZLWordpressService::NewPost)
+    if (m_kind == NewPost)
         publishNew();
     else
         update();
@@ -340,12 +340,12 @@ void PostUpload::takeAsOnBlog(const QDateTime &answered)
     m_post->synced = onBlog;
 }
 
-int PostUpload::contentType() const
+ZLWordpressServiceRequestType PostUpload::contentType() const
 {
     switch (m_kind) {
-    case ZLWordpressService::NewPost:
+    case NewPost:
         return ZLWordpressServiceRequestTypePublishPost;
-    case ZLWordpressService::Update:
+    case Update:
         return ZLWordpressServiceRequestTypeUpdatePost;
     default:
         return ZLWordpressServiceRequestTypePublishDraftPost;
@@ -364,7 +364,7 @@ void PostUpload::endPublished(const PostPtr &onBlog)
     end(outcome);
 }
 
-void PostUpload::fail(int type, const ZLError &error)
+void PostUpload::fail(ZLWordpressServiceRequestType type, const ZLError &error)
 {
     const bool isContent = type != ZLWordpressServiceRequestTypeUploadImageFromURL;
     const bool isUnclear = isContent && TransferErrors::mayHaveHappened(error);
@@ -394,8 +394,7 @@ void PostUpload::tell(const UploadOutcome &outcome)
     const QPointer<ZLWordpressService> service(&m_service);
     ZLNotifications &notifications = m_environment.notifications;
     if (outcome.kind == UploadOutcome::Updated) {
-        m_kind == ZLWordpressService::PublishDraft ? delegate.didPublishDraftPost(service, post)
-                                                   : delegate.didUpdatePost(service, post);
+        m_kind == PublishDraft ? delegate.didPublishDraftPost(service, post) : delegate.didUpdatePost(service, post);
     } else if (outcome.remote) {
         delegate.didPublishPost(service, outcome.remote, post);
         Q_EMIT notifications.didPublishPost(outcome.remote);

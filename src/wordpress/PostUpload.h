@@ -15,11 +15,11 @@ struct ZLServiceEnvironment;
 class PostUpload : public Upload {
     Q_OBJECT
 public:
-    PostUpload(PostPtr post, int kind, ZLWordpressService &service, const ZLServiceEnvironment &environment,
+    PostUpload(PostPtr post, Kind kind, ZLWordpressService &service, const ZLServiceEnvironment &environment,
         SyncedImages &images);
 
     const PostPtr &post() const override { return m_post; }
-    int kind() const override { return m_kind; }
+    Kind kind() const override { return m_kind; }
     AccountPtr account() const;
     QString blogName() const override;
     QUrl localFile() const;
@@ -53,14 +53,14 @@ private:
     void didSendPicture(const QString &address, float progress);
     QDateTime lastKnownDate() const;
     void takeAsOnBlog(const QDateTime &answered);
-    int contentType() const;
+    ZLWordpressServiceRequestType contentType() const;
     void endPublished(const PostPtr &remote);
-    void fail(int type, const ZLError &error);
+    void fail(ZLWordpressServiceRequestType type, const ZLError &error);
     void end(const UploadOutcome &outcome);
     void tell(const UploadOutcome &outcome);
 
     const PostPtr m_post;
-    const int m_kind;
+    const Kind m_kind;
     ZLWordpressService &m_service;
     const ZLServiceEnvironment &m_environment;
     SyncedImages &m_images;

@@ -50,7 +50,7 @@ QCoro::Task<bool> PostUpload::sendPictures()
 
 QCoro::Task<bool> PostUpload::sendPicture(QString address)
 {
-    constexpr int type = ZLWordpressServiceRequestTypeUploadImageFromURL;
+    constexpr auto type = ZLWordpressServiceRequestTypeUploadImageFromURL;
     const QString path = LocalPictures::path(address);
     const QString file = LocalPictures::file(address, m_environment.files);
     const QString name = QFileInfo(path).fileName();

@@ -61,7 +61,7 @@ bool ServiceFailures::isConflict(const ZLError &error)
     return error.domain == faultDomain() && error.code == Conflict;
 }
 
-bool isRefusedLogin(const ZLError &error, int type)
+bool isRefusedLogin(const ZLError &error, ZLWordpressServiceRequestType type)
 {
     // A post whose terms go by id is sent again with their names before a 403 is told, so that none is left that could
     // be about a term. The list of tags has the same code for a blog that has no tags.

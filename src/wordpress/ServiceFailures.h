@@ -26,4 +26,4 @@ bool isConflict(const ZLError &error);
 
 /// Whether the blog refused user name or password in a call of this type. An HTTP 403, as a firewall gives it, is no
 /// such thing, and neither is a fault about a term.
-bool isRefusedLogin(const ZLError &error, int type);
+bool isRefusedLogin(const ZLError &error, ZLWordpressServiceRequestType type);

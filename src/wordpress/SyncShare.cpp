@@ -158,9 +158,9 @@ void SyncShare::tellFailure(Part part, const ZLError &error)
         ZLLog(error.description);
         return;
     }
-    const int type = part == Categories ? ZLWordpressServiceRequestTypeSyncCategories
-        : part == Tags                  ? ZLWordpressServiceRequestTypeSyncTags
-                                        : ZLWordpressServiceRequestTypeSyncPosts;
+    const auto type = part == Categories ? ZLWordpressServiceRequestTypeSyncCategories
+        : part == Tags                   ? ZLWordpressServiceRequestTypeSyncTags
+                                         : ZLWordpressServiceRequestTypeSyncPosts;
     if (m_service.delegate)
         m_service.delegate->didFailToPerformRequest(&m_service, type, error);
 }

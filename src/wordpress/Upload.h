@@ -10,12 +10,13 @@
 class Upload : public QObject {
     Q_OBJECT
 public:
+    enum Kind { NewPost, Update, PublishDraft };
     enum Step { Preparing, SyncingTaxonomies, SyncingImages, UploadingContent, Finishing };
 
     using QObject::QObject;
 
     virtual const PostPtr &post() const = 0;
-    virtual int kind() const = 0; ///< ZLWordpressService::PublishKind
+    virtual Kind kind() const = 0;
     virtual QString blogName() const = 0;
     virtual Step step() const = 0;
     virtual float progress() const = 0; ///< of the step, from 0 to 1

@@ -2,6 +2,7 @@
 
 #include "model/ZLWordpressPost.h"
 #include "platform/ZLError.h"
+#include "wordpress/ZLWordpressServiceRequestType.h"
 
 /// How the upload of a post ended.
 struct UploadOutcome {
@@ -19,6 +20,6 @@ struct UploadOutcome {
     /// Published: the blog's own copy, when the blog has made another text of what it was sent. `remote` has the text
     /// that was sent.
     PostPtr blogVersion = nullptr;
-    int type = -1; ///< of the call that failed
+    ZLWordpressServiceRequestType type = ZLWordpressServiceRequestTypePublishPost; ///< of the call that failed
     ZLError error = {};
 };

@@ -91,13 +91,13 @@ QCoro::Task<void> ZLWordpressService::askForOptions()
 }
 
 /// Not to be called with anything after it that looks at the service: when the failure is that it ends, so it does.
-void ZLWordpressService::tellFailure(int type, const ZLError &error)
+void ZLWordpressService::tellFailure(ZLWordpressServiceRequestType type, const ZLError &error)
 {
     if (!isCancelled(error) && delegate)
         delegate->didFailToPerformRequest(this, type, error);
 }
 
-PostUpload *ZLWordpressService::syncCategoriesAndPublishPost(const PostPtr &post, int kind)
+PostUpload *ZLWordpressService::syncCategoriesAndPublishPost(const PostPtr &post, Upload::Kind kind)
 {
     // The name is older than the flow: new categories go along with the content by name.
     for (PostUpload *upload : uploads()) {

@@ -26,8 +26,6 @@ struct ZLServiceEnvironment {
 class ZLWordpressService : public QObject, public std::enable_shared_from_this<ZLWordpressService> {
     Q_OBJECT
 public:
-    enum PublishKind { NewPost = 0, Update = 1, PublishDraft = 2 };
-
     ZLWordpressService(const QUrl &apiURL, const ZLServiceEnvironment &environment, QObject *parent = nullptr);
     ZLWordpressService(const AccountPtr &account, const ZLServiceEnvironment &environment, QObject *parent = nullptr);
     ~ZLWordpressService() override;
@@ -54,7 +52,7 @@ public:
     // publishing
     /// Sends the post to the blog. The upload may have ended already when this returns. A post that is on its way is
     /// not sent a second time: its upload is given.
-    PostUpload *syncCategoriesAndPublishPost(const PostPtr &post, int kind);
+    PostUpload *syncCategoriesAndPublishPost(const PostPtr &post, Upload::Kind kind);
     QList<PostUpload *> uploads() const; ///< under way
     /// The upload under way of the post with this file; null when there is none.
     PostUpload *uploadOfPost(const QUrl &localFile) const;
@@ -86,7 +84,7 @@ private:
     QCoro::Task<void> askForDeletion(PostPtr post);
     QCoro::Task<void> makePreview(RequestPtr request);
     QCoro::Task<void> removePreview(PostPtr post);
-    void tellFailure(int type, const ZLError &error);
+    void tellFailure(ZLWordpressServiceRequestType type, const ZLError &error);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/ZLWordpressPost.h"
+#include "wordpress/ZLWordpressServiceRequestType.h"
 #include "xmlrpc/XMLRPCValue.h"
 
 class ZLWordpressService;
@@ -14,7 +15,7 @@ public:
     virtual void didFailToUploadPost(ZLWordpressService *, const PostPtr &) { }
     /// After didFailToUploadPost(): the post has changed on the blog, and that version lies beside the file now.
     virtual void didFindConflict(ZLWordpressService *, const PostPtr &) { }
-    virtual void didFailToPerformRequest(ZLWordpressService *, int /*type*/, const ZLError &) { }
+    virtual void didFailToPerformRequest(ZLWordpressService *, ZLWordpressServiceRequestType, const ZLError &) { }
     virtual void didPublishPost(ZLWordpressService *, const PostPtr & /*remote*/, const PostPtr & /*original*/) { }
     virtual void didUpdatePost(ZLWordpressService *, const PostPtr &) { }
     virtual void didPublishDraftPost(ZLWordpressService *, const PostPtr &) { }

@@ -18,7 +18,7 @@ struct ConnectedBlog : AppFixture {
         QTRY_VERIFY(!list.isSyncing);
     }
     /// Sends a post with its texts in its file, as the compose screen does.
-    void send(const PostPtr &post, int kind)
+    void send(const PostPtr &post, Upload::Kind kind)
     {
         store(*post);
         const qsizetype before = list.updated.size();
@@ -26,7 +26,7 @@ struct ConnectedBlog : AppFixture {
         QTRY_COMPARE(list.updated.size(), before + 1);
     }
     /// Sends a post, and holds back the answer to one of its calls.
-    void sendLate(const PostPtr &post, const QString &late, int kind = ZLWordpressService::NewPost)
+    void sendLate(const PostPtr &post, const QString &late, Upload::Kind kind = Upload::NewPost)
     {
         post->status = ZLWordpressPost::Publish;
         store(*post);

@@ -51,7 +51,7 @@ private Q_SLOTS:
         const PostPtr post = fixture.writePost(u"Mine"_qs, u"<p>x</p>"_qs);
         post->status = ZLWordpressPost::Publish;
         fixture.blog.answerWithFault(u"wp.newPost"_qs, code, u"refused"_qs);
-        fixture.service()->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        fixture.service()->syncCategoriesAndPublishPost(post, Upload::NewPost);
         QTRY_COMPARE(fixture.prompts.journal, QStringList{said});
         QVERIFY(fixture.prompts.details.first().startsWith(u"refused"));
     }

@@ -50,7 +50,7 @@ private Q_SLOTS:
         post->createdAt = fixture.clock.present.addDays(daysAhead);
         const LocalPostPtr row = post->localPost;
         const QUrl before = row->localFile;
-        fixture.send(post, ZLWordpressService::NewPost);
+        fixture.send(post, Upload::NewPost);
 
         const QString id = fixture.blog.posts.firstKey();
         QTEST(row->status, "rowStatus");
@@ -91,7 +91,7 @@ private Q_SLOTS:
         post->status = ZLWordpressPost::Publish;
         post->content = u"<p>new text</p>"_qs;
         post->createdAt = fixture.clock.present.addDays(10);
-        fixture.send(post, ZLWordpressService::PublishDraft);
+        fixture.send(post, Upload::PublishDraft);
         QCOMPARE(row->status, int(ZLLocalPostRepresentation::Scheduled));
         QCOMPARE(fixture.titlesDelivered(), u"Successfully Published Post"_qs);
         QCOMPARE(fixture.workspace.opened, QList<QUrl>{QUrl(post->URL)});
@@ -128,7 +128,7 @@ private Q_SLOTS:
         post->content = u"<p>other text</p>"_qs;
         post->status = status;
         post->createdAt = fixture.clock.present.addDays(daysAhead);
-        fixture.send(post, ZLWordpressService::Update);
+        fixture.send(post, Upload::Update);
 
         QCOMPARE(fixture.blog.posts[id].content, u"<p>other text</p>"_qs);
         QTEST(row->status, "rowStatus");
@@ -144,9 +144,9 @@ private Q_SLOTS:
     {
         const TestTable<int, bool, bool, bool, QString, bool> row(
             {"kind", "isDated", "isEditedHere", "isEditedThere", "text", "isConflict"});
-        const int update = ZLWordpressService::Update;
+        const int update = Upload::Update;
         row("here only", update, true, true, false, u"mine"_qs, false);
-        row("draft made public", ZLWordpressService::PublishDraft, true, true, false, u"mine"_qs, false);
+        row("draft made public", Upload::PublishDraft, true, true, false, u"mine"_qs, false);
         row("no date in the reply", update, false, true, false, u"mine"_qs, false);
         row("no date in the reply, here and there", update, false, true, true, u"mine"_qs, true);
         row("here and there", update, true, true, true, u"mine"_qs, true);
@@ -195,7 +195,7 @@ private Q_SLOTS:
         fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
         PostPtr post = fixture.writePost(u"One"_qs, u"<p>x</p>"_qs);
         post->status = ZLWordpressPost::Publish;
-        fixture.send(post, ZLWordpressService::NewPost);
+        fixture.send(post, Upload::NewPost);
         QCOMPARE(fixture.titlesDelivered(), QString());
         QCOMPARE(fixture.workspace.opened.size(), 1); // the browser has a setting of its own
 
@@ -203,7 +203,7 @@ private Q_SLOTS:
         fixture.defaults->setObjectForKey(false, u"notifyPublish"_qs);
         post = fixture.writePost(u"Two"_qs, u"<p>x</p>"_qs);
         post->status = ZLWordpressPost::Publish;
-        fixture.send(post, ZLWordpressService::NewPost);
+        fixture.send(post, Upload::NewPost);
         QCOMPARE(fixture.titlesDelivered(), QString());
     }
 
@@ -241,7 +241,7 @@ private Q_SLOTS:
         const PostPtr post = fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture));
         // A post of the same number is on the other blog.
         post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
-        if (kind == ZLWordpressService::Update)
+        if (kind == Upload::Update)
             fixture.blog.posts[post->id].id = post->id;
         fixture.sendLate(post, late, kind);
         fixture.other.calls.clear();
@@ -264,7 +264,7 @@ private Q_SLOTS:
         post->localPost.reset();
         post->createdAt = fixture.clock.present.addDays(-1);
         post->content = u"<p>other text</p>"_qs;
-        fixture.send(post, ZLWordpressService::Update);
+        fixture.send(post, Upload::Update);
         QCOMPARE(fixture.titlesDelivered(), u"Successfully Updated Post"_qs);
         QVERIFY(has(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)), u"other text"_qs));
     }

@@ -39,7 +39,7 @@ private Q_SLOTS:
         screen.controller->doActionForCurrentPost(action);
         QVERIFY(screen.sends(1));
         const ZLWordpressPost &sent = screen.host.sent.first()->asSent;
-        QTEST(screen.host.sent.first()->kind(), "kind");
+        QTEST(int(screen.host.sent.first()->kind()), "kind");
         QTEST(screen.view.heading, "heading");
         QVERIFY(screen.view.isLoading);
         QTEST(sent.status, "statusSent");
@@ -72,8 +72,8 @@ private Q_SLOTS:
     void aFailedTryLeavesNoTrace_data()
     {
         const TestTable<int, int, int> row({"status", "kindOfSave", "kindOfPublish"});
-        row("new", ZLWordpressPost::New, ZLWordpressService::NewPost, ZLWordpressService::NewPost);
-        row("draft", ZLWordpressPost::Draft, ZLWordpressService::Update, ZLWordpressService::PublishDraft);
+        row("new", ZLWordpressPost::New, Upload::NewPost, Upload::NewPost);
+        row("draft", ZLWordpressPost::Draft, Upload::Update, Upload::PublishDraft);
     }
 
     void aFailedTryLeavesNoTrace()
@@ -85,7 +85,7 @@ private Q_SLOTS:
                 screen.host.sent.clear();
                 screen.press(publish);
                 QVERIFY(screen.sends(1));
-                QTEST(screen.host.sent.first()->kind(), publish ? "kindOfPublish" : "kindOfSave");
+                QTEST(int(screen.host.sent.first()->kind()), publish ? "kindOfPublish" : "kindOfSave");
                 screen.host.sent.first()->end({.kind = UploadOutcome::Failed});
                 QCOMPARE(screen.view.saveState, "Not sent to the blog");
             }
@@ -168,7 +168,7 @@ private Q_SLOTS:
         Q_EMIT screen.view.didPressedNoticeAction();
         QVERIFY(screen.sends(1));
         const ZLWordpressPost &sent = screen.host.sent.first()->asSent;
-        QCOMPARE(screen.host.sent.first()->kind(), int(ZLWordpressService::NewPost));
+        QCOMPARE(screen.host.sent.first()->kind(), Upload::NewPost);
         QCOMPARE(sent.content, "<p>My version</p>");
         QVERIFY(sent.id != "41" && sent.id.size() == 8);
         QVERIFY(!QFile::exists(before.toLocalFile()));

@@ -14,7 +14,7 @@
 /// An upload that goes as the test says.
 class FakeUpload : public Upload {
 public:
-    FakeUpload(const PostPtr &sent, int kind, const QString &blogName)
+    FakeUpload(const PostPtr &sent, Kind kind, const QString &blogName)
         : asSent(*sent)
         , m_post(sent)
         , m_kind(kind)
@@ -22,7 +22,7 @@ public:
     {
     }
     const PostPtr &post() const override { return m_post; }
-    int kind() const override { return m_kind; }
+    Kind kind() const override { return m_kind; }
     QString blogName() const override { return m_blogName; }
     Step step() const override { return m_step; }
     float progress() const override { return m_progress; }
@@ -45,7 +45,7 @@ public:
 
 private:
     PostPtr m_post;
-    int m_kind;
+    Kind m_kind;
     QString m_blogName;
     Step m_step = Preparing;
     float m_progress = 0;
@@ -103,7 +103,7 @@ public:
                 return upload.get();
         return nullptr;
     }
-    Upload *upload(const PostPtr &post, ZLWordpressService::PublishKind kind) override
+    Upload *upload(const PostPtr &post, Upload::Kind kind) override
     {
         sent.append(std::make_shared<FakeUpload>(post, kind, getBlogName()));
         return sent.last().get();

@@ -33,7 +33,7 @@ struct FileFixture : ServiceFixture {
         (void)document->saveDocument();
         return document->wordpressPost();
     }
-    int publish(const PostPtr &post, int kind)
+    int publish(const PostPtr &post, Upload::Kind kind)
     {
         int outcome = -1;
         QObject::connect(service->syncCategoriesAndPublishPost(post, kind), &PostUpload::ended, service.get(),
@@ -59,7 +59,7 @@ private Q_SLOTS:
         FileFixture f;
         FakeBlog::Post expected = f.onBlog();
         expected.date = f.onBlog().date = expected.date.addSecs(-17);
-        QCOMPARE(f.publish(f.edited(u"<p>two</p>"_qs), ZLWordpressService::Update), int(UploadOutcome::Updated));
+        QCOMPARE(f.publish(f.edited(u"<p>two</p>"_qs), Upload::Update), int(UploadOutcome::Updated));
         const XMLRPCStruct &content = f.blog.last(u"wp.editPost"_qs).parameters[4].structure();
         QStringList keys;
         for (const auto &member : content.members())
@@ -73,9 +73,9 @@ private Q_SLOTS:
     void leavesAStatusOfTheBlogsOwn_data()
     {
         const TestTable<QString, int, QString> row({"status", "kind", "after"});
-        row("private stays private", u"private"_qs, ZLWordpressService::Update, u"private"_qs);
-        row("pending saved stays pending", u"pending"_qs, ZLWordpressService::Update, u"pending"_qs);
-        row("pending published", u"pending"_qs, ZLWordpressService::PublishDraft, u"publish"_qs);
+        row("private stays private", u"private"_qs, Upload::Update, u"private"_qs);
+        row("pending saved stays pending", u"pending"_qs, Upload::Update, u"pending"_qs);
+        row("pending published", u"pending"_qs, Upload::PublishDraft, u"publish"_qs);
     }
 
     void leavesAStatusOfTheBlogsOwn()
@@ -87,9 +87,9 @@ private Q_SLOTS:
             const PostPtr post = f.edited(u"<p>two</p>"_qs);
             if (!isKnown)
                 post->synced.reset();
-            if (kind == ZLWordpressService::PublishDraft)
+            if (kind == Upload::PublishDraft)
                 post->status = ZLWordpressPost::Publish;
-            QCOMPARE(f.publish(post, kind), int(UploadOutcome::Updated));
+            QCOMPARE(f.publish(post, Upload::Kind(kind)), int(UploadOutcome::Updated));
             QTEST(f.onBlog().status, "after");
             QCOMPARE(f.onBlog().content, u"<p>two</p>"_qs);
             QCOMPARE(f.blog.posts.size(), 1);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         FileFixture f;
         change(f);
         const PostPtr post = f.edited(u"<p>mine</p>"_qs);
-        QCOMPARE(f.publish(post, ZLWordpressService::Update), outcome);
+        QCOMPARE(f.publish(post, Upload::Update), outcome);
         QCOMPARE(f.onBlog().content, after);
         const bool isConflict = outcome == UploadOutcome::ConflictFound;
         QCOMPARE(f.document->isInConflict(), isConflict);
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QVERIFY(post->saveAtPath(path));
         post->localFile = QUrl::fromLocalFile(path);
         spoil(f.blog);
-        f.publish(post, ZLWordpressService::NewPost);
+        f.publish(post, Upload::NewPost);
         QCOMPARE(f.journal().filter(u"failed"_qs).size(), 2);
 
         PostPtr again = post;
@@ -190,7 +190,7 @@ private Q_SLOTS:
             QVERIFY(again->firstPublishBegan.isValid());
         }
         again->content = u"<p>second</p>"_qs;
-        QCOMPARE(f.publish(again, ZLWordpressService::NewPost), int(UploadOutcome::Published));
+        QCOMPARE(f.publish(again, Upload::NewPost), int(UploadOutcome::Published));
         QCOMPARE(f.blog.posts.size(), posts);
         QCOMPARE(f.blog.posts.last().content, u"<p>second</p>"_qs);
         QCOMPARE(f.delegate.remote->content, u"<p>second</p>"_qs);
@@ -205,9 +205,9 @@ private Q_SLOTS:
         QVERIFY(post->saveAtPath(path));
         post->localFile = QUrl::fromLocalFile(path);
         f.blog.answerWithFault(u"wp.newPost"_qs, 500, u"no"_qs);
-        f.publish(post, ZLWordpressService::NewPost);
+        f.publish(post, Upload::NewPost);
         QVERIFY(!f.open(path)->wordpressPost()->firstPublishBegan.isValid());
-        f.publish(post, ZLWordpressService::NewPost);
+        f.publish(post, Upload::NewPost);
         QCOMPARE(f.blog.count(u"wp.getPosts"_qs), 0);
     }
 
@@ -227,7 +227,7 @@ private Q_SLOTS:
         const QString sent = u"<p>a</p>\n<p>b</p>"_qs;
         f.blog.answerLate(u"wp.newPost"_qs);
         std::optional<UploadOutcome> outcome;
-        QObject::connect(f.service->syncCategoriesAndPublishPost(f.post(u"T"_qs, sent), ZLWordpressService::NewPost),
+        QObject::connect(f.service->syncCategoriesAndPublishPost(f.post(u"T"_qs, sent), Upload::NewPost),
             &PostUpload::ended, f.service.get(), [&](const UploadOutcome &ended) { outcome = ended; });
         QTRY_COMPARE(f.environment.network.heldCount(), 1);
         f.blog.posts.first().content = stored;

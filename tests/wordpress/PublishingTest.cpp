@@ -33,7 +33,7 @@ private Q_SLOTS:
         const PostPtr post = f.post(u"Tea & cake"_qs, u"<p>Ünïcode 🫖</p>"_qs);
         post->createdAt = QDateTime(QDate(2024, 2, 29), QTime(8, 30), Qt::UTC);
         post->taxonomies = {category(u"R&D"_qs), tag(u"green"_qs)};
-        f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        f.service->syncCategoriesAndPublishPost(post, Upload::NewPost);
         QTRY_COMPARE(f.journal(),
             (QStringList{
                 u"note: content Tea & cake"_qs, u"published Tea & cake"_qs, u"note: published Tea & cake"_qs}));
@@ -63,7 +63,7 @@ private Q_SLOTS:
 
     void updatesAPostWithoutReadingItBack()
     {
-        for (const int kind : {1, 2}) {
+        for (const Upload::Kind kind : {Upload::Update, Upload::PublishDraft}) {
             ServiceFixture f;
             FakeBlog::Post &before = f.blog.addPost(u"Old"_qs, u"<p>one</p>"_qs);
             before.categories = QStringList{u"Uncategorized"_qs};
@@ -73,7 +73,7 @@ private Q_SLOTS:
             post->content = u"<p>two</p>"_qs;
             post->taxonomies = {category(u"Uncategorized"_qs)}; // the last tags go
             f.service->syncCategoriesAndPublishPost(post, kind);
-            QTRY_COMPARE(f.journal(), QStringList{kind == 1 ? u"updated Old"_qs : u"published draft Old"_qs});
+            QTRY_COMPARE(f.journal(), QStringList{kind == Upload::Update ? u"updated Old"_qs : u"published draft Old"_qs});
             f.settle();
             QCOMPARE(f.blog.methods(), QStringList{u"wp.editPost"_qs});
             expected.content = u"<p>two</p>"_qs;
@@ -146,7 +146,7 @@ private Q_SLOTS:
         const PostPtr post = stored(f.blog.addPost(u"Old"_qs, u"text"_qs));
         spoil(f.blog);
         int outcome = -1;
-        QObject::connect(f.service->syncCategoriesAndPublishPost(post, kind), &PostUpload::ended, f.service.get(),
+        QObject::connect(f.service->syncCategoriesAndPublishPost(post, Upload::Kind(kind)), &PostUpload::ended, f.service.get(),
             [&](const UploadOutcome &ended) { outcome = ended.kind; });
         f.settle();
         QCOMPARE(f.journal(), journal);
@@ -159,7 +159,7 @@ private Q_SLOTS:
     void sendsTermsByNameWhenTheBlogRefusesAnId()
     {
         const QStringList told{u"note: published Old"_qs, u"updated Old"_qs, u"published draft Old"_qs};
-        for (const int kind : {0, 1, 2}) {
+        for (const auto kind : {Upload::NewPost, Upload::Update, Upload::PublishDraft}) {
             ServiceFixture f;
             f.addTaxonomy(ZLTaxonomy::Category, u"News"_qs, f.blog.addTerm(u"category"_qs, u"News"_qs));
             f.addTaxonomy(ZLTaxonomy::Tag, u"gone"_qs, u"999"_qs);
@@ -168,7 +168,7 @@ private Q_SLOTS:
             f.service->syncCategoriesAndPublishPost(post, kind);
             QTRY_COMPARE(f.journal().value(f.journal().size() - 1), told[kind]);
             QVERIFY(f.journal().filter(u"failed"_qs).isEmpty());
-            QCOMPARE(f.blog.count(kind == 0 ? u"wp.newPost"_qs : u"wp.editPost"_qs), 2);
+            QCOMPARE(f.blog.count(kind == Upload::NewPost ? u"wp.newPost"_qs : u"wp.editPost"_qs), 2);
             QCOMPARE(f.blog.posts.last().categories, QStringList{u"News"_qs});
             QCOMPARE(f.blog.posts.last().tags, QStringList{u"gone"_qs});
         }
@@ -181,7 +181,7 @@ private Q_SLOTS:
         const PostPtr post = stored(f.blog.addPost(u"Old"_qs, u"text"_qs));
         post->taxonomies = {category(u"News"_qs)};
         f.service->password = u"changed meanwhile"_qs;
-        f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::Update);
+        f.service->syncCategoriesAndPublishPost(post, Upload::Update);
         QTRY_COMPARE(f.journal(), (QStringList{u"upload failed: Old"_qs, u"request 3 failed: Response error 403"_qs}));
         f.settle();
         QCOMPARE(f.blog.count(u"wp.editPost"_qs), 2);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         const PostPtr page = f.post(u"About"_qs, u"text"_qs);
         page->type = ZLWordpressPost::Page;
         page->taxonomies = {category(u"News"_qs), tag(u"green"_qs)};
-        f.service->syncCategoriesAndPublishPost(page, ZLWordpressService::NewPost);
+        f.service->syncCategoriesAndPublishPost(page, Upload::NewPost);
         QTRY_VERIFY(f.journal().contains(u"note: published About"_qs));
         QCOMPARE(f.blog.posts.first().type, u"page"_qs);
         const XMLRPCStruct &content = f.blog.calls[0].parameters[3].structure();
@@ -237,7 +237,7 @@ private Q_SLOTS:
             f.blog.answerLate(method);
             const PostPtr post = f.post(u"T"_qs, u"c"_qs);
             post->createdAt = f.blog.now.addDays(-1);
-            f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+            f.service->syncCategoriesAndPublishPost(post, Upload::NewPost);
             QTRY_COMPARE(f.environment.network.heldCount(), 1);
             QSignalSpy said(&f.environment.notifications, &ZLNotifications::didFailToUploadPost);
             QList<int> outcomes;
@@ -249,7 +249,7 @@ private Q_SLOTS:
             QCOMPARE(f.journal(), QStringList{u"note: content T"_qs});
             QCOMPARE(outcomes, QList<int>{UploadOutcome::Cancelled});
             QCOMPARE(said.size(), 1); // its row is drawn without the mark
-            f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost); // looks on the blog first
+            f.service->syncCategoriesAndPublishPost(post, Upload::NewPost); // looks on the blog first
             QTRY_VERIFY(f.journal().contains(u"note: published T"_qs));
             QCOMPARE(f.blog.posts.size(), 1);
         }

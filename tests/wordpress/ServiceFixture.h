@@ -28,7 +28,8 @@ public:
         note(u"upload failed:"_qs, post);
         onFailure();
     }
-    void didFailToPerformRequest(ZLWordpressService *, int type, const ZLError &failure) override
+    void didFailToPerformRequest(
+        ZLWordpressService *, ZLWordpressServiceRequestType type, const ZLError &failure) override
     {
         journal.append(u"request %1 failed: %2 %3"_qs.arg(type).arg(failure.domain).arg(failure.code));
         error = failure;

@@ -61,14 +61,14 @@ private Q_SLOTS:
         f.blog.answerWithFault(u"wp.editPost"_qs, 500, u"no"_qs);
         f.delegate.onFailure = [&f] { f.service.reset(); };
         const PostPtr post = numbered();
-        f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::Update);
+        f.service->syncCategoriesAndPublishPost(post, Upload::Update);
         QTRY_COMPARE(f.journal(), (QStringList{u"upload failed: T"_qs, u"request 3 failed: Response error 500"_qs}));
     }
 
     void dropsRepliesAfterItsEnd()
     {
         ServiceFixture f;
-        f.service->syncCategoriesAndPublishPost(numbered(), ZLWordpressService::Update);
+        f.service->syncCategoriesAndPublishPost(numbered(), Upload::Update);
         for (const QString &method : {u"wp.editPost"_qs, u"wp.getPosts"_qs, u"wp.getPosts"_qs, u"wp.getOptions"_qs})
             f.blog.answerLate(method);
         f.service->syncBlogPosts();

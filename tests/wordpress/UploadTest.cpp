@@ -12,7 +12,7 @@ QString image(const QString &address)
 
 struct UploadFixture : ServiceFixture {
     QString cached(const QString &name) { return environment.addCachedFile(name, TestPictures::png(2, 3)); }
-    void publish(const PostPtr &post, int kind = ZLWordpressService::NewPost)
+    void publish(const PostPtr &post, Upload::Kind kind = Upload::NewPost)
     {
         service->syncCategoriesAndPublishPost(post, kind);
         settle();
@@ -229,7 +229,7 @@ private Q_SLOTS:
     {
         UploadFixture f;
         const PostPtr post = f.post(u"T"_qs, image(f.environment.addCachedFile(u"picture.tiff"_qs, "II*")));
-        QVERIFY(f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost)->hasEnded());
+        QVERIFY(f.service->syncCategoriesAndPublishPost(post, Upload::NewPost)->hasEnded());
         QCOMPARE(f.journal().filter(u"failed"_qs),
             (QStringList{u"upload failed: T"_qs, u"request 9 failed: ZLUpload 5"_qs}));
         post->content = u"no picture"_qs;
@@ -249,7 +249,7 @@ private Q_SLOTS:
         f.settle();
         QCOMPARE(f.blog.methods(), QStringList{mediaCall});
         // Cancelled while the picture is still on its worker: nothing goes out.
-        f.service->syncCategoriesAndPublishPost(post, ZLWordpressService::NewPost);
+        f.service->syncCategoriesAndPublishPost(post, Upload::NewPost);
         f.service->cancelUploadOfPost(post);
         f.settle();
         QCOMPARE(f.blog.methods(), QStringList{mediaCall});
