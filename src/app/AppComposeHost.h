@@ -1,13 +1,13 @@
 #pragma once
 
 #include "app/ComposeHost.h"
+#include "app/CurrentBlog.h"
 
-class ZLAppDelegate;
-
-/// The compose screen's view of the application controller.
+/// The compose screen's view of the rest of the program.
 class AppComposeHost : public ComposeHost {
 public:
-    explicit AppComposeHost(ZLAppDelegate &app);
+    AppComposeHost(AppEnvironment &environment, CurrentBlog &currentBlog, LocalPosts &posts, BlogLogins &logins,
+        const BlogServices &services);
 
     ZLDocumentController &documentController() override;
     ZLNotifications &notifications() override;
@@ -31,5 +31,9 @@ public:
     void deletePost(const PostPtr &post) override;
 
 private:
-    ZLAppDelegate &m_app;
+    AppEnvironment &m_environment;
+    CurrentBlog &m_currentBlog;
+    LocalPosts &m_posts;
+    BlogLogins &m_logins;
+    const BlogServices &m_services;
 };

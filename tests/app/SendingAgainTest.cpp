@@ -16,7 +16,8 @@ struct ScreenOnBlog : ConnectedBlog {
     ~ScreenOnBlog() { controller.reset(); }
     void open()
     {
-        host = std::make_unique<AppComposeHost>(app());
+        host = std::make_unique<AppComposeHost>(
+            app().environment(), app().currentBlog(), app().posts(), app().logins(), app().services());
         controller = std::make_unique<ZLMainWindowCreateViewController>(*host, page, view, prompts);
     }
     void restart()
