@@ -2,6 +2,8 @@
 
 #include "model/LocalFileURL.h"
 
+#include <QCoroFuture>
+
 AppComposeHost::AppComposeHost(AppEnvironment &environment, CurrentBlog &currentBlog, LocalPosts &posts,
     BlogLogins &logins, const BlogServices &services)
     : m_environment(environment)
@@ -52,10 +54,21 @@ bool AppComposeHost::isReachable() const
     return m_currentBlog.isReachable();
 }
 
-bool AppComposeHost::canLogIn()
+QCoro::Task<bool> AppComposeHost::logIn()
 {
     const AccountPtr account = selectedAccount();
-    return account && m_logins.requirePassword(account);
+    if (account && m_logins.requirePassword(account))
+        co_return true;
+    QCoro::Task<bool> asking = newLogin();
+    const bool isLoggedIn = co_await asking;
+    co_return isLoggedIn;
+}
+
+QCoro::Task<bool> AppComposeHost::newLogin()
+{
+    const QFuture<bool> settling = m_logins.newLogin(selectedAccount());
+    const bool isNew = co_await settling;
+    co_return isNew;
 }
 
 QString AppComposeHost::postPath(const QString &blogName, const QString &id) const

@@ -17,7 +17,8 @@ public:
     AccountPtr selectedAccount() const override;
     QString getBlogName() const override;
     bool isReachable() const override;
-    bool canLogIn() override;
+    QCoro::Task<bool> logIn() override;
+    QCoro::Task<bool> newLogin() override;
     QString postPath(const QString &blogName, const QString &id) const override;
     void loadLocalPosts() override;
     LocalPostPtr rowForFile(const QUrl &localFile) const override;

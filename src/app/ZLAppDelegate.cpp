@@ -35,6 +35,7 @@ ZLAppDelegate::ZLAppDelegate(const ZLPlatform &platform, QObject *parent)
             "remembered, set up your desktop's password service, such as GNOME Keyring or KWallet."_qs);
     });
     connect(&m_logins, &BlogLogins::didLogIn, &m_rounds, &SyncRounds::syncAccount);
+    connect(&m_logins, &BlogLogins::didNotLogIn, &m_rounds, &SyncRounds::didNotLogIn);
     connect(&m_currentBlog, &CurrentBlog::wantsBlog, &m_connection, &BlogConnection::newAccount);
 }
 

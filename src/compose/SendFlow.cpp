@@ -28,7 +28,9 @@ QCoro::Task<void> SendFlow::publish()
         if (!self || !wanted)
             co_return;
     }
-    const PostPtr post = canSend() ? takePost(*content) : nullptr;
+    QCoro::Task<bool> loggingIn = canSend();
+    const bool can = co_await loggingIn;
+    const PostPtr post = self && can ? storedPost(*content) : nullptr;
     if (!post)
         co_return;
     // A draft whose date lies ahead is scheduled for it, as the button says.
@@ -46,11 +48,12 @@ QCoro::Task<void> SendFlow::publish()
 QCoro::Task<void> SendFlow::save()
 {
     const QPointer<SendFlow> self(this);
-    if (!canSend())
+    QCoro::Task<bool> loggingIn = canSend();
+    const bool can = co_await loggingIn;
+    if (!self || !can)
         co_return;
-    QCoro::Task<std::optional<QString>> taking = takeContent();
-    const std::optional<QString> content = co_await taking;
-    const PostPtr post = self && content ? takePost(*content) : nullptr;
+    QCoro::Task<PostPtr> taking = takePost();
+    const PostPtr post = co_await taking;
     if (!post)
         co_return;
     if (post->status == ZLWordpressPost::Draft)
@@ -63,7 +66,9 @@ QCoro::Task<void> SendFlow::save()
 QCoro::Task<void> SendFlow::moveToDrafts()
 {
     const QPointer<SendFlow> self(this);
-    if (!canSend())
+    QCoro::Task<bool> loggingIn = canSend();
+    const bool can = co_await loggingIn;
+    if (!self || !can)
         co_return;
     QCoro::Task<bool> asking = ask(QStringLiteral("Move this post to the drafts?"),
         QStringLiteral("Visitors of the blog will no longer find it. Its date stays, and \"Publish\" brings it back."),
@@ -71,14 +76,27 @@ QCoro::Task<void> SendFlow::moveToDrafts()
     const bool wanted = co_await asking;
     if (!self || !wanted)
         co_return;
-    QCoro::Task<std::optional<QString>> taking = takeContent();
-    const std::optional<QString> content = co_await taking;
-    const PostPtr post = self && content ? takePost(*content) : nullptr;
+    QCoro::Task<PostPtr> taking = takePost();
+    const PostPtr post = co_await taking;
     if (!post)
         co_return;
     post->status = ZLWordpressPost::Draft;
     post->blogStatus.clear();
     send(post, ZLWordpressService::Update);
+}
+
+QCoro::Task<void> SendFlow::sendAgain()
+{
+    const PostPtr before = m_sent;
+    const ZLWordpressService::PublishKind kind = m_sentKind;
+    QCoro::Task<PostPtr> taking = takePost();
+    const PostPtr post = co_await taking;
+    if (!post)
+        co_return;
+    post->status = before->status;
+    post->blogStatus = before->blogStatus;
+    post->createdAt = before->createdAt;
+    send(post, kind);
 }
 
 QCoro::Task<std::optional<QString>> SendFlow::takeContent()
@@ -114,17 +132,30 @@ bool SendFlow::hasTitle() const
     return !m_view.title().trimmed().isEmpty();
 }
 
-bool SendFlow::canSend() const
+QCoro::Task<bool> SendFlow::canSend()
 {
-    const bool reachable = m_host.isReachable();
-    if (!reachable)
+    const QPointer<SendFlow> self(this);
+    const int generation = m_screen.generation();
+    if (!m_host.isReachable()) {
         m_prompts.alert(QStringLiteral("You're offline"),
             QStringLiteral("You need to connect to the Internet to send your post to the blog. "
                            "What you have written is kept on this computer."));
-    return reachable && m_host.canLogIn();
+        co_return false;
+    }
+    QCoro::Task<bool> loggingIn = m_host.logIn();
+    const bool isLoggedIn = co_await loggingIn;
+    co_return self &&isLoggedIn &&generation == m_screen.generation();
 }
 
-PostPtr SendFlow::takePost(const QString &content)
+QCoro::Task<PostPtr> SendFlow::takePost()
+{
+    const QPointer<SendFlow> self(this);
+    QCoro::Task<std::optional<QString>> taking = takeContent();
+    const std::optional<QString> content = co_await taking;
+    co_return self &&content ? storedPost(*content) : nullptr;
+}
+
+PostPtr SendFlow::storedPost(const QString &content)
 {
     m_screen.setContent(content);
     if (const Result<void> stored = m_screen.becomeStored(); !stored) {
@@ -136,5 +167,7 @@ PostPtr SendFlow::takePost(const QString &content)
 
 void SendFlow::send(const PostPtr &post, ZLWordpressService::PublishKind kind)
 {
+    m_sent = post;
+    m_sentKind = kind;
     Q_EMIT didBegin(m_host.upload(post, kind));
 }

@@ -1,5 +1,6 @@
 #include "compose/ZLMainWindowCreateViewController.h"
 
+#include "app/LoginTry.h"
 #include "text/BlankContent.h"
 
 #include <QCoreApplication>
@@ -290,6 +291,22 @@ void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome
         showNotice(PostNotice::ofUnclearUpload());
     else if (outcome.kind == UploadOutcome::ConflictFound)
         doActionForCurrentPost(PostAction::AnswerConflict);
+    else if (LoginTry::isRefusal(outcome.error))
+        sendWithNewLogin();
+}
+
+QCoro::Task<void> ZLMainWindowCreateViewController::sendWithNewLogin()
+{
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    const int generation = m_screen.generation();
+    QCoro::Task<bool> settling = m_host.newLogin();
+    const bool isNew = co_await settling;
+    if (!self || !isNew || generation != m_screen.generation() || m_screen.isInConflict()
+        || !mayBegin(PostAction::Publish))
+        co_return;
+    const auto guard = busy();
+    QCoro::Task<void> sending = m_send.sendAgain();
+    co_await sending;
 }
 
 // The text

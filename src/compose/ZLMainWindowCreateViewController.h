@@ -89,6 +89,7 @@ private:
     QCoro::Task<void> editBy(Flow flow);
     bool mayBegin(PostAction action) const;
     void didEndUpload(const UploadOutcome &outcome);
+    QCoro::Task<void> sendWithNewLogin();
     void didUpdatePost(const UpdatedPostInfo &info);
 
     ComposeHost &m_host;
