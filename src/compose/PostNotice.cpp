@@ -31,6 +31,12 @@ PostNotice PostNotice::ofUnclearUpload()
                        "blog is looked through for it.")};
 }
 
+PostNotice PostNotice::ofGonePost()
+{
+    return {QStringLiteral("The blog does not have this post any more."), QStringLiteral("Publish as a New Post"),
+        PostAction::PublishAsNew};
+}
+
 PostNotice PostNotice::ofOtherTextOnBlog()
 {
     return {QStringLiteral("The blog has changed the text of this post. Here it is as you sent it."),

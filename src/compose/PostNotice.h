@@ -14,6 +14,8 @@ struct PostNotice {
     static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay);
     /// After an upload that broke off, or whose answer could not be read.
     static PostNotice ofUnclearUpload();
+    /// After an upload whose post the blog has deleted.
+    static PostNotice ofGonePost();
     /// After an upload of which the blog has made another text.
     static PostNotice ofOtherTextOnBlog();
 };

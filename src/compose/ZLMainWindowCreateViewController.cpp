@@ -2,6 +2,7 @@
 
 #include "app/LoginTry.h"
 #include "text/BlankContent.h"
+#include "wordpress/ServiceFailures.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -195,7 +196,7 @@ void ZLMainWindowCreateViewController::show(ComposePage::Loading loading)
     const PostPtr post = m_screen.post();
     if (loading == ComposePage::Loading::NewPost) {
         m_blogVersion = nullptr;
-        m_awaitsOutcome = false;
+        m_awaitsOutcome = m_isGone = false;
         m_view.forgetTypedToken();
     }
     m_view.setTitle(post->title);
@@ -231,7 +232,10 @@ void ZLMainWindowCreateViewController::updateState()
     m_page.setBlogURL(account ? QUrl(account->url) : QUrl());
     const bool isOnItsWay = m_overlay.isShowing() || m_awaitsOutcome;
     const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get(), isOnItsWay);
-    showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
+    if (m_isGone)
+        showNotice(PostNotice::ofGonePost());
+    else
+        showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
     Q_EMIT actionsDidChange();
 }
 
@@ -283,6 +287,7 @@ void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome
 {
     m_blogVersion = outcome.blogVersion;
     m_awaitsOutcome = outcome.kind == UploadOutcome::Updated || outcome.remote;
+    m_isGone = ServiceFailures::isGone(outcome.error);
     updateState();
     if (m_awaitsOutcome)
         return;

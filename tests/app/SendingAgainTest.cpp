@@ -236,6 +236,38 @@ private Q_SLOTS:
         QCOMPARE(f.prompts.journal.size(), 1);
         QCOMPARE(f.list.syncFailure, QString());
     }
+
+    void offersToPublishAPostThatIsGoneAnew_data()
+    {
+        const TestTable<bool> row({"isTrashed"});
+        row("deleted", false);
+        row("in the trash", true);
+    }
+
+    void offersToPublishAPostThatIsGoneAnew()
+    {
+        QFETCH(bool, isTrashed);
+        ScreenOnBlog f;
+        f.view.typeTitle(u"Title"_qs);
+        f.publish();
+        QTRY_COMPARE(f.list.updated.size(), 1);
+        QTRY_VERIFY(f.isAtRest());
+        FakeBlog::Post &post = f.blog.posts.first();
+        post.status = u"trash"_qs;
+        post.modified = f.clock.present.addSecs(60);
+        if (!isTrashed)
+            f.blog.posts.clear();
+        f.page.type(u"<p>more</p>"_qs);
+        f.publish();
+        QTRY_COMPARE(f.view.noticeAction, u"Publish as a New Post"_qs);
+        QVERIFY(f.prompts.details.last().contains(u"you can publish it as a new one"_qs));
+        Q_EMIT f.view.didPressedNoticeAction();
+        QTRY_COMPARE(f.list.updated.size(), 2);
+        QTRY_VERIFY(f.isAtRest());
+        QCOMPARE(f.blog.posts.last().content, u"<p>more</p>"_qs);
+        QCOMPARE(f.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(f.blog.posts.lastKey())});
+        QCOMPARE(f.view.notice, QString());
+    }
 };
 
 static const RegisteredTest<SendingAgainTest> registered;
