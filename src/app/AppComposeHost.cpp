@@ -1,75 +1,87 @@
 #include "app/AppComposeHost.h"
 
-#include "app/ZLAppDelegate.h"
 #include "model/LocalFileURL.h"
-#include "platform/ZLClock.h"
-#include "platform/ZLDefaults.h"
-#include "platform/ZLFileManager.h"
 
-AppComposeHost::AppComposeHost(ZLAppDelegate &app)
-    : m_app(app)
+#include <QCoroFuture>
+
+AppComposeHost::AppComposeHost(AppEnvironment &environment, CurrentBlog &currentBlog, LocalPosts &posts,
+    BlogLogins &logins, const BlogServices &services)
+    : m_environment(environment)
+    , m_currentBlog(currentBlog)
+    , m_posts(posts)
+    , m_logins(logins)
+    , m_services(services)
 {
 }
 
 ZLDocumentController &AppComposeHost::documentController()
 {
-    return m_app.documentController();
+    return m_environment.documents;
 }
 
 ZLNotifications &AppComposeHost::notifications()
 {
-    return m_app.notifications();
+    return m_environment.notifications;
 }
 
 QDateTime AppComposeHost::now() const
 {
-    return m_app.platform().clock.now();
+    return m_environment.platform.clock.now();
 }
 
 bool AppComposeHost::boolForKey(const QString &key) const
 {
-    return m_app.platform().defaults.boolForKey(key);
+    return m_environment.platform.defaults.boolForKey(key);
 }
 
 QString AppComposeHost::cacheFolder() const
 {
-    return m_app.platform().files.cacheFolder();
+    return m_environment.platform.files.cacheFolder();
 }
 
 AccountPtr AppComposeHost::selectedAccount() const
 {
-    return m_app.currentBlog().selectedAccount();
+    return m_currentBlog.selectedAccount();
 }
 
 QString AppComposeHost::getBlogName() const
 {
-    return m_app.currentBlog().blogName();
+    return m_currentBlog.blogName();
 }
 
 bool AppComposeHost::isReachable() const
 {
-    return m_app.currentBlog().isReachable();
+    return m_currentBlog.isReachable();
 }
 
-bool AppComposeHost::canLogIn()
+QCoro::Task<bool> AppComposeHost::logIn()
 {
     const AccountPtr account = selectedAccount();
-    return account && m_app.logins().requirePassword(account);
+    if (account && m_logins.requirePassword(account))
+        co_return true;
+    const bool isLoggedIn = co_await newLogin();
+    co_return isLoggedIn;
+}
+
+QCoro::Task<bool> AppComposeHost::newLogin()
+{
+    const bool isNew = co_await m_logins.newLogin(selectedAccount());
+    co_return isNew;
 }
 
 QString AppComposeHost::postPath(const QString &blogName, const QString &id) const
 {
-    return m_app.platform().files.postPath(blogName, id);
+    return m_environment.platform.files.postPath(blogName, id);
 }
 
 void AppComposeHost::loadLocalPosts()
 {
-    m_app.posts().loadLocalPosts();
+    m_posts.loadLocalPosts();
 }
 
 LocalPostPtr AppComposeHost::rowForFile(const QUrl &localFile) const
 {
-    const QList<LocalPostPtr> &rows = m_app.posts().posts();
+    const QList<LocalPostPtr> &rows = m_posts.posts();
     const QString path = pathOfFileURL(localFile);
     const auto row = std::find_if(rows.begin(), rows.end(), [&](const LocalPostPtr &candidate) {
         return candidate->localFile == localFile || candidate->localFile.path(QUrl::FullyDecoded) == path;
@@ -79,34 +91,34 @@ LocalPostPtr AppComposeHost::rowForFile(const QUrl &localFile) const
 
 QStringList AppComposeHost::getTaxonomiesForSearch(const QString &text) const
 {
-    return m_app.posts().getTaxonomiesForSearch(text);
+    return m_posts.getTaxonomiesForSearch(text);
 }
 
 void AppComposeHost::insertPost(int index, const LocalPostPtr &row)
 {
-    m_app.posts().insert(index, row);
+    m_posts.insert(index, row);
 }
 
 void AppComposeHost::removeLocalPostFromList(const LocalPostPtr &row)
 {
-    m_app.posts().removeLocalPostFromList(row);
+    m_posts.removeLocalPostFromList(row);
 }
 
 void AppComposeHost::deletePostAtLocalURL(const QUrl &url)
 {
-    m_app.posts().deletePostAtLocalURL(url);
+    m_posts.deletePostAtLocalURL(url);
 }
 
 EditorBody AppComposeHost::postContentForZalmoEditor(const QString &stored)
 {
-    if (ZLWordpressService *service = m_app.currentBlog().wordpressService())
+    if (ZLWordpressService *service = m_currentBlog.wordpressService())
         return service->postContentForZalmoEditor(stored);
-    return ContentConversion::postContentForZalmoEditor(stored, m_app.platform().files);
+    return ContentConversion::postContentForZalmoEditor(stored, m_environment.platform.files);
 }
 
 Upload *AppComposeHost::uploadOfPost(const QUrl &localFile) const
 {
-    for (const ServicePtr &service : m_app.services().services()) {
+    for (const ServicePtr &service : m_services.services()) {
         if (PostUpload *upload = service->uploadOfPost(localFile))
             return upload;
     }
@@ -115,12 +127,12 @@ Upload *AppComposeHost::uploadOfPost(const QUrl &localFile) const
 
 Upload *AppComposeHost::upload(const PostPtr &post, Upload::Kind kind)
 {
-    ZLWordpressService *service = m_app.currentBlog().wordpressService();
+    ZLWordpressService *service = m_currentBlog.wordpressService();
     return service ? service->syncCategoriesAndPublishPost(post, kind) : nullptr;
 }
 
 void AppComposeHost::deletePost(const PostPtr &post)
 {
-    if (ZLWordpressService *service = m_app.currentBlog().wordpressService())
+    if (ZLWordpressService *service = m_currentBlog.wordpressService())
         service->deletePost(post);
 }

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "app/ComposeHost.h"
+#include "app/CurrentBlog.h"
 
-class ZLAppDelegate;
-
-/// The compose screen's view of the application controller.
+/// The compose screen's view of the rest of the program.
 class AppComposeHost : public ComposeHost {
 public:
-    explicit AppComposeHost(ZLAppDelegate &app);
+    AppComposeHost(AppEnvironment &environment, CurrentBlog &currentBlog, LocalPosts &posts, BlogLogins &logins,
+        const BlogServices &services);
 
     ZLDocumentController &documentController() override;
     ZLNotifications &notifications() override;
@@ -17,7 +17,8 @@ public:
     AccountPtr selectedAccount() const override;
     QString getBlogName() const override;
     bool isReachable() const override;
-    bool canLogIn() override;
+    QCoro::Task<bool> logIn() override;
+    QCoro::Task<bool> newLogin() override;
     QString postPath(const QString &blogName, const QString &id) const override;
     void loadLocalPosts() override;
     LocalPostPtr rowForFile(const QUrl &localFile) const override;
@@ -31,5 +32,9 @@ public:
     void deletePost(const PostPtr &post) override;
 
 private:
-    ZLAppDelegate &m_app;
+    AppEnvironment &m_environment;
+    CurrentBlog &m_currentBlog;
+    LocalPosts &m_posts;
+    BlogLogins &m_logins;
+    const BlogServices &m_services;
 };

@@ -143,23 +143,21 @@ QCoro::Task<BlogConnection::Outcome> BlogConnection::logIn(BlogAddress address)
     const AccountPtr known = BlogAddress::accountAt(address.url, m_state.accounts);
     const QString url = known && !BlogAddress::isSafer(address.url, known->url) ? known->url : address.url;
     LoginQuestion question{known ? known->alias() : QString(), BlogAddress::host(url),
-        known && address.username.isEmpty() ? known->name : address.username, {}, false};
+        known && address.username.isEmpty() ? known->name : address.username, {}};
     for (;;) {
         const std::optional<Login> login = co_await m_environment.windows.prompts->askForLogin(question);
         if (!self || !login)
             co_return Outcome::Cancelled;
         question.username = login->username;
         question.password = login->password;
-        question.wasRefused = !login->isComplete();
-        if (question.wasRefused)
+        question.reason = LoginQuestion::TypedRefused;
+        if (!login->isComplete())
             continue;
         const Result<XMLRPCValue> options = co_await tryLogin(url, *login);
         if (!self)
             co_return Outcome::Cancelled;
-        if (!options && LoginTry::isRefusal(options.error())) {
-            question.wasRefused = true;
+        if (!options && LoginTry::isRefusal(options.error()))
             continue;
-        }
         if (!options) {
             tell(url, options.error());
             co_return Outcome::Failed;

@@ -31,6 +31,12 @@ BlogLogins::BlogLogins(
 {
 }
 
+BlogLogins::~BlogLogins()
+{
+    for (const AccountPtr &account : m_unsettled.keys())
+        settle(account, false);
+}
+
 void BlogLogins::loadAll()
 {
     QHash<AccountPtr, QString> formerItems;
@@ -91,14 +97,40 @@ bool BlogLogins::requirePassword(const AccountPtr &account)
     return hasPassword;
 }
 
-QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
+QFuture<bool> BlogLogins::newLogin(const AccountPtr &account)
+{
+    const auto unsettled = m_unsettled.constFind(account);
+    return unsettled == m_unsettled.cend() ? QtFuture::makeReadyFuture(false) : (*unsettled)->future();
+}
+
+void BlogLogins::unsettle(const AccountPtr &account)
+{
+    auto &unsettled = m_unsettled[account];
+    if (unsettled)
+        return;
+    unsettled = std::make_shared<QPromise<bool>>();
+    unsettled->start();
+}
+
+void BlogLogins::settle(const AccountPtr &account, bool hasNewLogin)
+{
+    const auto settled = m_unsettled.take(account);
+    if (!settled)
+        return;
+    settled->addResult(hasNewLogin);
+    settled->finish();
+}
+
+QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account, LoginQuestion::Reason reason)
 {
     if (m_asking.contains(account))
         co_return;
     const QPointer<BlogLogins> self(this);
     m_asking.insert(account);
+    unsettle(account);
+    bool hasNewLogin = false;
     Prompts &prompts = *m_environment.windows.prompts;
-    LoginQuestion question{account->alias(), BlogAddress::host(account->url), account->name, {}, false};
+    LoginQuestion question{account->alias(), BlogAddress::host(account->url), account->name, {}, reason};
     for (;;) {
         const std::optional<Login> login = co_await prompts.askForLogin(question);
         if (!self)
@@ -107,8 +139,8 @@ QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
             break;
         question.username = login->username;
         question.password = login->password;
-        question.wasRefused = !login->isComplete();
-        if (question.wasRefused)
+        question.reason = login->isComplete() ? LoginQuestion::Wanted : LoginQuestion::TypedRefused;
+        if (!login->isComplete())
             continue;
         const auto attempt = std::make_shared<LoginTry>(m_services, account->url, *login);
         prompts.showConnecting(question.host, [attempt] { attempt->cancel(); });
@@ -121,15 +153,21 @@ QCoro::Task<void> BlogLogins::askForLogin(AccountPtr account)
         if (answer) {
             const bool isKept = account->preferences && account->preferences->login_automatically.value_or(false);
             take(account, *login, isKept);
-            Q_EMIT didLogIn(account);
+            hasNewLogin = true;
             break;
         }
-        question.wasRefused = LoginTry::isRefusal(answer.error());
-        if (!question.wasRefused && !LoginTry::isCancelled(answer.error()))
+        if (LoginTry::isRefusal(answer.error()))
+            question.reason = LoginQuestion::TypedRefused;
+        else if (!LoginTry::isCancelled(answer.error()))
             prompts.alert(u"“%1” could not be asked whether the login holds."_qs.arg(account->alias()),
                 answer.error().description);
     }
     m_asking.remove(account);
+    settle(account, hasNewLogin);
+    if (hasNewLogin)
+        Q_EMIT didLogIn(account);
+    else if (isConnected(account))
+        Q_EMIT didNotLogIn(account);
 }
 
 void BlogLogins::didRefuse(const ServicePtr &service, const std::function<void()> &otherwise)
@@ -143,6 +181,7 @@ void BlogLogins::didRefuse(const ServicePtr &service, const std::function<void()
     }
     QList<std::function<void()>> &doubts = m_doubts[account];
     doubts.append(otherwise);
+    unsettle(account);
     if (doubts.size() == 1)
         lookAtLogin(account, {service->username, service->password});
 }
@@ -155,12 +194,14 @@ QCoro::Task<void> BlogLogins::lookAtLogin(AccountPtr account, Login login)
     if (!self)
         co_return;
     const QList<std::function<void()>> otherwise = m_doubts.take(account);
-    if (!isConnected(account))
-        co_return;
-    if (!answer && LoginTry::isRefusal(answer.error())) {
-        askForLogin(account);
+    if (isConnected(account) && !answer && LoginTry::isRefusal(answer.error())) {
+        askForLogin(account, LoginQuestion::StoredRefused);
         co_return;
     }
+    if (!m_asking.contains(account))
+        settle(account, false);
+    if (!isConnected(account))
+        co_return;
     for (const std::function<void()> &say : otherwise)
         say();
 }

@@ -5,6 +5,8 @@
 #include "store/Account.h"
 #include "wordpress/ZLWordpressService.h"
 
+#include <QCoroTask>
+
 class Upload;
 
 /// What the compose screen needs from the rest of the program: the current blog, its rows and its service.
@@ -21,8 +23,10 @@ public:
     virtual AccountPtr selectedAccount() const = 0; ///< null while no blog is connected
     virtual QString getBlogName() const = 0;
     virtual bool isReachable() const = 0;
-    /// Whether the blog can be called; without a password the login sheet comes instead.
-    virtual bool canLogIn() = 0;
+    /// Whether the blog can be called; without a password the login sheet comes first.
+    virtual QCoro::Task<bool> logIn() = 0;
+    /// After a call whose login was refused: whether the writer has given a new one that holds.
+    virtual QCoro::Task<bool> newLogin() = 0;
     /// The folder of a post; not made here.
     virtual QString postPath(const QString &blogName, const QString &id) const = 0;
     virtual void loadLocalPosts() = 0; ///< rebuilds the list from the files

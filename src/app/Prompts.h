@@ -14,7 +14,12 @@ struct LoginQuestion {
     QString host; ///< of the blog that gets the password
     QString username;
     QString password; ///< what was tried; selected, so that typing replaces it
-    bool wasRefused = false; ///< the blog did not take it, or a field was left empty
+    enum Reason {
+        Wanted,
+        StoredRefused, ///< the blog does not take the login that was known
+        TypedRefused, ///< the blog did not take what was typed, or a field was left empty
+    };
+    Reason reason = Wanted;
 };
 
 /// What the writer wants of a post that changed both here and on the blog. Where both are kept, the other version

@@ -1,6 +1,7 @@
 #include "app/RequestFailures.h"
 
 #include "app/BlogLogins.h"
+#include "wordpress/ServiceFailures.h"
 
 namespace {
 
@@ -65,6 +66,9 @@ void RequestFailures::tell(const ServicePtr &service, ZLWordpressServiceRequestT
         m_rounds.didFail(*service, error);
         return;
     }
+    if (type == ZLWordpressServiceRequestTypeDeletePost && ServiceFailures::isNotFound(error))
+        return; // the offer to delete the copy here says it
     m_environment.windows.prompts->alert(whatFailed(type).arg(service->blogName),
-        u"%1\n\nNothing is lost: the post is on this computer, and you can try again."_qs.arg(error.description));
+        u"%1\n\nNothing is lost: the post is on this computer, and you can %2."_qs.arg(
+            error.description, ServiceFailures::isGone(error) ? u"publish it as a new one"_qs : u"try again"_qs));
 }

@@ -139,6 +139,11 @@ void SyncRounds::didFail(const ZLWordpressService &service, const ZLError &error
         showFailures();
 }
 
+void SyncRounds::didNotLogIn(const AccountPtr &account)
+{
+    didFail(*m_services.serviceOf(account), {{}, 0, u"It waits for you to log in."_qs});
+}
+
 void SyncRounds::didReach(const ZLWordpressService &service)
 {
     const auto isOfIt = [&](const QPair<QString, QString> &failure) { return failure.first == service.blogName; };

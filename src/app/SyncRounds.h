@@ -26,6 +26,8 @@ public:
     void didSyncBlogWithName(ZLWordpressService *service);
     /// A call of a blog's share failed.
     void didFail(const ZLWordpressService &service, const ZLError &error);
+    /// The login sheet of a blog was cancelled.
+    void didNotLogIn(const AccountPtr &account);
     /// A blog has taken what was sent to it, so that what is said about it is out of date.
     void didReach(const ZLWordpressService &service);
 

@@ -2,6 +2,7 @@
 
 #include "app/Launch.h"
 #include "app/Termination.h"
+#include "wordpress/ServiceFailures.h"
 
 // Resources of a static library are known only after this, which must stand outside of any namespace.
 static void initResources()
@@ -35,6 +36,7 @@ ZLAppDelegate::ZLAppDelegate(const ZLPlatform &platform, QObject *parent)
             "remembered, set up your desktop's password service, such as GNOME Keyring or KWallet."_qs);
     });
     connect(&m_logins, &BlogLogins::didLogIn, &m_rounds, &SyncRounds::syncAccount);
+    connect(&m_logins, &BlogLogins::didNotLogIn, &m_rounds, &SyncRounds::didNotLogIn);
     connect(&m_currentBlog, &CurrentBlog::wantsBlog, &m_connection, &BlogConnection::newAccount);
 }
 
@@ -121,8 +123,7 @@ void ZLAppDelegate::didDeletePost(ZLWordpressService *service, const PostPtr &po
 
 void ZLAppDelegate::didFailToDeletePost(ZLWordpressService *service, const PostPtr &post, const ZLError &error)
 {
-    // By its fault code and not by the status of a page that is missing: the blog itself says that there is none.
-    if (error.domain == u"Response error" && error.code == 404)
+    if (ServiceFailures::isNotFound(error))
         m_outcomes.offerToDeleteCopy(post, service->blogName);
     Q_EMIT notifications().deletionDidEnd(post->localFile);
 }

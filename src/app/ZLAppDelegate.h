@@ -25,6 +25,7 @@ public:
     /// Brings the window to the front; without any blog it asks for one.
     void showMainApplicationWindow();
 
+    AppEnvironment &environment() { return m_environment; }
     const ZLPlatform &platform() const { return m_environment.platform; }
     ZLNotifications &notifications() { return m_environment.notifications; }
     ZLDocumentController &documentController() { return m_environment.documents; }

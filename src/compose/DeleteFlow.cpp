@@ -2,6 +2,8 @@
 
 #include "model/LocalFileURL.h"
 
+#include <QPointer>
+
 DeleteFlow::DeleteFlow(ComposeHost &host, ComposeView &view, Prompts &prompts, PostOnScreen &screen)
     : m_host(host)
     , m_view(view)
@@ -9,8 +11,11 @@ DeleteFlow::DeleteFlow(ComposeHost &host, ComposeView &view, Prompts &prompts, P
     , m_screen(screen)
 {
     connect(&m_host.notifications(), &ZLNotifications::deletionDidEnd, this, [this](const QUrl &file) {
-        m_deletedFiles.removeIf([&file](const QUrl &deleted) { return isSameFile(deleted, file); });
+        const bool wasAsked =
+            m_deletedFiles.removeIf([&file](const QUrl &deleted) { return isSameFile(deleted, file); }) > 0;
         Q_EMIT didEnd();
+        if (wasAsked && m_screen.isFileOnScreen(file))
+            deleteWithNewLogin();
     });
 }
 
@@ -36,23 +41,33 @@ bool DeleteFlow::isBeingDeleted() const
         [this](const QUrl &file) { return m_screen.isFileOnScreen(file); });
 }
 
-void DeleteFlow::deletePost()
+QCoro::Task<void> DeleteFlow::deletePost()
 {
+    const QPointer<DeleteFlow> self(this);
     if (m_askedGeneration != m_screen.generation())
-        return;
+        co_return;
     if (!isOnBlog()) {
         deleteHere();
     } else if (m_host.isReachable()) {
-        if (!m_host.canLogIn())
-            return;
+        const bool isLoggedIn = co_await m_host.logIn();
+        if (!self || !isLoggedIn || m_askedGeneration != m_screen.generation())
+            co_return;
         m_deletedFiles.append(m_screen.currentDocument()->fileURL());
         m_host.deletePost(m_screen.post());
         Q_EMIT didBegin();
     } else {
         m_prompts.alert(QStringLiteral("No internet connection! You have to be connected to delete an online post."));
-        return;
+        co_return;
     }
     Q_EMIT m_host.notifications().didDeletePost();
+}
+
+QCoro::Task<void> DeleteFlow::deleteWithNewLogin()
+{
+    const QPointer<DeleteFlow> self(this);
+    const bool isNew = co_await m_host.newLogin();
+    if (self && isNew)
+        deletePost();
 }
 
 void DeleteFlow::deleteHere()

@@ -12,7 +12,7 @@ public:
 
     void ask();
     /// The answer "delete"; about the post that the question named.
-    void deletePost();
+    QCoro::Task<void> deletePost();
     /// Whether the blog was asked to delete the post on the screen and has not answered.
     bool isBeingDeleted() const;
 
@@ -24,6 +24,8 @@ Q_SIGNALS:
 private:
     bool isOnBlog() const;
     void deleteHere();
+    /// A deletion whose login was refused goes on with another one.
+    QCoro::Task<void> deleteWithNewLogin();
 
     ComposeHost &m_host;
     ComposeView &m_view;

@@ -14,7 +14,7 @@ enum class PostAction {
     Save = 1 << 1, ///< to the blog, as a draft
     MoveToDrafts = 1 << 2,
     Delete = 1 << 3,
-    PublishAsNew = 1 << 4, ///< a copy that was kept of a conflict
+    PublishAsNew = 1 << 4, ///< a copy that was kept of a conflict, a post that its blog has deleted
     Revert = 1 << 5, ///< to the version that the blog gave last
     AnswerConflict = 1 << 6,
     TakeBlogVersion = 1 << 7, ///< of a text that the blog has changed in publishing

@@ -26,8 +26,15 @@ PostNotice PostNotice::of(const ZLWordpressPost &post, const ZLDocument *documen
 
 PostNotice PostNotice::ofUnclearUpload()
 {
-    return {QStringLiteral("The blog's answer could not be read; the post may be there. Before it is sent again, the "
-                           "blog is looked through for it.")};
+    return {
+        QStringLiteral("The upload did not come to its end, and the post may be there. Before it is sent again, the "
+                       "blog is looked through for it.")};
+}
+
+PostNotice PostNotice::ofGonePost()
+{
+    return {QStringLiteral("The blog does not have this post any more."), QStringLiteral("Publish as a New Post"),
+        PostAction::PublishAsNew};
 }
 
 PostNotice PostNotice::ofOtherTextOnBlog()

@@ -12,8 +12,10 @@ struct PostNotice {
 
     /// `isOnItsWay`: its upload has not ended, so that nothing is unclear about it yet.
     static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay);
-    /// After an upload whose answer could not be read.
+    /// After an upload that broke off, or whose answer could not be read.
     static PostNotice ofUnclearUpload();
+    /// After an upload whose post the blog has deleted.
+    static PostNotice ofGonePost();
     /// After an upload of which the blog has made another text.
     static PostNotice ofOtherTextOnBlog();
 };

@@ -150,6 +150,8 @@ bool PostOnScreen::change(const Edit &edit)
 
 void PostOnScreen::setTitle(const QString &title)
 {
+    if (title == m_post->title)
+        return; // the field tells of formats and of keys that make no character yet, too
     if (!change([&title](ZLDocument &document) { document.post.title = title; }))
         return;
     m_post->title = m_shown.title = title;

@@ -56,7 +56,7 @@ public:
     Result<void> becomeStored();
     /// The post to send, as a record of its own: what the screen shows, with the id that its file holds from now on.
     PostPtr postToSend(const QString &content);
-    /// Makes a kept copy of a conflict a new post in a folder of its own.
+    /// Makes a kept copy of a conflict, or a post that its blog has deleted, a new post in a folder of its own.
     Result<void> becomeNewPost();
 
 Q_SIGNALS:

@@ -27,7 +27,8 @@ QCoro::Task<void> SendFlow::publish()
         if (!self || !wanted)
             co_return;
     }
-    const PostPtr post = canSend() ? takePost(*content) : nullptr;
+    const bool can = co_await canSend();
+    const PostPtr post = self && can ? storedPost(*content) : nullptr;
     if (!post)
         co_return;
     // A draft whose date lies ahead is scheduled for it, as the button says.
@@ -45,10 +46,10 @@ QCoro::Task<void> SendFlow::publish()
 QCoro::Task<void> SendFlow::save()
 {
     const QPointer<SendFlow> self(this);
-    if (!canSend())
+    const bool can = co_await canSend();
+    if (!self || !can)
         co_return;
-    const std::optional<QString> content = co_await takeContent();
-    const PostPtr post = self && content ? takePost(*content) : nullptr;
+    const PostPtr post = co_await takePost();
     if (!post)
         co_return;
     if (post->status == ZLWordpressPost::Draft)
@@ -61,20 +62,33 @@ QCoro::Task<void> SendFlow::save()
 QCoro::Task<void> SendFlow::moveToDrafts()
 {
     const QPointer<SendFlow> self(this);
-    if (!canSend())
+    const bool can = co_await canSend();
+    if (!self || !can)
         co_return;
     const bool wanted = co_await ask(QStringLiteral("Move this post to the drafts?"),
         QStringLiteral("Visitors of the blog will no longer find it. Its date stays, and \"Publish\" brings it back."),
         QStringLiteral("Move to Drafts"));
     if (!self || !wanted)
         co_return;
-    const std::optional<QString> content = co_await takeContent();
-    const PostPtr post = self && content ? takePost(*content) : nullptr;
+    const PostPtr post = co_await takePost();
     if (!post)
         co_return;
     post->status = ZLWordpressPost::Draft;
     post->blogStatus.clear();
     send(post, Upload::Update);
+}
+
+QCoro::Task<void> SendFlow::sendAgain()
+{
+    const PostPtr before = m_sent;
+    const Upload::Kind kind = m_sentKind;
+    const PostPtr post = co_await takePost();
+    if (!post)
+        co_return;
+    post->status = before->status;
+    post->blogStatus = before->blogStatus;
+    post->createdAt = before->createdAt;
+    send(post, kind);
 }
 
 QCoro::Task<std::optional<QString>> SendFlow::takeContent()
@@ -109,17 +123,28 @@ bool SendFlow::hasTitle() const
     return !m_view.title().trimmed().isEmpty();
 }
 
-bool SendFlow::canSend() const
+QCoro::Task<bool> SendFlow::canSend()
 {
-    const bool reachable = m_host.isReachable();
-    if (!reachable)
+    const QPointer<SendFlow> self(this);
+    const int generation = m_screen.generation();
+    if (!m_host.isReachable()) {
         m_prompts.alert(QStringLiteral("You're offline"),
             QStringLiteral("You need to connect to the Internet to send your post to the blog. "
                            "What you have written is kept on this computer."));
-    return reachable && m_host.canLogIn();
+        co_return false;
+    }
+    const bool isLoggedIn = co_await m_host.logIn();
+    co_return self &&isLoggedIn &&generation == m_screen.generation();
 }
 
-PostPtr SendFlow::takePost(const QString &content)
+QCoro::Task<PostPtr> SendFlow::takePost()
+{
+    const QPointer<SendFlow> self(this);
+    const std::optional<QString> content = co_await takeContent();
+    co_return self &&content ? storedPost(*content) : nullptr;
+}
+
+PostPtr SendFlow::storedPost(const QString &content)
 {
     m_screen.setContent(content);
     if (const Result<void> stored = m_screen.becomeStored(); !stored) {
@@ -131,5 +156,7 @@ PostPtr SendFlow::takePost(const QString &content)
 
 void SendFlow::send(const PostPtr &post, Upload::Kind kind)
 {
+    m_sent = post;
+    m_sentKind = kind;
     Q_EMIT didBegin(m_host.upload(post, kind));
 }

@@ -17,6 +17,8 @@ public:
     QCoro::Task<void> save();
     /// A published post becomes a draft and keeps its date; asks first.
     QCoro::Task<void> moveToDrafts();
+    /// The last upload once more, as what it was, without its questions.
+    QCoro::Task<void> sendAgain();
 
 Q_SIGNALS:
     void didBegin(Upload *upload); ///< null: there was no blog to send it to
@@ -27,9 +29,11 @@ private:
     QCoro::Task<std::optional<QString>> takeContent();
     QCoro::Task<bool> ask(QString message, QString informativeText, QString button);
     bool hasTitle() const;
-    bool canSend() const;
+    QCoro::Task<bool> canSend();
+    /// The post with that content, to be sent. Null when it cannot be; the writer was told.
+    QCoro::Task<PostPtr> takePost();
     /// Null when the post has no file and gets none, which was said.
-    PostPtr takePost(const QString &content);
+    PostPtr storedPost(const QString &content);
     void send(const PostPtr &post, Upload::Kind kind);
 
     ComposeHost &m_host;
@@ -37,4 +41,6 @@ private:
     ComposeView &m_view;
     Prompts &m_prompts;
     PostOnScreen &m_screen;
+    PostPtr m_sent; ///< by the last upload
+    Upload::Kind m_sentKind = Upload::NewPost;
 };

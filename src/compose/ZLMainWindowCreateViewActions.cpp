@@ -8,8 +8,9 @@ PostActions ZLMainWindowCreateViewController::actions() const
 {
     if (!m_host.selectedAccount() || m_overlay.isShowing() || m_awaitsOutcome || m_delete.isBeingDeleted())
         return PostAction::None;
-    const PostActions allowed = actionsOfPost(*m_screen.post(), m_screen.currentDocument().get());
-    return m_blogVersion ? allowed | PostAction::TakeBlogVersion : allowed;
+    PostActions allowed = actionsOfPost(*m_screen.post(), m_screen.currentDocument().get());
+    allowed.setFlag(PostAction::TakeBlogVersion, m_blogVersion != nullptr);
+    return m_isGone ? allowed | PostAction::PublishAsNew : allowed;
 }
 
 bool ZLMainWindowCreateViewController::mayBegin(PostAction action) const
@@ -123,6 +124,7 @@ QCoro::Task<void> ZLMainWindowCreateViewController::publishAsNewPost()
         co_return;
     if (const Result<void> made = m_screen.becomeNewPost(); !made)
         co_return m_prompts.alertWithError(made.error());
+    m_isGone = false;
     readAgain();
     co_await m_send.publish();
 }

@@ -1,6 +1,8 @@
 #include "compose/ZLMainWindowCreateViewController.h"
 
+#include "app/LoginTry.h"
 #include "text/BlankContent.h"
+#include "wordpress/ServiceFailures.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -186,7 +188,7 @@ void ZLMainWindowCreateViewController::show(ComposePage::Loading loading)
     const PostPtr post = m_screen.post();
     if (loading == ComposePage::Loading::NewPost) {
         m_blogVersion = nullptr;
-        m_awaitsOutcome = false;
+        m_awaitsOutcome = m_isGone = false;
         m_view.forgetTypedToken();
     }
     m_view.setTitle(post->title);
@@ -223,7 +225,10 @@ void ZLMainWindowCreateViewController::updateState()
     m_page.setBlogURL(account ? QUrl(account->url) : QUrl());
     const bool isOnItsWay = m_overlay.isShowing() || m_awaitsOutcome;
     const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get(), isOnItsWay);
-    showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
+    if (m_isGone)
+        showNotice(PostNotice::ofGonePost());
+    else
+        showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
     Q_EMIT actionsDidChange();
 }
 
@@ -274,6 +279,7 @@ void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome
 {
     m_blogVersion = outcome.blogVersion;
     m_awaitsOutcome = outcome.kind == UploadOutcome::Updated || outcome.remote;
+    m_isGone = ServiceFailures::isGone(outcome.error);
     updateState();
     if (m_awaitsOutcome)
         return;
@@ -282,6 +288,20 @@ void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome
         showNotice(PostNotice::ofUnclearUpload());
     else if (outcome.kind == UploadOutcome::ConflictFound)
         doActionForCurrentPost(PostAction::AnswerConflict);
+    else if (LoginTry::isRefusal(outcome.error))
+        sendWithNewLogin();
+}
+
+QCoro::Task<void> ZLMainWindowCreateViewController::sendWithNewLogin()
+{
+    const QPointer<ZLMainWindowCreateViewController> self(this);
+    const int generation = m_screen.generation();
+    const bool isNew = co_await m_host.newLogin();
+    if (!self || !isNew || generation != m_screen.generation() || m_screen.isInConflict()
+        || !mayBegin(PostAction::Publish))
+        co_return;
+    const auto guard = busy();
+    co_await m_send.sendAgain();
 }
 
 // The text

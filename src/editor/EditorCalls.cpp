@@ -17,6 +17,11 @@ bool changesTextOrCursor(EditorCalls::Function function)
     return function != Function::getBodyContent && function != Function::getRawContent;
 }
 
+bool isKey(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+}
+
 bool isTab(const QEvent &event)
 {
     if (event.type() != QEvent::KeyPress)
@@ -88,7 +93,7 @@ void EditorCalls::sendNext()
 bool EditorCalls::keepsBack(QObject *receiver, const QEvent &event)
 {
     if (m_isSendingTyped || (m_changing == 0 && m_queue.empty())) {
-        m_keysSent += event.type() != QEvent::InputMethod;
+        m_keysSent += isKey(event);
         if (isTab(event) && m_open)
             waitForTab();
         return false;
@@ -113,8 +118,9 @@ void EditorCalls::focusDidLeave()
     const std::vector<Waiting> typed(std::make_move_iterator(firstTyped), std::make_move_iterator(m_queue.end()));
     m_queue.erase(firstTyped, m_queue.end());
     for (const Waiting &waiting : typed) {
-        if (QWidget *focused = QApplication::focusWidget())
-            QCoreApplication::sendEvent(focused, waiting.typed.get());
+        const bool isText = isKey(*waiting.typed) || waiting.typed->type() == QEvent::InputMethod;
+        if (QObject *receiver = isText ? QApplication::focusWidget() : waiting.receiver.data())
+            QCoreApplication::sendEvent(receiver, waiting.typed.get());
     }
 }
 

@@ -55,7 +55,7 @@ public:
     QFuture<Answer> callNow(
         Function function, const QVariantList &arguments = {}, std::chrono::milliseconds limit = answerLimit);
 
-    /// Something was typed for the page, whose keys go to `receiver`. True: it is kept, and will be sent there later.
+    /// A key or a click for the page, whose input goes to `receiver`. True: it is kept, and will be sent there later.
     bool keepsBack(QObject *receiver, const QEvent &event);
     void focusDidLeave(); ///< what is kept goes to whatever has the focus now
 

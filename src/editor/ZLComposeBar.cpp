@@ -115,10 +115,16 @@ void ZLComposeBar::setPublishButton(const PostButtons::Button &button)
 {
     m_publishButton = button;
     m_publish->setText(button.text);
-    m_publish->setToolTip(button.toolTip);
+    m_publish->setToolTip(ZLPlainText::toolTip(button.toolTip, m_publishShortcut));
     m_publish->setEnabled(button.enabled);
     showPublishIcon();
     showFormatsThatFit(); // its label may be longer than the last one
+}
+
+void ZLComposeBar::setPublishShortcut(const QKeySequence &keys)
+{
+    m_publishShortcut = keys;
+    setPublishButton(m_publishButton);
 }
 
 void ZLComposeBar::showPublishIcon()

@@ -3,6 +3,7 @@
 #include "compose/ComposeView.h"
 #include "compose/FormatCommands.h"
 
+#include <QKeySequence>
 #include <QWidget>
 
 class QHBoxLayout;
@@ -18,6 +19,7 @@ public:
     explicit ZLComposeBar(QWidget *parent = nullptr);
 
     void setButtons(const PostButtons &buttons);
+    void setPublishShortcut(const QKeySequence &keys); ///< for the tool tip
     void setSelectionStyle(const SelectionStyle &style);
     void setSaveState(const QString &text);
     QSize minimumSizeHint() const override;
@@ -52,4 +54,5 @@ private:
     ZLIconButton *m_delete;
     QPushButton *m_publish;
     PostButtons::Button m_publishButton;
+    QKeySequence m_publishShortcut;
 };

@@ -221,9 +221,10 @@ bool ZLEditorWebView::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched != focusProxy())
         return QWebEngineView::eventFilter(watched, event);
-    const bool isTyped = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease
-        || event->type() == QEvent::InputMethod;
-    if (isTyped && m_page.calls().keepsBack(watched, *event))
+    static constexpr std::array input{QEvent::KeyPress, QEvent::KeyRelease, QEvent::InputMethod,
+        QEvent::MouseButtonPress, QEvent::MouseMove, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick};
+    const bool isInput = std::find(input.begin(), input.end(), event->type()) != input.end();
+    if (isInput && m_page.calls().keepsBack(watched, *event))
         return true;
     if (event->type() == QEvent::ShortcutOverride && isOfProgram(*static_cast<QKeyEvent *>(event))) {
         event->ignore();

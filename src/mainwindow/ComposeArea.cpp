@@ -7,7 +7,7 @@
 
 ComposeArea::ComposeArea(ZLAppDelegate &app, Prompts &prompts, ZLSheetHost &sheets)
     : m_app(app)
-    , m_host(app)
+    , m_host(app.environment(), app.currentBlog(), app.posts(), app.logins(), app.services())
     , m_widget(new ZLComposeWidget)
     , m_controller(m_host, m_page, m_widget->view(), prompts)
 {

@@ -5,6 +5,7 @@
 #include "editor/ZLEditorPage.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 
+class ZLAppDelegate;
 class ZLComposeWidget;
 class ZLSheetHost;
 

@@ -69,7 +69,7 @@ ZLWordpressLoginWindow::ZLWordpressLoginWindow(const LoginQuestion &question)
     , m_password(new ZLTextField(tr("Password"), this))
 {
     m_answer.start();
-    setObjectName(question.wasRefused ? u"loginErrorSheet"_qs : u"loginSheet"_qs);
+    setObjectName(question.reason == LoginQuestion::Wanted ? u"loginSheet"_qs : u"loginErrorSheet"_qs);
     m_username->textField()->setObjectName(u"usernameField"_qs);
     m_password->textField()->setObjectName(u"passwordField"_qs);
     m_password->setSecure();
@@ -82,14 +82,15 @@ ZLWordpressLoginWindow::ZLWordpressLoginWindow(const LoginQuestion &question)
     const QString name = elided(*this, BlogNames::oneLine(question.blogName), Qt::ElideRight);
     const QString host = elidedHost(*this, question.host);
     const QString blog = name.isEmpty() ? host : host + u'\n' + name;
-    if (question.wasRefused) {
-        setIcon(u"sheet_warning"_qs, ZLTheme::warning);
-        setHeading(tr("That login does not work"));
-        setText(tr("Check your username and password for\n%1").arg(blog));
-    } else {
+    if (question.reason == LoginQuestion::Wanted) {
         setIcon(u"sheet_login"_qs, ZLTheme::accent);
         setHeading(tr("Log in to your blog"));
         setText(blog);
+    } else {
+        setIcon(u"sheet_warning"_qs, ZLTheme::warning);
+        setHeading(question.reason == LoginQuestion::StoredRefused ? tr("The stored password was refused")
+                                                                   : tr("That login does not work"));
+        setText(tr("Check your username and password for\n%1").arg(blog));
     }
     addContent(m_username);
     addContent(m_password);

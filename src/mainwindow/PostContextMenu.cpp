@@ -1,7 +1,6 @@
 #include "mainwindow/PostContextMenu.h"
 
 #include "app/PostCopier.h"
-#include "app/ZLAppDelegate.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 #include "platform/ZLLog.h"
 #include "widgets/ZLFavicon.h"
@@ -9,9 +8,11 @@
 
 #include <QPointer>
 
-PostContextMenu::PostContextMenu(ZLAppDelegate &app, const LocalPostPtr &post, QWidget *parent)
+PostContextMenu::PostContextMenu(
+    AppEnvironment &environment, CurrentBlog &currentBlog, const LocalPostPtr &post, QWidget *parent)
     : QMenu(tr("Contextual Menu"), parent)
-    , m_app(app)
+    , m_environment(environment)
+    , m_currentBlog(currentBlog)
     , m_post(post)
 {
     connect(addAction(tr("New Post")), &QAction::triggered, this, &PostContextMenu::newPost);
@@ -40,7 +41,7 @@ void PostContextMenu::addPostItems()
         if (offered.testFlag(action))
             connect(addAction(title), &QAction::triggered, this, [this, action] { Q_EMIT this->action(action); });
     };
-    const AccountPtr account = m_app.currentBlog().selectedAccount();
+    const AccountPtr account = m_currentBlog.selectedAccount();
     const QString save = saveTitle(*m_post, account && account->evernote);
     addItem(m_post->published ? tr("Update") : tr("Publish"), PostAction::Publish);
     addItem(tr("Publish as a New Post"), PostAction::PublishAsNew);
@@ -51,12 +52,12 @@ void PostContextMenu::addPostItems()
 
 void PostContextMenu::addCopyToBlog()
 {
-    const QList<AccountPtr> accounts = m_app.currentBlog().accountsCanReceivePostCopy();
+    const QList<AccountPtr> accounts = m_currentBlog.accountsCanReceivePostCopy();
     if (accounts.isEmpty())
         return;
     QMenu *blogs = addMenu(tr("Copy to Blog"));
     for (const AccountPtr &account : accounts) {
-        const QString favicon = m_app.platform().files.faviconPathWithBlogName(account->alias());
+        const QString favicon = m_environment.platform.files.faviconPathWithBlogName(account->alias());
         QAction *item = blogs->addAction(ZLFavicon::icon(favicon), ZLPlainText::menuTitle(account->alias()));
         connect(item, &QAction::triggered, this, [this, account] { copyToBlog(account); });
     }
@@ -65,7 +66,7 @@ void PostContextMenu::addCopyToBlog()
 void PostContextMenu::copyToBlog(const AccountPtr &account)
 {
     const QPointer<PostContextMenu> self(this);
-    const Result<QUrl> file = PostCopier(m_app.platform().files, m_app.documentController(), m_app.currentBlog())
+    const Result<QUrl> file = PostCopier(m_environment.platform.files, m_environment.documents, m_currentBlog)
                                   .copyPostToBlog(m_post, account);
     if (!self)
         return;
@@ -78,7 +79,7 @@ void PostContextMenu::copyToBlog(const AccountPtr &account)
 void PostContextMenu::addLinkItems()
 {
     QAction *view = addAction(tr("View on Browser"));
-    connect(view, &QAction::triggered, this, [this] { m_app.platform().workspace.openURL(m_post->postURL); });
+    connect(view, &QAction::triggered, this, [this] { m_environment.platform.workspace.openURL(m_post->postURL); });
     QAction *link = addAction(tr("Get Link"));
     connect(link, &QAction::triggered, this, &PostContextMenu::getLink);
     for (QAction *item : {view, link})
@@ -87,9 +88,9 @@ void PostContextMenu::addLinkItems()
 
 void PostContextMenu::getLink()
 {
-    if (!m_app.platform().workspace.copyLink(m_post->postURL)) {
+    if (!m_environment.platform.workspace.copyLink(m_post->postURL)) {
         ZLLog(u"error seting object on pasteboard"_qs);
         return;
     }
-    m_app.platform().notificationCenter.deliver({tr("Successfully copied link to clipboard."), {}, {}});
+    m_environment.platform.notificationCenter.deliver({tr("Successfully copied link to clipboard."), {}, {}});
 }

@@ -6,13 +6,14 @@
 
 #include <QMenu>
 
-class ZLAppDelegate;
+class CurrentBlog;
+struct AppEnvironment;
 
 /// The menu of one row of the post list.
 class PostContextMenu : public QMenu {
     Q_OBJECT
 public:
-    PostContextMenu(ZLAppDelegate &app, const LocalPostPtr &post, QWidget *parent);
+    PostContextMenu(AppEnvironment &environment, CurrentBlog &currentBlog, const LocalPostPtr &post, QWidget *parent);
 
     /// What the item is called that keeps the post off the public blog.
     static QString saveTitle(const ZLLocalPostRepresentation &post, bool linkedToEvernote);
@@ -30,6 +31,7 @@ private:
     void addLinkItems();
     void getLink();
 
-    ZLAppDelegate &m_app;
+    AppEnvironment &m_environment;
+    CurrentBlog &m_currentBlog;
     LocalPostPtr m_post;
 };

@@ -1,6 +1,7 @@
 #include "mainwindow/ZLMainWindow.h"
 
 #include "app/ZLAppDelegate.h"
+#include "editor/ZLComposeBar.h"
 #include "mainwindow/ComposeArea.h"
 #include "mainwindow/FullScreenColumn.h"
 #include "mainwindow/KeyHold.h"
@@ -125,6 +126,7 @@ void ZLMainWindow::hintAtShortcuts()
         if (const QAction *action = m_actions.value(commands.value(button->objectName())))
             button->setShortcutHint(action->shortcut());
     }
+    m_mainView->findChild<ZLComposeBar *>()->setPublishShortcut(m_actions.value(u"postMenuItem"_qs)->shortcut());
 }
 
 void ZLMainWindow::addCommand(QMenu *menu, const MenuCommand &command)

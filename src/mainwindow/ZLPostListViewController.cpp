@@ -392,7 +392,7 @@ QMenu *ZLPostListViewController::menuForRow(int row)
     const LocalPostPtr post = m_model.post(row);
     if (!post)
         return nullptr;
-    auto *menu = new PostContextMenu(m_app, post, m_view);
+    auto *menu = new PostContextMenu(m_app.environment(), m_app.currentBlog(), post, m_view);
     connect(menu, &PostContextMenu::newPost, this, &ZLPostListViewController::didClickOnNewPost);
     connect(menu, &PostContextMenu::action, this, [this, post](PostAction action) { selectPost(post, action); });
     connect(menu, &PostContextMenu::didFailToCopy, this,

@@ -166,7 +166,8 @@ Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentCo
         return failure(opened.error());
     const DocumentPtr document = *opened;
     const QString id = genRandString(8);
-    const QString posts = QFileInfo(QFileInfo(pathOfFileURL(row->localFile)).path()).path();
+    const QString from = pathOfFileURL(row->localFile);
+    const QString posts = QFileInfo(QFileInfo(from).path()).path();
     const QUrl url = QUrl::fromLocalFile(PostSync::postPath(posts + QStringLiteral("/p") + id));
     document->post.becomeNew(id);
     if (document->post.title.startsWith(conflictedPrefix))
@@ -176,5 +177,7 @@ Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentCo
         return failure(saved.error());
     if (const Result<void> moved = documents.move(document, url); !moved)
         return failure(moved.error());
+    if (PostSync::isPostPath(from))
+        QFile::remove(PostSync::syncedPath(from)); // what the blog last gave of it; a copy's belongs to the other
     return url;
 }

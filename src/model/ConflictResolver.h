@@ -29,7 +29,8 @@ public:
     static Outcome resolve(Action action, Selection selection, const LocalPostPtr &row,
         const ZLDocumentController &documents, const QDateTime &now = QDateTime::currentDateTimeUtc());
 
-    /// Makes the copy that a conflict left (a row of status 6) a new post in a folder of its own beside the other's.
+    /// Makes the copy that a conflict left (a row of status 6), or a post that its blog has deleted, a new post in a
+    /// folder of its own beside the other's.
     /// Gives its file; an open document goes along.
     [[nodiscard]] static Result<QUrl> makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents);
 };

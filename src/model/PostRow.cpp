@@ -8,9 +8,10 @@ constexpr qsizetype visibleCharacters = 400;
 
 PostRow PostRow::fromFile(const PostFile &file)
 {
+    const QString content = file.storedContent.trimmed();
     return {
         file.title,
-        ZLLocalPostRepresentation::contentExtract(file.content),
+        content.isEmpty() ? QString() : ZLLocalPostRepresentation::contentExtract(content),
         file.fileInfo.status,
         file.blogStatus,
         file.status,

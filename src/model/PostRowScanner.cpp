@@ -147,16 +147,15 @@ QByteArrayView beginning(QByteArrayView text, qsizetype length)
 /// The row's extract, for which most of a long body need not be decoded.
 QString contentExtract(QByteArrayView text)
 {
-    // Behind the cut a second decoding may still join characters.
-    constexpr qsizetype margin = 8;
+    constexpr qsizetype margin = 8; // at the cut an entity may have lost its end
     for (qsizetype length = 1024; length < text.size(); length *= 2) {
-        const QString decoded = XMLDecodedString(decodedOnce(beginning(text, length)).trimmed());
+        const QString decoded = decodedOnce(beginning(text, length)).trimmed();
         const qsizetype extract = PostRow::extractLength(decoded, false);
         if (extract >= 0 && extract + margin <= decoded.size())
             return QString(decoded.constData(), extract);
     }
     const QString all = trimmedText(text);
-    return all.isNull() ? all : ZLLocalPostRepresentation::contentExtract(XMLDecodedString(all));
+    return all.isNull() ? all : ZLLocalPostRepresentation::contentExtract(all);
 }
 } // namespace
 

@@ -39,8 +39,7 @@ void ZLIconButton::setName(const QString &toolTip)
 void ZLIconButton::setShortcutHint(const QKeySequence &keys)
 {
     m_shortcutHint = keys;
-    const QString hint = keys.isEmpty() ? QString() : u" (%1)"_qs.arg(keys.toString(QKeySequence::NativeText));
-    setToolTip(ZLPlainText::toolTip(accessibleName() + hint));
+    setToolTip(ZLPlainText::toolTip(accessibleName(), keys));
 }
 
 void ZLIconButton::paintEvent(QPaintEvent *)

@@ -10,11 +10,12 @@ QString oneLine(const QString &text, qsizetype longest)
 }
 } // namespace
 
-QString ZLPlainText::toolTip(const QString &text)
+QString ZLPlainText::toolTip(const QString &text, const QKeySequence &keys)
 {
     constexpr int longest = 400;
     constexpr int longestLine = 60; // plain tool tips do not wrap
-    const QString shown = oneLine(text, longest);
+    const QString hint = keys.isEmpty() ? QString() : u" (%1)"_qs.arg(keys.toString(QKeySequence::NativeText));
+    const QString shown = oneLine(text, longest) + hint;
     if (shown.size() <= longestLine && !Qt::mightBeRichText(shown))
         return shown;
     return u"<span>%1</span>"_qs.arg(shown.toHtmlEscaped());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QString>
 
 class QLabel;
@@ -8,8 +9,9 @@ class QWidget;
 /// Text from outside (a blog, a file, a name that somebody typed) for controls that would take it for markup or for a
 /// keyboard mark if it looks like that. Whatever comes in shows as it is, and nothing is fetched for it.
 namespace ZLPlainText {
-/// For setToolTip() and QToolTip: wrapped, and cut where it is longer than anybody reads.
-QString toolTip(const QString &text);
+/// For setToolTip() and QToolTip: wrapped, and cut where it is longer than anybody reads. With the keys that do the
+/// same.
+QString toolTip(const QString &text, const QKeySequence &keys = {});
 /// For an item of a menu.
 QString menuTitle(const QString &text);
 /// The only kind of label in this program.

@@ -28,6 +28,7 @@ ZLTokenEditor::ZLTokenEditor(QWidget *parent)
     connect(this, &QLineEdit::textEdited, this, &ZLTokenEditor::textWasEdited);
     auto *list = static_cast<QListView *>(completer->popup());
     list->setFrameStyle(QFrame::Box | QFrame::Plain);
+    list->installEventFilter(this);
     // Queued: the field takes the completion as its text first, and would have it again after the commit. Not a
     // connection to the field: it ends all that it has with its completer whenever it loses the focus.
     connect(
@@ -77,6 +78,16 @@ void ZLTokenEditor::fitCompletions()
     colors.setColor(QPalette::WindowText, ZLTheme::edge(colors)); // of the frame
     list->setPalette(colors);
     list->setMaximumWidth(width + list->verticalScrollBar()->sizeHint().width() + 2 * sideSpace);
+}
+
+/// Above the field where the list would leave the window: the completer minds the screen alone.
+bool ZLTokenEditor::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *list = qobject_cast<QListView *>(watched);
+    const bool isPlaced = event->type() == QEvent::Move || event->type() == QEvent::Resize;
+    if (list && isPlaced && list->geometry().bottom() > window()->geometry().bottom())
+        list->move(list->x(), mapToGlobal(QPoint()).y() - list->height());
+    return QLineEdit::eventFilter(watched, event);
 }
 
 void ZLTokenEditor::reset()

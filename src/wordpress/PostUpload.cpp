@@ -191,12 +191,11 @@ QCoro::Task<Result<PostPtr>> PostUpload::fetch(QString id)
     auto sending = m_calls.send(m_calls.blogRequest(QStringLiteral("wp.getPost"), {id}));
     const CallAnswer answer = co_await sending;
     if (!answer)
-        co_return failure(answer.error());
+        co_return failure(ServiceFailures::isNotFound(answer.error()) ? ServiceFailures::gone() : answer.error());
     const XMLRPCValue &object = (*answer)->object();
     const PostPtr onBlog = PostFieldMaps::postFromWPGetPostResponse(object);
     if (isTrashed(object))
-        co_return failure(
-            ServiceFailures::upload(ServiceFailures::InTrash, QStringLiteral("The post is in the blog's trash.")));
+        co_return failure(ServiceFailures::gone());
     if (onBlog->id != id || onBlog->type != m_post->type)
         co_return failure(ServiceFailures::unusable());
     co_return onBlog;
@@ -208,6 +207,11 @@ QCoro::Task<void> PostUpload::update()
     CallAnswer answer = co_await sending;
     if (!answer && ServiceFailures::isConflict(answer.error())) {
         answer = co_await editAgainstNewerVersion();
+    }
+    if (!answer && ServiceFailures::isNotFound(answer.error())) { // the post itself, or something that it names
+        const Result<PostPtr> onBlog = co_await fetch(m_post->id);
+        if (!onBlog && (isCancelled(onBlog.error()) || ServiceFailures::isGone(onBlog.error())))
+            answer = failure(onBlog.error());
     }
     if (!answer) {
         if (!isCancelled(answer.error()))

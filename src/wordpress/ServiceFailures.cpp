@@ -3,7 +3,7 @@
 #include "xmlrpc/TransferErrors.h"
 
 namespace {
-enum Fault { NotAllowed = 401, Forbidden = 403, Conflict = 409, BadLogin = 425 };
+enum Fault { NotAllowed = 401, Forbidden = 403, NotFound = 404, Conflict = 409, BadLogin = 425 };
 
 QString faultDomain()
 {
@@ -37,6 +37,22 @@ bool ServiceFailures::isCancelled(const ZLError &error)
 ZLError ServiceFailures::upload(Upload code, const QString &text)
 {
     return {QStringLiteral("ZLUpload"), code, text};
+}
+
+ZLError ServiceFailures::gone()
+{
+    return upload(
+        Gone, QStringLiteral("The blog does not have the post any more: it was deleted, or is in the trash there."));
+}
+
+bool ServiceFailures::isGone(const ZLError &error)
+{
+    return error.domain == gone().domain && error.code == Gone;
+}
+
+bool ServiceFailures::isNotFound(const ZLError &error)
+{
+    return error.domain == faultDomain() && error.code == NotFound;
 }
 
 ZLError ServiceFailures::unusable()

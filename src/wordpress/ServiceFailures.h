@@ -12,8 +12,13 @@ ZLError ofFault(const XMLRPCResponse &fault);
 ZLError cancelled();
 bool isCancelled(const ZLError &error);
 /// What goes wrong with a post on its way beside the calls themselves.
-enum Upload { NotReadBack = 2, NoAddress, NotOnTheWeb, NoKindOfPicture, NotTaken, InTrash };
+enum Upload { NotReadBack = 2, NoAddress, NotOnTheWeb, NoKindOfPicture, NotTaken, Gone };
 ZLError upload(Upload code, const QString &text);
+/// The post was deleted on the blog, or lies in its trash.
+ZLError gone();
+bool isGone(const ZLError &error);
+/// A post that the call names is not there. By its fault and not by the status of a page that is missing.
+bool isNotFound(const ZLError &error);
 /// An answer of another kind than the call gives.
 ZLError unusable();
 /// The call may have been carried out: in the words for a post.

@@ -73,7 +73,7 @@ QString wordsFor(Code code)
                               "please check the date of this computer, or ask those who run %1.");
     case CannotBeSentAgain:
         return QStringLiteral("%1 closed the connection without an answer. What was sent may have arrived, so it was "
-                              "not sent a second time. Please look there before you try again.");
+                              "not sent a second time.");
     case CannotParseResponse:
         return QStringLiteral("The answer of %1 could not be read. Please try again later; if that does not help, one "
                               "of its plug-ins may be in the way.");

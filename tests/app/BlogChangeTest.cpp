@@ -87,7 +87,8 @@ private Q_SLOTS:
                 .copyPostToBlog(fixture.rows().first(), fixture.accounts().at(1));
         QVERIFY(copy);
         QCOMPARE(fixture.app().currentBlog().blogName(), u"Second"_qs);
-        QCOMPARE(fixture.prompts.journal.filter(u"login"_qs), QStringList{u"login: ada/@Second on other.test"_qs});
+        QCOMPARE(
+            fixture.prompts.journal.filter(u"login"_qs), QStringList{u"login refused: ada/@Second on other.test"_qs});
         fixture.blog.calls.clear();
         fixture.prompts.login.answer(Login{u"ada"_qs, u"changed"_qs});
         QTRY_COMPARE(fixture.app().posts().getTaxonomiesForSearch(u"#t"_qs), QStringList{u"#theirs"_qs});

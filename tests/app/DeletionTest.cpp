@@ -48,7 +48,7 @@ private Q_SLOTS:
         QFETCH(QList<int>, answers);
         fixture.prompts.answers = answers;
         fixture.service()->deletePost(fixture.postOf(fixture.rowTitled(u"Old"_qs)));
-        QTRY_COMPARE(fixture.prompts.journal.filter(u"alert: The post could not be deleted on “Blog”"_qs).size(), 1);
+        QTRY_COMPARE(fixture.prompts.journal.size(), 1);
         QTEST(int(fixture.prompts.journal.filter(u"ask: Delete the copy"_qs).size()), "questions");
         QTEST(fixture.postFiles(u"Blog"_qs).isEmpty(), "isDeleted");
     }

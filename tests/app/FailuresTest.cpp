@@ -62,7 +62,7 @@ private Q_SLOTS:
         fixture.launchWithBlog(u"outdated"_qs);
         QTRY_VERIFY(fixture.prompts.login.isShown());
         QTRY_VERIFY(!fixture.list.isSyncing);
-        QCOMPARE(fixture.prompts.journal, QStringList{u"login: ada/@Blog on blog.test"_qs});
+        QCOMPARE(fixture.prompts.journal, QStringList{u"login refused: ada/@Blog on blog.test"_qs});
         QVERIFY(fixture.list.syncFailure.isEmpty());
     }
 
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTRY_VERIFY(fixture.rowTitled(u"Hello"_qs));
         QTRY_COMPARE(fixture.app().posts().getTaxonomiesForSearch(u"#g"_qs), QStringList{u"#green"_qs});
         QCOMPARE(fixture.prompts.journal,
-            (QStringList{u"login: grace/@Blog on blog.test"_qs, u"login error: ada/@Blog on blog.test"_qs,
+            (QStringList{u"login refused: grace/@Blog on blog.test"_qs, u"login error: ada/@Blog on blog.test"_qs,
                 u"login error: ada/wrong@Blog on blog.test"_qs}));
         // The other user name lasts, and its password has taken the place of the old one.
         QCOMPARE(fixture.secrets->size(), 1);
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.secretOf(u"ada"_qs, fixture.blog.url()), u"outdated"_qs);
         QTRY_VERIFY(!fixture.list.isSyncing);
         fixture.app().rounds().refreshCurrentBlog();
-        QTRY_COMPARE(fixture.prompts.journal.filter(u"login: "_qs).size(), 2);
+        QTRY_COMPARE(fixture.prompts.journal.filter(u"login refused: "_qs).size(), 2);
     }
 
     void asksNothingWithoutAPassword()

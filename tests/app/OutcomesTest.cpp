@@ -167,7 +167,7 @@ private Q_SLOTS:
         fixture.blog.isDated = isDated;
         fixture.clock.present = fixture.clock.present.addDays(1); // where it counts, the blog's time does
         post->content = u"<p>sent</p>"_qs;
-        fixture.send(post, kind);
+        fixture.send(post, Upload::Kind(kind));
 
         if (isEditedHere) {
             const DocumentPtr document = *ZLDocument::open(post->localPost->localFile);
@@ -243,7 +243,7 @@ private Q_SLOTS:
         post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
         if (kind == Upload::Update)
             fixture.blog.posts[post->id].id = post->id;
-        fixture.sendLate(post, late, kind);
+        fixture.sendLate(post, late, Upload::Kind(kind));
         fixture.other.calls.clear();
         fixture.app().currentBlog().selectAccount(fixture.accounts().at(1));
         fixture.network.release();

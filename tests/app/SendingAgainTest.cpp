@@ -16,7 +16,8 @@ struct ScreenOnBlog : ConnectedBlog {
     ~ScreenOnBlog() { controller.reset(); }
     void open()
     {
-        host = std::make_unique<AppComposeHost>(app());
+        host = std::make_unique<AppComposeHost>(
+            app().environment(), app().currentBlog(), app().posts(), app().logins(), app().services());
         controller = std::make_unique<ZLMainWindowCreateViewController>(*host, page, view, prompts);
     }
     void restart()
@@ -189,6 +190,83 @@ private Q_SLOTS:
         QTRY_VERIFY(f.isAtRest());
         QVERIFY(!f.document()->isInConflict());
         QCOMPARE(f.postFiles(u"Blog"_qs).size(), 1);
+    }
+
+    void goesOnByItselfAfterALogin_data()
+    {
+        const TestTable<QString, bool, QString> row({"password", "deletes", "sheet"});
+        row("publish without a password", QString(), false, u"login: "_qs);
+        row("publish, refused", u"outdated"_qs, false, u"login refused: "_qs);
+        row("delete without a password", QString(), true, u"login: "_qs);
+        row("delete, refused", u"outdated"_qs, true, u"login refused: "_qs);
+    }
+
+    void goesOnByItselfAfterALogin()
+    {
+        QFETCH(QString, password);
+        QFETCH(bool, deletes);
+        QFETCH(QString, sheet);
+        ScreenOnBlog f;
+        f.view.typeTitle(u"Title"_qs);
+        if (deletes) {
+            f.publish();
+            QTRY_COMPARE(f.list.updated.size(), 1);
+            QTRY_VERIFY(f.isAtRest());
+        }
+        f.service()->password = password;
+        const auto press = [&] {
+            f.controller->doActionForCurrentPost(deletes ? PostAction::Delete : PostAction::Publish);
+            if (deletes)
+                Q_EMIT f.view.alertViewDidDismissWithButtonIndex(1);
+        };
+        press();
+        QTRY_VERIFY(f.prompts.login.isShown());
+        QVERIFY(f.prompts.takeJournal().last().startsWith(sheet));
+        f.prompts.login.answer({});
+        QTRY_COMPARE(f.list.syncFailure, u"“Blog” could not be synchronised. It waits for you to log in."_qs);
+        QTRY_VERIFY(f.isAtRest());
+        QCOMPARE(f.blog.posts.size(), deletes ? 1 : 0);
+        press();
+        QTRY_VERIFY(f.prompts.login.isShown());
+        f.prompts.login.answer(Login{u"ada"_qs, u"secret"_qs});
+        const auto isDone = [&] {
+            return deletes ? f.blog.posts.first().status == u"trash" : f.blog.posts.size() == 1 && f.isAtRest();
+        };
+        QTRY_VERIFY(isDone());
+        QCOMPARE(f.prompts.journal.size(), 1);
+        QCOMPARE(f.list.syncFailure, QString());
+    }
+
+    void offersToPublishAPostThatIsGoneAnew_data()
+    {
+        const TestTable<bool> row({"isTrashed"});
+        row("deleted", false);
+        row("in the trash", true);
+    }
+
+    void offersToPublishAPostThatIsGoneAnew()
+    {
+        QFETCH(bool, isTrashed);
+        ScreenOnBlog f;
+        f.view.typeTitle(u"Title"_qs);
+        f.publish();
+        QTRY_COMPARE(f.list.updated.size(), 1);
+        QTRY_VERIFY(f.isAtRest());
+        FakeBlog::Post &post = f.blog.posts.first();
+        post.status = u"trash"_qs;
+        post.modified = f.clock.present.addSecs(60);
+        if (!isTrashed)
+            f.blog.posts.clear();
+        f.page.type(u"<p>more</p>"_qs);
+        f.publish();
+        QTRY_COMPARE(f.view.noticeAction, u"Publish as a New Post"_qs);
+        QVERIFY(f.prompts.details.last().contains(u"you can publish it as a new one"_qs));
+        Q_EMIT f.view.didPressedNoticeAction();
+        QTRY_COMPARE(f.list.updated.size(), 2);
+        QTRY_VERIFY(f.isAtRest());
+        QCOMPARE(f.blog.posts.last().content, u"<p>more</p>"_qs);
+        QCOMPARE(f.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(f.blog.posts.lastKey())});
+        QCOMPARE(f.view.notice, QString());
     }
 };
 

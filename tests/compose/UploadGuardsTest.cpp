@@ -18,6 +18,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, publish);
         ComposeFixture screen;
+        screen.view.typeTitle("");
         screen.press(publish);
         QTRY_COMPARE(screen.prompts.journal, QStringList("alert: Nothing here. Post title and content are empty."));
         QVERIFY(screen.host.sent.isEmpty());

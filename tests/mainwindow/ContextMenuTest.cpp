@@ -56,7 +56,7 @@ private Q_SLOTS:
         auto post = std::make_shared<ZLLocalPostRepresentation>();
         post->status = status;
         post->published = published;
-        const PostContextMenu menu(*f.app, post, nullptr);
+        const PostContextMenu menu(f.app->environment(), f.app->currentBlog(), post, nullptr);
         // With one blog there is none to copy to, and this post has no address yet.
         QCOMPARE(titles(menu),
             QStringList({u"New Post"_qs, u"-"_qs, publish, u"Delete"_qs, save, u"-"_qs, u"View on Browser (off)"_qs,
@@ -70,7 +70,7 @@ private Q_SLOTS:
         f.launch();
         auto post = std::make_shared<ZLLocalPostRepresentation>();
         post->postURL = QUrl(u"http://blog.test/?p=1"_qs);
-        const PostContextMenu menu(*f.app, post, nullptr);
+        const PostContextMenu menu(f.app->environment(), f.app->currentBlog(), post, nullptr);
         item(menu, u"View on Browser"_qs)->trigger();
         QCOMPARE(f.workspace.opened, QList<QUrl>{post->postURL});
         item(menu, u"Get Link"_qs)->trigger();

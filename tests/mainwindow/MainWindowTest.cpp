@@ -68,6 +68,7 @@ private Q_SLOTS:
         off.sort();
         QCOMPARE(found, off);
         QCOMPARE(f.window->findChild<QWidget *>(u"titleField"_qs)->isEnabled(), state != u"none");
+        QVERIFY(f.window->findChild<QWidget *>(u"publishButton"_qs)->toolTip().endsWith(u"(Ctrl+Return)"));
 
         // What cannot be chosen does nothing, although its shortcut is alive.
         f.window->findChild<QAction *>(u"newPostItem"_qs)->trigger();

@@ -112,12 +112,14 @@ private Q_SLOTS:
     void showsWhichHostGetsThePassword()
     {
         const QString name = u"B\nb.example \u2029\u202E"_qs + u"more "_qs.repeated(90);
-        for (const bool wasRefused : {false, true}) {
-            const ZLWordpressLoginWindow sheet({name, u"b."_qs.repeated(60) + u"a.example"_qs, {}, {}, wasRefused});
+        using Question = LoginQuestion;
+        for (const auto reason : {Question::Wanted, Question::StoredRefused, Question::TypedRefused}) {
+            const ZLWordpressLoginWindow sheet({name, u"b."_qs.repeated(60) + u"a.example"_qs, {}, {}, reason});
             QStringList lines;
             for (const QLabel *label : sheet.findChildren<QLabel *>(QString(), Qt::FindDirectChildrenOnly))
                 lines += label->text().split(u'\n');
-            QCOMPARE(lines.size(), wasRefused ? 4 : 3); // with the heading
+            QCOMPARE(lines.size(), reason == Question::Wanted ? 3 : 4); // with the heading
+            QCOMPARE(lines.contains(u"The stored password was refused"), reason == Question::StoredRefused);
             QVERIFY(lines.at(lines.size() - 2).endsWith(u"b.a.example"));
             QVERIFY(lines.last().startsWith(u"B b.example more more") && lines.last().endsWith(u'…'));
         }
@@ -129,11 +131,9 @@ private Q_SLOTS:
         SheetFixture f;
         QStringList typed;
         for (const QString &host : {u"b.example"_qs, u"a.example"_qs})
-            f.prompts()
-                .askForLogin({QString(), host, u"ada"_qs, {}, false})
-                .then([&](const std::optional<Login> &login) {
-                    typed.append(login ? host + u' ' + login->password : QString());
-                });
+            f.prompts().askForLogin({QString(), host, u"ada"_qs, {}}).then([&](const std::optional<Login> &login) {
+                typed.append(login ? host + u' ' + login->password : QString());
+            });
         for (const QString &password : {u"for b"_qs, u"for a"_qs}) {
             f.type(u"passwordField"_qs, password);
             f.press(Qt::Key_Return);
@@ -254,7 +254,7 @@ private Q_SLOTS:
         SheetFixture f(true);
         auto *search = f.find<QLineEdit>(u"searchPostsField"_qs);
         search->setFocus();
-        const auto asking = f.prompts().askForLogin({QString(), u"blog.test"_qs, {}, {}, false});
+        const auto asking = f.prompts().askForLogin({QString(), u"blog.test"_qs, {}, {}});
         const ZLSheet *sheet = f.window->sheets().attachedSheet();
         for (int turn = 0; turn < 5; ++turn) {
             QVERIFY(sheet->isAncestorOf(QApplication::focusWidget()));

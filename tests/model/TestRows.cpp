@@ -58,10 +58,10 @@ private Q_SLOTS:
         const PostFolder folder;
         FileText text;
         text.title = "A &amp;amp; B";
-        text.content = " &lt;p&gt;x&lt;/p&gt; ";
+        text.content = " &lt;p&gt;&amp;lt;b&gt;&amp;amp;amp;&lt;/p&gt; ";
         LocalPostPtr row = ZLLocalPostRepresentation::initWithContentsOfFileURL(folder.write(text.bytes()), now);
         QCOMPARE(row->title, u"A & B"_qs);
-        QCOMPARE(row->content, u"<p>x</p>"_qs);
+        QCOMPARE(row->content, u"<p>&lt;b>&amp;amp;</p>"_qs);
         QCOMPARE(row->postURL, QUrl(u"http://blog.example/?p=12&x=1"_qs));
         QCOMPARE(row->localFile, folder.url());
 

@@ -72,7 +72,8 @@ public:
     AccountPtr selectedAccount() const override { return account; }
     QString getBlogName() const override { return account ? account->alias() : QString(); }
     bool isReachable() const override { return isOnline; }
-    bool canLogIn() override { return hasPassword; }
+    QCoro::Task<bool> logIn() override { co_return hasPassword; }
+    QCoro::Task<bool> newLogin() override { co_return false; }
     QString postPath(const QString &blogName, const QString &id) const override { return files.postPath(blogName, id); }
     void loadLocalPosts() override
     {

@@ -70,9 +70,9 @@ public:
     }
     QCoro::Task<std::optional<Login>> askForLogin(LoginQuestion question) override
     {
-        journal.append(u"%1: %2/%3@%4%5"_qs.arg(question.wasRefused ? u"login error"_qs : u"login"_qs,
-            question.username, question.password, question.blogName,
-            question.blogName.isEmpty() ? question.host : u" on "_qs + question.host));
+        const QStringList kinds{u"login"_qs, u"login refused"_qs, u"login error"_qs};
+        journal.append(u"%1: %2/%3@%4%5"_qs.arg(kinds[question.reason], question.username, question.password,
+            question.blogName, question.blogName.isEmpty() ? question.host : u" on "_qs + question.host));
         if (!logins.isEmpty())
             co_return logins.takeFirst();
         const auto answer = login.begin();

@@ -7,7 +7,7 @@ import {hasActive, strip} from './inert.js';
 import {contentAddress, showLocalPictures} from './media.js';
 import {isList} from './nodes.js';
 import {keep, originalsIn, renewOriginals} from './originals.js';
-import {rangeIn, select} from './selection.js';
+import {rangeIn, select, showSelection} from './selection.js';
 
 const OWN_COPY = 'application/x-zalmo-copy';
 const FROM_OUTSIDE = new Set(['insertFromPaste', 'insertFromDrop', 'insertFromYank']);
@@ -124,6 +124,7 @@ function insert(editor, event) {
     document.execCommand('insertHTML', false, html);
     if (hasActive(editor.content))
         document.execCommand('undo'); // the markup became something else on its way
+    showSelection();
 }
 
 function insertable(data) {

@@ -61,9 +61,12 @@ export class SelectionWatch {
 }
 
 function styleOf(range) {
-    const style = {link: Boolean(linkAt(range.commonAncestorContainer))};
+    const link = linkAt(range.commonAncestorContainer);
+    const style = {link: Boolean(link)};
     for (const [name, command] of Object.entries(STATES))
         style[name] = document.queryCommandState(command);
+    if (link && !elementOf(range.commonAncestorContainer).closest('u'))
+        style.underline = false; // the line is the link's
     return style;
 }
 
@@ -76,9 +79,12 @@ export function rangeIn(content) {
     return content.contains(range.commonAncestorContainer) ? range : null;
 }
 
+function elementOf(node) {
+    return node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
+}
+
 export function linkAt(node) {
-    const element = node.nodeType === Node.ELEMENT_NODE ? node : node.parentElement;
-    return element?.closest(`#content a[href]:not([${MORE}])`) ?? null;
+    return elementOf(node)?.closest(`#content a[href]:not([${MORE}])`) ?? null;
 }
 
 export function select(range) {

@@ -50,6 +50,15 @@ private Q_SLOTS:
             QVERIFY2(!body.contains(trace), qPrintable(trace));
     }
 
+    void showsTheEndOfWhatIsPasted()
+    {
+        m_page.load(u"start"_qs);
+        m_page.putCursorBehind(u"start"_qs);
+        putOnClipboard(u"<p>more</p>"_qs.repeated(100));
+        paste();
+        QTRY_VERIFY(m_page.evaluate(u"window.scrollY"_qs).toInt() > 1000);
+    }
+
     /// Mark-up that claims to be of the page, beside boxes that are.
     void foreignMarksAreNothing()
     {

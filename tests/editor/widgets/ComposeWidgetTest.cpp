@@ -170,6 +170,7 @@ private Q_SLOTS:
         QAbstractItemView *popup = editor().completer()->popup();
         QTRY_VERIFY(popup->isVisible());
         QVERIFY(!popup->currentIndex().isValid());
+        QVERIFY(m_window->geometry().bottom() >= popup->geometry().bottom());
         QTest::keyClick(popup, Qt::Key_Down);
         QTest::keyClick(popup, Qt::Key_Down);
         QTest::keyClick(popup, Qt::Key_Return);
