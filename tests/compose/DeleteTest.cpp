@@ -3,24 +3,16 @@
 class DeleteTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void asksFirst_data()
-    {
-        const TestTable<int, int, QString, QString> row({"status", "type", "question", "tells"});
-        row("new post", 0, 0, "Deleting Post \"Title\"", "on this computer only");
-        row("page", 2, 1, "Deleting Page \"Title\"", "trash");
-    }
-
     void asksFirst()
     {
-        QFETCH(int, status);
-        QFETCH(int, type);
-        QFETCH(QString, tells);
-        ComposeFixture screen(status, "Title", "<p>x</p>", type);
-        screen.pressDelete();
-        QTEST(screen.view.deleteQuestion, "question");
-        QVERIFY(screen.view.deleteText.contains(tells));
-        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
-        QCOMPARE(screen.host.rows.size(), 1);
+        for (const bool isNew : {true, false}) {
+            ComposeFixture screen(isNew ? 0 : 2, "Title", "<p>x</p>", isNew ? 0 : 1);
+            screen.pressDelete();
+            QCOMPARE(screen.view.deleteQuestion, isNew ? "Deleting Post \"Title\"" : "Deleting Page \"Title\"");
+            QVERIFY(screen.view.deleteText.contains(isNew ? "on this computer only" : "trash"));
+            Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
+            QCOMPARE(screen.host.rows.size(), 1);
+        }
     }
 
     void deletes_data()

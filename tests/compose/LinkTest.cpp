@@ -3,31 +3,21 @@
 class LinkTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void linksTheSelection_data()
-    {
-        addColumns<QString, QString>({"typed", "linked"});
-        const auto row = [](const QString &typed, const QString &linked) {
-            QTest::newRow(qPrintable(typed)) << typed << linked;
-        };
-        row("example.org/a", "http://example.org/a");
-        row("http://example.org", "http://example.org");
-        row("https://example.org", "https://example.org");
-        row("", "http://");
-    }
-
     void linksTheSelection()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, linked);
-        ComposeFixture screen;
-        screen.host.settings = QStringList{"linksInNewWindowByDefault"};
-        screen.view.linkAnswer = {LinkAnswer::Done, typed, "Tip", false};
-        screen.view.whileAsking = [&screen] { screen.controller->addLinkToCurrentSelection(); }; // the sheet is up
-        screen.controller->addLinkToCurrentSelection();
-        screen.settle();
-        QCOMPARE(screen.view.askedLinks.size(), 1);
-        QVERIFY(screen.view.askedLinks.first().newWindow);
-        QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
+        for (const auto &[typed, linked] :
+            {std::pair("example.org/a", "http://example.org/a"), {"http://example.org", "http://example.org"},
+                {"https://example.org", "https://example.org"}, {"", "http://"}}) {
+            ComposeFixture screen;
+            screen.host.settings = QStringList{"linksInNewWindowByDefault"};
+            screen.view.linkAnswer = {LinkAnswer::Done, typed, "Tip", false};
+            screen.view.whileAsking = [&screen] { screen.controller->addLinkToCurrentSelection(); }; // the sheet is up
+            screen.controller->addLinkToCurrentSelection();
+            screen.settle();
+            QCOMPARE(screen.view.askedLinks.size(), 1);
+            QVERIFY(screen.view.askedLinks.first().newWindow);
+            QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
+        }
     }
 
     void changesALink_data()
