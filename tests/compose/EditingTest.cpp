@@ -31,33 +31,23 @@ QString expected(int what)
 class EditingTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void writesToTheFile_data()
-    {
-        const TestTable<int, int, QString> row({"what", "status", "fileStatus"});
-        row("title of a new post", Title, 0, "new");
-        row("title of a draft", Title, 1, "modified");
-        row("content of a new post", Content, 0, "new");
-        row("content of a published post", Content, 2, "modified");
-        row("content of a note", Content, 3, "modified");
-        row("tokens of a published post", Tokens, 2, "modified");
-    }
-
     void writesToTheFile()
     {
-        QFETCH(int, what);
-        QFETCH(int, status);
-        ComposeFixture screen(status);
-        edit(screen, what);
-        QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
-        QCOMPARE(screen.view.saveState, "Saving…");
-        Q_EMIT screen.view.didResignMain();
-        QCOMPARE(screen.view.saveState, "Saved on this computer");
-        const DocumentPtr written = screen.onDisk(screen.post()->localPost);
-        QCOMPARE(edited(*written, what), expected(what));
-        QTEST(written->fileInfo.status, "fileStatus");
-        QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
-        QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
-        QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
+        for (const auto &[what, status, fileStatus] : {std::tuple(Title, 0, "new"), {Title, 1, "modified"},
+                 {Content, 0, "new"}, {Content, 2, "modified"}, {Content, 3, "modified"}, {Tokens, 2, "modified"}}) {
+            ComposeFixture screen(status);
+            edit(screen, what);
+            QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
+            QCOMPARE(screen.view.saveState, "Saving…");
+            Q_EMIT screen.view.didResignMain();
+            QCOMPARE(screen.view.saveState, "Saved on this computer");
+            const DocumentPtr written = screen.onDisk(screen.post()->localPost);
+            QCOMPARE(edited(*written, what), expected(what));
+            QCOMPARE(written->fileInfo.status, fileStatus);
+            QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
+            QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
+            QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
+        }
     }
 
     void givesABlankPostItsFile()
@@ -152,39 +142,33 @@ private Q_SLOTS:
         QVERIFY(screen.controller->currentPost()->localPost == nullptr);
     }
 
-    void meetsAVersionOfTheBlog_data()
-    {
-        const TestTable<QString, bool, bool> row({"late", "isLeft", "isConflict"});
-        row("a last key", "<p>Textx</p>", false, true);
-        row("a last key, of a post that was left", "<p>Textx</p>", true, true);
-        row("nothing new", "<p>Text</p>", false, false);
-    }
-
     void meetsAVersionOfTheBlog()
     {
-        QFETCH(QString, late);
-        QFETCH(bool, isLeft);
-        QFETCH(bool, isConflict);
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        const LocalPostPtr row = screen.post()->localPost;
-        const int owner = screen.page.owner;
-        if (isLeft)
-            screen.controller->newPost();
-        const PostPtr theirs = (*ZLDocument::open(row->localFile))->wordpressPost();
-        theirs->content = theirs->storedContent = "<p>theirs</p>";
-        QVERIFY(theirs->saveAtPath(row->localFile.toLocalFile()));
-        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
-        Q_EMIT screen.page.setPostContent(late, owner); // was on its way
-        screen.settle();
-        const QString kept = isConflict ? late : "<p>theirs</p>";
-        const DocumentPtr written = screen.onDisk(row);
-        QCOMPARE(written->post.content, kept);
-        QCOMPARE(written->isInConflict(), isConflict);
-        const auto other = ZLDocument::open(QUrl::fromLocalFile(PostSync::conflictPath(row->localFile.toLocalFile())));
-        QCOMPARE(other ? (*other)->post.content : QString(), isConflict ? "<p>theirs</p>" : QString());
-        if (!isLeft)
-            QCOMPARE(*screen.page.body, kept);
-        QCOMPARE(screen.view.noticeAction, isConflict && !isLeft ? "Choose…" : "");
+        const QString key = "<p>Textx</p>", nothingNew = "<p>Text</p>";
+        for (const auto &[late, isLeft] : {std::pair(key, false), {key, true}, {nothingNew, false}}) {
+            const bool isConflict = late == key;
+            ComposeFixture screen(ZLWordpressPost::Publish);
+            const LocalPostPtr row = screen.post()->localPost;
+            const int owner = screen.page.owner;
+            if (isLeft)
+                screen.controller->newPost();
+            const PostPtr theirs = (*ZLDocument::open(row->localFile))->wordpressPost();
+            theirs->content = theirs->storedContent = "<p>theirs</p>";
+            QVERIFY(theirs->saveAtPath(row->localFile.toLocalFile()));
+            screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
+            Q_EMIT screen.page.setPostContent(late, owner); // was on its way
+            screen.settle();
+            const QString kept = isConflict ? late : "<p>theirs</p>";
+            const DocumentPtr written = screen.onDisk(row);
+            QCOMPARE(written->post.content, kept);
+            QCOMPARE(written->isInConflict(), isConflict);
+            const auto other =
+                ZLDocument::open(QUrl::fromLocalFile(PostSync::conflictPath(row->localFile.toLocalFile())));
+            QCOMPARE(other ? (*other)->post.content : QString(), isConflict ? "<p>theirs</p>" : QString());
+            if (!isLeft)
+                QCOMPARE(*screen.page.body, kept);
+            QCOMPARE(screen.view.noticeAction, isConflict && !isLeft ? "Choose…" : "");
+        }
     }
 
     void goesIntoTheBlankPostThatWasLeft()

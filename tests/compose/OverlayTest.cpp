@@ -30,31 +30,25 @@ private Q_SLOTS:
         QVERIFY(!screen.view.isLoading);
     }
 
-    void goesWithTheUpload_data()
-    {
-        const TestTable<UploadOutcome::Kind, QString, QString> row({"kind", "saveState", "notice"});
-        row("failed", UploadOutcome::Failed, "Not sent to the blog", "");
-        row("cancelled", UploadOutcome::Cancelled, "Not sent to the blog", "");
-        row("unclear", UploadOutcome::Unclear, "Not sent to the blog", "the post may be there");
-        row("updated", UploadOutcome::Updated, "", "");
-    }
-
     void goesWithTheUpload()
     {
-        QFETCH(UploadOutcome::Kind, kind);
-        QFETCH(QString, notice);
-        ComposeFixture screen(ZLWordpressPost::Draft);
-        screen.press(true);
-        QVERIFY(screen.sends(1));
-        if (kind == UploadOutcome::Cancelled)
-            Q_EMIT screen.view.didPressedCancelUpload();
-        else
-            screen.host.sent.first()->end({.kind = kind});
-        QVERIFY(!screen.view.isLoading);
-        QVERIFY(!screen.controller->isUploadingCurrentPost());
-        QTEST(screen.view.saveState, "saveState");
-        QVERIFY(screen.view.notice.contains(notice));
-        QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
+        const QString notSent = "Not sent to the blog";
+        for (const auto &[kind, saveState, notice] :
+            {std::tuple(UploadOutcome::Failed, notSent, QString()), {UploadOutcome::Cancelled, notSent, {}},
+                {UploadOutcome::Unclear, notSent, "the post may be there"}, {UploadOutcome::Updated, {}, {}}}) {
+            ComposeFixture screen(ZLWordpressPost::Draft);
+            screen.press(true);
+            QVERIFY(screen.sends(1));
+            if (kind == UploadOutcome::Cancelled)
+                Q_EMIT screen.view.didPressedCancelUpload();
+            else
+                screen.host.sent.first()->end({.kind = kind});
+            QVERIFY(!screen.view.isLoading);
+            QVERIFY(!screen.controller->isUploadingCurrentPost());
+            QCOMPARE(screen.view.saveState, saveState);
+            QVERIFY(screen.view.notice.contains(notice));
+            QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
+        }
     }
 
     void leavesTheTextAloneThatTheBlogHasNow()
