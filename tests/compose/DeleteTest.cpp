@@ -1,62 +1,44 @@
 #include "ComposeFixture.h"
 
+#include <QSignalSpy>
+
 class DeleteTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void asksFirst_data()
-    {
-        const TestTable<int, int, QString, QString> row({"status", "type", "question", "tells"});
-        row("new post", 0, 0, "Deleting Post \"Title\"", "on this computer only");
-        row("page", 2, 1, "Deleting Page \"Title\"", "trash");
-    }
-
     void asksFirst()
     {
-        QFETCH(int, status);
-        QFETCH(int, type);
-        QFETCH(QString, tells);
-        ComposeFixture screen(status, "Title", "<p>x</p>", type);
-        screen.pressDelete();
-        QTEST(screen.view.deleteQuestion, "question");
-        QVERIFY(screen.view.deleteText.contains(tells));
-        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
-        QCOMPARE(screen.host.rows.size(), 1);
-    }
-
-    void deletes_data()
-    {
-        const TestTable<int, int, bool, QString> row({"status", "rowStatus", "online", "deleted"});
-        row("new", 0, 3, true, "here");
-        row("new, offline", 0, 3, false, "here");
-        row("solved conflict", 2, 6, false, "here");
-        row("draft", 1, 1, true, "blog");
-        row("published, changed here", 2, 4, true, "blog");
-        row("draft, offline", 1, 1, false, "nowhere");
+        for (const bool isNew : {true, false}) {
+            ComposeFixture screen(isNew ? 0 : 2, "Title", "<p>x</p>", isNew ? 0 : 1);
+            screen.pressDelete();
+            QCOMPARE(screen.view.deleteQuestion, isNew ? "Deleting Post \"Title\"" : "Deleting Page \"Title\"");
+            QVERIFY(screen.view.deleteText.contains(isNew ? "on this computer only" : "trash"));
+            Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(0);
+            QCOMPARE(screen.host.rows.size(), 1);
+        }
     }
 
     void deletes()
     {
-        QFETCH(int, status);
-        QFETCH(int, rowStatus);
-        QFETCH(bool, online);
-        QFETCH(QString, deleted);
-        ComposeFixture screen(status);
-        const LocalPostPtr row = screen.post()->localPost;
-        row->status = rowStatus;
-        screen.host.isOnline = online;
-        int said = 0;
-        QObject::connect(&screen.host.noted, &ZLNotifications::didDeletePost, [&said] { ++said; });
-        screen.pressDelete();
-        Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
-        QCOMPARE(screen.host.deletedOnBlog.size(), deleted == "blog" ? 1 : 0);
-        QCOMPARE(screen.host.deletedFiles, deleted == "here" ? QList<QUrl>{row->localFile} : QList<QUrl>());
-        QCOMPARE(screen.host.rows.isEmpty(), deleted == "here");
-        QCOMPARE(screen.view.titleText, deleted == "here" ? "" : "Title");
-        QCOMPARE(said, deleted == "nowhere" ? 0 : 1);
-        QCOMPARE(screen.prompts.journal,
-            deleted == "nowhere"
-                ? QStringList("alert: No internet connection! You have to be connected to delete an online post.")
-                : QStringList());
+        const QString here = "here", onBlog = "blog", nowhere = "nowhere";
+        for (const auto &[status, rowStatus, online, deleted] :
+            {std::tuple(0, 3, true, here), {0, 3, false, here}, {2, 6, false, here}, // the last solved a conflict
+                {1, 1, true, onBlog}, {2, 4, true, onBlog}, {1, 1, false, nowhere}}) {
+            ComposeFixture screen(status);
+            const LocalPostPtr row = screen.post()->localPost;
+            row->status = rowStatus;
+            screen.host.isOnline = online;
+            QSignalSpy said(&screen.host.noted, &ZLNotifications::didDeletePost);
+            screen.pressDelete();
+            Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+            QCOMPARE(screen.host.deletedOnBlog.size(), deleted == onBlog ? 1 : 0);
+            QCOMPARE(screen.host.deletedFiles, deleted == here ? QList<QUrl>{row->localFile} : QList<QUrl>());
+            QCOMPARE(screen.host.rows.isEmpty(), deleted == here);
+            QCOMPARE(screen.view.titleText, deleted == here ? "" : "Title");
+            QCOMPARE(said.size(), deleted == nowhere ? 0 : 1);
+            QCOMPARE(screen.prompts.journal.join(""),
+                deleted == nowhere ? "alert: No internet connection! You have to be connected to delete an online post."
+                                   : "");
+        }
     }
 
     void asksTheBlogOnce()

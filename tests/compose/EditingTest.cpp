@@ -1,5 +1,7 @@
 #include "ComposeFixture.h"
 
+#include <QSignalSpy>
+
 namespace {
 enum Edit { Title, Content, Tokens };
 
@@ -24,72 +26,53 @@ QString expected(int what)
 {
     return QStringList{"New title", "<p>New text</p>", "News,#qt"}.at(what);
 }
-
 } // namespace
 
 class EditingTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void writesToTheFile_data()
-    {
-        const TestTable<int, int, QString> row({"what", "status", "fileStatus"});
-        row("title of a new post", Title, 0, "new");
-        row("title of a draft", Title, 1, "modified");
-        row("content of a new post", Content, 0, "new");
-        row("content of a published post", Content, 2, "modified");
-        row("content of a note", Content, 3, "modified");
-        row("tokens of a published post", Tokens, 2, "modified");
-    }
-
     void writesToTheFile()
     {
-        QFETCH(int, what);
-        QFETCH(int, status);
-        ComposeFixture screen(status);
-        edit(screen, what);
-        QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
-        QCOMPARE(screen.view.saveState, "Saving…");
-        Q_EMIT screen.view.didResignMain();
-        QCOMPARE(screen.view.saveState, "Saved on this computer");
-        const DocumentPtr written = screen.onDisk(screen.post()->localPost);
-        QCOMPARE(edited(*written, what), expected(what));
-        QTEST(written->fileInfo.status, "fileStatus");
-        QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
-        QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
-        QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
-    }
-
-    void givesABlankPostItsFile_data()
-    {
-        const TestTable<int> row({"what"});
-        row("title", int(Title));
-        row("content", int(Content));
-        row("tokens", int(Tokens));
+        for (const auto &[what, status, fileStatus] : {std::tuple(Title, 0, "new"), {Title, 1, "modified"},
+                 {Content, 0, "new"}, {Content, 2, "modified"}, {Content, 3, "modified"}, {Tokens, 2, "modified"}}) {
+            ComposeFixture screen(status);
+            edit(screen, what);
+            QVERIFY(screen.controller->currentDocument()->hasUnautosavedChanges());
+            QCOMPARE(screen.view.saveState, "Saving…");
+            Q_EMIT screen.view.didResignMain();
+            QCOMPARE(screen.view.saveState, "Saved on this computer");
+            const DocumentPtr written = screen.onDisk(screen.post()->localPost);
+            QCOMPARE(edited(*written, what), expected(what));
+            QCOMPARE(written->fileInfo.status, fileStatus);
+            QCOMPARE(screen.post()->title, what == Title ? "New title" : "Title");
+            QCOMPARE(screen.rowUpdates.titles, what == Title ? QStringList("New title") : QStringList());
+            QCOMPARE(screen.rowUpdates.contents, what == Content ? QStringList("<p>New text</p>") : QStringList());
+        }
     }
 
     void givesABlankPostItsFile()
     {
-        QFETCH(int, what);
-        ComposeFixture screen;
-        screen.page.type(""); // nothing is written yet
-        QVERIFY(screen.host.rows.isEmpty());
-        int updates = 0;
-        QObject::connect(&screen.host.noted, &ZLNotifications::didUpdatePosts, [&updates] { ++updates; });
-        edit(screen, what);
-        QCOMPARE(screen.host.rows.size(), 1);
-        QCOMPARE(updates, 1);
-        const LocalPostPtr row = screen.host.rows.first();
-        QCOMPARE(screen.rowUpdates.selectedFile, row->localFile);
-        QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
-        edit(screen, what);
-        screen.settle();
-        QCOMPARE(screen.host.rows.size(), 1);
-        QCOMPARE(screen.post()->localPost, row);
-        QCOMPARE(screen.page.loaded.size(), 1); // the page was left alone
-        const DocumentPtr written = screen.onDisk(row);
-        QCOMPARE(edited(*written, what), expected(what));
-        QCOMPARE(written->fileInfo.status, "new");
-        QCOMPARE(written->post.id, "");
+        for (const Edit what : {Title, Content, Tokens}) {
+            ComposeFixture screen;
+            screen.page.type(""); // nothing is written yet
+            QVERIFY(screen.host.rows.isEmpty());
+            QSignalSpy updates(&screen.host.noted, &ZLNotifications::didUpdatePosts);
+            edit(screen, what);
+            QCOMPARE(screen.host.rows.size(), 1);
+            QCOMPARE(updates.size(), 1);
+            const LocalPostPtr row = screen.host.rows.first();
+            QCOMPARE(screen.rowUpdates.selectedFile, row->localFile);
+            QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
+            edit(screen, what);
+            screen.settle();
+            QCOMPARE(screen.host.rows.size(), 1);
+            QCOMPARE(screen.post()->localPost, row);
+            QCOMPARE(screen.page.loaded.size(), 1); // the page was left alone
+            const DocumentPtr written = screen.onDisk(row);
+            QCOMPARE(edited(*written, what), expected(what));
+            QCOMPARE(written->fileInfo.status, "new");
+            QCOMPARE(written->post.id, "");
+        }
     }
 
     void needsABlogForThat()
@@ -98,46 +81,38 @@ private Q_SLOTS:
         screen.host.account = nullptr;
         for (const int what : {Title, Content, Tokens})
             edit(screen, what);
-        QVERIFY(screen.host.rows.isEmpty());
-        QVERIFY(screen.prompts.journal.isEmpty());
-    }
-
-    void keepsANewPostWithoutAFile_data()
-    {
-        QTest::addColumn<bool>("isLeft");
-        QTest::newRow("on the screen") << false;
-        QTest::newRow("left") << true;
+        QVERIFY(screen.host.rows.isEmpty() && screen.prompts.journal.isEmpty());
     }
 
     void keepsANewPostWithoutAFile()
     {
-        QFETCH(bool, isLeft);
-        ComposeFixture screen;
-        const QString blog = screen.host.files.blogPath(screen.host.getBlogName());
-        QFile inTheWay(blog);
-        QVERIFY(QDir().mkpath(QFileInfo(blog).path()) && inTheWay.open(QIODevice::WriteOnly));
-        screen.page.type("<p>Text</p>");
-        screen.page.type("<p>Text.</p>");
-        screen.view.typeTitle("Title");
-        screen.controller->saveDocuments();
-        QCOMPARE(screen.view.saveState, "Not saved");
-        screen.press(true);
-        QTRY_COMPARE(screen.prompts.journal.size(), 1);
-        QVERIFY(screen.host.rows.isEmpty());
-        // It waits in memory, also when another post is on the screen.
-        if (isLeft)
-            screen.controller->newPost();
-        QVERIFY(inTheWay.remove());
-        screen.host.documents.saveAll();
-        QCOMPARE(screen.host.rows.size(), 1);
-        const DocumentPtr written = screen.onDisk(screen.host.rows.first());
-        QCOMPARE(written->post.title, "Title");
-        QCOMPARE(written->post.content, "<p>Text.</p>");
-        QCOMPARE(screen.rowUpdates.selectedFile.isEmpty(), isLeft);
-        QCOMPARE(bool(screen.post()->localPost), !isLeft);
-        screen.press(true);
-        screen.settle();
-        QCOMPARE(screen.host.sent.size(), isLeft ? 0 : 1);
+        for (const bool isLeft : {false, true}) {
+            ComposeFixture screen;
+            const QString blog = screen.host.files.blogPath(screen.host.getBlogName());
+            writeFile(blog); // in the way of the folder
+            screen.page.type("<p>Text</p>");
+            screen.page.type("<p>Text.</p>");
+            screen.view.typeTitle("Title");
+            screen.controller->saveDocuments();
+            QCOMPARE(screen.view.saveState, "Not saved");
+            screen.press(true);
+            QTRY_COMPARE(screen.prompts.journal.size(), 1);
+            QVERIFY(screen.host.rows.isEmpty());
+            // It waits in memory, also when another post is on the screen.
+            if (isLeft)
+                screen.controller->newPost();
+            QVERIFY(QFile::remove(blog));
+            screen.host.documents.saveAll();
+            QCOMPARE(screen.host.rows.size(), 1);
+            const DocumentPtr written = screen.onDisk(screen.host.rows.first());
+            QCOMPARE(written->post.title, "Title");
+            QCOMPARE(written->post.content, "<p>Text.</p>");
+            QCOMPARE(screen.rowUpdates.selectedFile.isEmpty(), isLeft);
+            QCOMPARE(bool(screen.post()->localPost), !isLeft);
+            screen.press(true);
+            screen.settle();
+            QCOMPARE(screen.host.sent.size(), isLeft ? 0 : 1);
+        }
     }
 
     void goesIntoThePostThatWasEdited()
@@ -167,39 +142,33 @@ private Q_SLOTS:
         QVERIFY(screen.controller->currentPost()->localPost == nullptr);
     }
 
-    void meetsAVersionOfTheBlog_data()
-    {
-        const TestTable<QString, bool, bool> row({"late", "isLeft", "isConflict"});
-        row("a last key", "<p>Textx</p>", false, true);
-        row("a last key, of a post that was left", "<p>Textx</p>", true, true);
-        row("nothing new", "<p>Text</p>", false, false);
-    }
-
     void meetsAVersionOfTheBlog()
     {
-        QFETCH(QString, late);
-        QFETCH(bool, isLeft);
-        QFETCH(bool, isConflict);
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        const LocalPostPtr row = screen.post()->localPost;
-        const int owner = screen.page.owner;
-        if (isLeft)
-            screen.controller->newPost();
-        const PostPtr theirs = (*ZLDocument::open(row->localFile))->wordpressPost();
-        theirs->content = theirs->storedContent = "<p>theirs</p>";
-        QVERIFY(theirs->saveAtPath(row->localFile.toLocalFile()));
-        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
-        Q_EMIT screen.page.setPostContent(late, owner); // was on its way
-        screen.settle();
-        const QString kept = isConflict ? late : "<p>theirs</p>";
-        const DocumentPtr written = screen.onDisk(row);
-        QCOMPARE(written->post.content, kept);
-        QCOMPARE(written->isInConflict(), isConflict);
-        const auto other = ZLDocument::open(QUrl::fromLocalFile(PostSync::conflictPath(row->localFile.toLocalFile())));
-        QCOMPARE(other ? (*other)->post.content : QString(), isConflict ? "<p>theirs</p>" : QString());
-        if (!isLeft)
-            QCOMPARE(*screen.page.body, kept);
-        QCOMPARE(screen.view.noticeAction, isConflict && !isLeft ? "Choose…" : "");
+        const QString key = "<p>Textx</p>", nothingNew = "<p>Text</p>";
+        for (const auto &[late, isLeft] : {std::pair(key, false), {key, true}, {nothingNew, false}}) {
+            const bool isConflict = late == key;
+            ComposeFixture screen(ZLWordpressPost::Publish);
+            const LocalPostPtr row = screen.post()->localPost;
+            const int owner = screen.page.owner;
+            if (isLeft)
+                screen.controller->newPost();
+            const PostPtr theirs = (*ZLDocument::open(row->localFile))->wordpressPost();
+            theirs->content = theirs->storedContent = "<p>theirs</p>";
+            QVERIFY(theirs->saveAtPath(row->localFile.toLocalFile()));
+            screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
+            Q_EMIT screen.page.setPostContent(late, owner); // was on its way
+            screen.settle();
+            const QString kept = isConflict ? late : "<p>theirs</p>";
+            const DocumentPtr written = screen.onDisk(row);
+            QCOMPARE(written->post.content, kept);
+            QCOMPARE(written->isInConflict(), isConflict);
+            const auto other =
+                ZLDocument::open(QUrl::fromLocalFile(PostSync::conflictPath(row->localFile.toLocalFile())));
+            QCOMPARE(other ? (*other)->post.content : QString(), isConflict ? "<p>theirs</p>" : QString());
+            if (!isLeft)
+                QCOMPARE(*screen.page.body, kept);
+            QCOMPARE(screen.view.noticeAction, isConflict && !isLeft ? "Choose…" : "");
+        }
     }
 
     void goesIntoTheBlankPostThatWasLeft()
@@ -221,32 +190,24 @@ private Q_SLOTS:
         }
     }
 
-    void waitsForTheLastKeysBeforeTheEnd_data()
-    {
-        QTest::addColumn<QString>("before");
-        QTest::newRow("open post") << "open";
-        QTest::newRow("blank post") << "blank";
-        QTest::newRow("page that is not there") << "no page";
-    }
-
     void waitsForTheLastKeysBeforeTheEnd()
     {
-        QFETCH(QString, before);
-        ComposeFixture screen;
-        if (before != "blank")
-            QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
-        screen.page.holdsAnswers = true;
-        bool isDone = false;
-        screen.controller->commitEditing().then([&isDone] { isDone = true; });
-        screen.settle();
-        QVERIFY(!isDone);
-        if (before != "no page")
-            screen.page.type("<p>last</p>");
-        screen.page.answer(before == "no page" ? std::nullopt : screen.page.body);
-        QTRY_VERIFY(isDone);
-        screen.controller->saveDocuments();
-        const QString written = QString::fromUtf8(screen.bytesOnDisk(screen.post()->localPost));
-        QCOMPARE(written.contains("last"), before != "no page");
+        for (const QString before : {"open", "blank", "no page"}) {
+            ComposeFixture screen;
+            if (before != "blank")
+                QVERIFY(screen.loadNew(ZLWordpressPost::Draft));
+            screen.page.holdsAnswers = true;
+            bool isDone = false;
+            screen.controller->commitEditing().then([&isDone] { isDone = true; });
+            screen.settle();
+            QVERIFY(!isDone);
+            if (before != "no page")
+                screen.page.type("<p>last</p>");
+            screen.page.answer(before == "no page" ? std::nullopt : screen.page.body);
+            QTRY_VERIFY(isDone);
+            screen.controller->saveDocuments();
+            QCOMPARE(screen.bytesOnDisk(screen.post()->localPost).contains("last"), before != "no page");
+        }
     }
 
     void keepsTheTextWhenTheDiskFails()
@@ -269,29 +230,20 @@ private Q_SLOTS:
         QCOMPARE(screen.view.notice, "");
     }
 
-    void tellsWhetherANewPostIsNeeded_data()
-    {
-        const TestTable<int, QString, QString, bool> row({"status", "title", "body", "needed"});
-        row("blank", 0, "", "", false);
-        row("with a title", 0, "T", "", true);
-        row("with content", 0, "", "<p>x</p>", true);
-        row("empty draft", 1, "", "", true);
-    }
-
     void tellsWhetherANewPostIsNeeded()
     {
-        QFETCH(int, status);
-        QFETCH(QString, title);
-        QFETCH(QString, body);
-        ComposeFixture screen;
-        if (status != ZLWordpressPost::New)
-            QVERIFY(screen.loadNew(status, {}, {}));
-        screen.view.titleText = title;
-        screen.page.body = body;
-        std::optional<bool> answer;
-        screen.controller->canCreateNewPost().then([&answer](bool needed) { answer = needed; });
-        QTRY_VERIFY(answer);
-        QTEST(*answer, "needed");
+        for (const auto &[status, title, body, needed] :
+            {std::tuple(0, "", "", false), {0, "T", "", true}, {0, "", "<p>x</p>", true}, {1, "", "", true}}) {
+            ComposeFixture screen;
+            if (status != ZLWordpressPost::New)
+                QVERIFY(screen.loadNew(status, {}, {}));
+            screen.view.titleText = title;
+            screen.page.body = QString(body);
+            std::optional<bool> answer;
+            screen.controller->canCreateNewPost().then([&answer](bool needed) { answer = needed; });
+            QTRY_VERIFY(answer);
+            QCOMPARE(*answer, needed);
+        }
     }
 };
 

@@ -3,57 +3,43 @@
 class LinkTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void linksTheSelection_data()
-    {
-        addColumns<QString, QString>({"typed", "linked"});
-        const auto row = [](const QString &typed, const QString &linked) {
-            QTest::newRow(qPrintable(typed)) << typed << linked;
-        };
-        row("example.org/a", "http://example.org/a");
-        row("http://example.org", "http://example.org");
-        row("https://example.org", "https://example.org");
-        row("", "http://");
-    }
-
     void linksTheSelection()
     {
-        QFETCH(QString, typed);
-        QFETCH(QString, linked);
-        ComposeFixture screen;
-        screen.host.settings = QStringList{"linksInNewWindowByDefault"};
-        screen.view.linkAnswer = {LinkAnswer::Done, typed, "Tip", false};
-        screen.view.whileAsking = [&screen] { screen.controller->addLinkToCurrentSelection(); }; // the sheet is up
-        screen.controller->addLinkToCurrentSelection();
-        screen.settle();
-        QCOMPARE(screen.view.askedLinks.size(), 1);
-        QVERIFY(screen.view.askedLinks.first().newWindow);
-        QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
-    }
-
-    void changesALink_data()
-    {
-        const TestTable<LinkAnswer, QString> row({"answer", "call"});
-        row("unchanged", LinkAnswer{LinkAnswer::Done, "/about", "Us", true}, "removeLinkMark");
-        row("cancelled", LinkAnswer{LinkAnswer::Cancel, "other", "Us", true}, "removeLinkMark");
-        row("removed", LinkAnswer{LinkAnswer::Remove, "/about", "Us", true}, "removeLink");
-        row("other tooltip", LinkAnswer{LinkAnswer::Done, "/about", "They", true}, "addLink /about They 1");
-        row("same window", LinkAnswer{LinkAnswer::Done, "/about", "Us", false}, "addLink /about Us 0");
+        for (const auto &[typed, linked] :
+            {std::pair("example.org/a", "http://example.org/a"), {"http://example.org", "http://example.org"},
+                {"https://example.org", "https://example.org"}, {"", "http://"}}) {
+            ComposeFixture screen;
+            screen.host.settings = QStringList{"linksInNewWindowByDefault"};
+            screen.view.linkAnswer = {LinkAnswer::Done, typed, "Tip", false};
+            screen.view.whileAsking = [&screen] { screen.controller->addLinkToCurrentSelection(); }; // the sheet is up
+            screen.controller->addLinkToCurrentSelection();
+            screen.settle();
+            QCOMPARE(screen.view.askedLinks.size(), 1);
+            QVERIFY(screen.view.askedLinks.first().newWindow);
+            QCOMPARE(screen.page.calls, QStringList({"addLinkMark", "focus", QString("addLink %1 Tip 0").arg(linked)}));
+        }
     }
 
     void changesALink()
     {
-        QFETCH(LinkAnswer, answer);
         const PageLink link{"/about", "Us", "About", true, true};
-        ComposeFixture screen(ZLWordpressPost::Draft);
-        screen.page.link = link;
-        screen.view.linkAnswer = answer;
-        screen.controller->addLinkToCurrentSelection();
-        screen.settle();
-        QCOMPARE(screen.view.askedLinks.first().url, "/about");
-        QTEST(screen.page.calls.last(), "call");
-        Q_EMIT screen.page.openAddLink("/about", "Us", true);
-        screen.settle();
-        QTEST(screen.page.calls.last(), "call");
+        const LinkAnswer::Deed done = LinkAnswer::Done;
+        for (const auto &[answer, call] : {std::pair(LinkAnswer{done, "/about", "Us", true}, "removeLinkMark"),
+                 {LinkAnswer{LinkAnswer::Cancel, "other", "Us", true}, "removeLinkMark"},
+                 {LinkAnswer{LinkAnswer::Remove, "/about", "Us", true}, "removeLink"},
+                 {LinkAnswer{done, "/about", "They", true}, "addLink /about They 1"},
+                 {LinkAnswer{done, "/about", "Us", false}, "addLink /about Us 0"}}) {
+            ComposeFixture screen(ZLWordpressPost::Draft);
+            screen.page.link = link;
+            screen.view.linkAnswer = answer;
+            screen.controller->addLinkToCurrentSelection();
+            screen.settle();
+            QCOMPARE(screen.view.askedLinks.first().url, "/about");
+            QCOMPARE(screen.page.calls.last(), call);
+            Q_EMIT screen.page.openAddLink("/about", "Us", true);
+            screen.settle();
+            QCOMPARE(screen.page.calls.last(), call);
+        }
     }
 
     void leavesAnotherTextAlone()

@@ -70,117 +70,74 @@ private Q_SLOTS:
         QVERIFY(screen.rowUpdates.titles.isEmpty()); // the selected row is that of the other post
     }
 
-    void runsTheAction_data()
-    {
-        const TestTable<PostAction, QString> row({"action", "done"});
-        row("publish", PostAction::Publish, "sent 2");
-        row("delete", PostAction::Delete, "Deleting Post \"Title\"");
-        row("save", PostAction::Save, "sent 1");
-        row("none", PostAction::None, "");
-    }
-
-    void runsTheAction()
-    {
-        QFETCH(PostAction, action);
-        ComposeFixture screen;
-        const LocalPostPtr row = screen.host.addPost("41", ZLWordpressPost::Draft, "Title", "<p>Text</p>");
-        screen.controller->loadPost(row, action);
-        const auto done = [&screen] {
-            return screen.host.sent.isEmpty() ? screen.view.deleteQuestion
-                                              : QString("sent %1").arg(screen.host.sent.first()->kind());
-        };
-        screen.settle();
-        QTRY_COMPARE(screen.post()->localPost, row);
-        QTEST(done(), "done");
-    }
-
-    void saysWhatIsSpecial_data()
-    {
-        const TestTable<int, QString, bool, QString> row({"status", "blogStatus", "tokens", "notice"});
-        row("post", 2, QString(), true, "");
-        row("private", 2, "private", true, "stays so");
-        row("pending", 1, "pending", true, "\"Save\" leaves it waiting");
-        row("page", 2, "page", false, "");
-    }
-
     void saysWhatIsSpecial()
     {
-        QFETCH(int, status);
-        QFETCH(QString, blogStatus);
-        QFETCH(QString, notice);
-        ComposeFixture screen;
-        const bool isPage = blogStatus == "page";
-        const LocalPostPtr row = screen.host.addPost("41", status, "Title", "<p>Text</p>", isPage ? 1 : 0);
-        const DocumentPtr document = *ZLDocument::open(row->localFile);
-        document->post.blogStatus = isPage ? QString() : blogStatus;
-        document->updateChangeCount();
-        QVERIFY(document->saveDocument());
-        QVERIFY(screen.load(row));
-        QVERIFY(screen.view.notice.contains(notice));
-        QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
-        QTEST(screen.view.areTokensShown, "tokens");
-    }
-
-    void goesBackToTheBlogsVersion_data()
-    {
-        const TestTable<int, QString> row({"answer", "content"});
-        row("revert", 0, "<p>Text</p>");
-        row("cancel", 1, "<p>Mine</p>");
+        for (const auto &[status, type, blogStatus, notice] :
+            {std::tuple(2, 0, QString(), QString()), {2, 0, "private", "stays so"},
+                {1, 0, "pending", "\"Save\" leaves it waiting"}, {2, 1, QString(), QString()}}) {
+            ComposeFixture screen;
+            const LocalPostPtr row = screen.host.addPost("41", status, "Title", "<p>Text</p>", type);
+            const DocumentPtr document = *ZLDocument::open(row->localFile);
+            document->post.blogStatus = blogStatus;
+            document->updateChangeCount();
+            QVERIFY(document->saveDocument());
+            QVERIFY(screen.load(row));
+            QVERIFY(screen.view.notice.contains(notice));
+            QCOMPARE(screen.view.notice.isEmpty(), notice.isEmpty());
+            QCOMPARE(screen.view.areTokensShown, type == ZLWordpressPost::Post);
+        }
     }
 
     void goesBackToTheBlogsVersion()
     {
-        QFETCH(int, answer);
-        QFETCH(QString, content);
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        QVERIFY(!screen.controller->actions().testFlag(PostAction::Revert));
-        screen.page.type("<p>Mine</p>");
-        screen.controller->saveDocuments();
-        QVERIFY(screen.controller->actions().testFlag(PostAction::Revert));
-        screen.prompts.answers = {answer};
-        screen.controller->doActionForCurrentPost(PostAction::Revert);
-        screen.settle();
-        QCOMPARE(screen.onDisk(screen.post()->localPost)->post.content, content);
-        QCOMPARE(screen.page.loaded.size(), answer == 0 ? 3 : 2);
-        QCOMPARE(screen.controller->actions().testFlag(PostAction::Revert), answer == 1);
-        if (answer == 0) // so that it can be undone
-            QVERIFY(screen.page.loading == ComposePage::Loading::SamePost);
-    }
-
-    void takesTheBlogsVersion_data()
-    {
-        const TestTable<QString, int, QString> row({"typed", "answer", "content"});
-        row("nothing typed", QString(), -1, "<p>theirs</p>");
-        row("a last key, given up", "<p>Textx</p>", 0, "<p>theirs</p>");
-        row("a last key, kept", "<p>Textx</p>", 1, "<p>Textx</p>");
+        for (const bool isCancelled : {false, true}) {
+            ComposeFixture screen(ZLWordpressPost::Publish);
+            QVERIFY(!screen.controller->actions().testFlag(PostAction::Revert));
+            screen.page.type("<p>Mine</p>");
+            screen.controller->saveDocuments();
+            QVERIFY(screen.controller->actions().testFlag(PostAction::Revert));
+            screen.prompts.answers = {isCancelled};
+            screen.controller->doActionForCurrentPost(PostAction::Revert);
+            screen.settle();
+            QCOMPARE(
+                screen.onDisk(screen.post()->localPost)->post.content, isCancelled ? "<p>Mine</p>" : "<p>Text</p>");
+            QCOMPARE(screen.page.loaded.size(), isCancelled ? 2 : 3);
+            QCOMPARE(screen.controller->actions().testFlag(PostAction::Revert), isCancelled);
+            if (!isCancelled) // so that it can be undone
+                QVERIFY(screen.page.loading == ComposePage::Loading::SamePost);
+        }
     }
 
     void takesTheBlogsVersion()
     {
-        QFETCH(QString, typed);
-        QFETCH(int, answer);
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        const auto theirs = std::make_shared<ZLWordpressPost>(*screen.post());
-        theirs->content = theirs->storedContent = "<p>theirs</p>";
-        screen.press(true);
-        QVERIFY(screen.sends(1));
-        screen.host.sent.first()->end(
-            {.kind = UploadOutcome::Published, .remote = screen.post(), .blogVersion = theirs});
-        Q_EMIT screen.host.noted.didUpdatePost(screen.post(), {screen.post(), screen.post()->localPost});
-        QCOMPARE(screen.view.noticeAction, "Take the Blog's Version");
-        screen.page.holdsAnswers = true;
-        if (answer >= 0)
-            screen.prompts.answers = {answer};
-        Q_EMIT screen.view.didPressedNoticeAction();
-        if (!typed.isNull())
-            screen.page.type(typed); // is on its way still
-        while (!screen.page.held.isEmpty()) {
-            screen.page.answer(typed);
-            screen.settle();
+        // nothing typed; a last key that is given up; one that is kept
+        const QString late = "<p>Textx</p>", blogs = "<p>theirs</p>";
+        for (const auto &[typed, answer, content] :
+            {std::tuple(QString(), -1, blogs), {late, 0, blogs}, {late, 1, late}}) {
+            ComposeFixture screen(ZLWordpressPost::Publish);
+            const auto theirs = std::make_shared<ZLWordpressPost>(*screen.post());
+            theirs->content = theirs->storedContent = blogs;
+            screen.press(true);
+            QVERIFY(screen.sends(1));
+            screen.host.sent.first()->end(
+                {.kind = UploadOutcome::Published, .remote = screen.post(), .blogVersion = theirs});
+            Q_EMIT screen.host.noted.didUpdatePost(screen.post(), {screen.post(), screen.post()->localPost});
+            QCOMPARE(screen.page.loaded.last(), "<p>Text</p>");
+            QCOMPARE(screen.view.noticeAction, "Take the Blog's Version");
+            screen.page.holdsAnswers = true;
+            if (answer >= 0)
+                screen.prompts.answers = {answer};
+            Q_EMIT screen.view.didPressedNoticeAction();
+            if (!typed.isNull())
+                screen.page.type(typed); // is on its way still
+            while (!screen.page.held.isEmpty()) {
+                screen.page.answer(typed);
+                screen.settle();
+            }
+            QCOMPARE(screen.prompts.journal.size(), typed.isNull() ? 0 : 1);
+            QCOMPARE(screen.onDisk(screen.post()->localPost)->post.content, content);
+            QCOMPARE(*screen.page.body, content);
         }
-        QCOMPARE(screen.prompts.journal.size(), typed.isNull() ? 0 : 1);
-        QTEST(screen.onDisk(screen.post()->localPost)->post.content, "content");
-        QTEST(*screen.page.body, "content");
     }
 
     void goesBlank()
@@ -203,60 +160,44 @@ private Q_SLOTS:
         QVERIFY(!screen.view.actionsEnabled);
     }
 
-    void readsThePostAgainAfterASync_data()
-    {
-        const TestTable<int, int, bool> row({"status", "engine", "reads"});
-        row("draft, WordPress", 1, 0, true);
-        row("published, WordPress", 2, 0, true);
-        row("new", 0, 0, false);
-        row("draft, Evernote", 1, 1, false);
-        row("note, Evernote", 3, 1, true);
-        row("note, WordPress", 3, 0, false);
-    }
-
     void readsThePostAgainAfterASync()
     {
-        QFETCH(int, status);
-        QFETCH(int, engine);
-        ComposeFixture screen(status);
-        const PostPtr before = screen.post();
-        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine(engine));
-        screen.settle();
-        QTEST(screen.post() != before, "reads");
-    }
-
-    void leavesTheScreenAloneWhenASyncBroughtNothing_data()
-    {
-        const TestTable<QString, bool> row({"written", "shows"});
-        row("nothing", "", false);
-        row("content", "<p>From the blog</p>", true);
+        const SyncEngine blog = SyncEngine::WordPress, notes = SyncEngine::Evernote;
+        for (const auto &[status, engine, reads] : {std::tuple(1, blog, true), {2, blog, true}, {0, blog, false},
+                 {1, notes, false}, {3, notes, true}, {3, blog, false}}) {
+            ComposeFixture screen(status);
+            const PostPtr before = screen.post();
+            screen.controller->reloadCurrentPostAfterSyncingEngine(engine);
+            screen.settle();
+            QVERIFY2((screen.post() != before) == reads, qPrintable(QString::number(status)));
+        }
     }
 
     void leavesTheScreenAloneWhenASyncBroughtNothing()
     {
-        QFETCH(QString, written);
-        QFETCH(bool, shows);
-        ComposeFixture screen(ZLWordpressPost::Publish);
-        const LocalPostPtr row = screen.post()->localPost;
-        screen.view.typeTitle("Better");
-        screen.page.type("<p>Text, longer</p>");
-        screen.controller->saveDocuments();
-        if (!written.isEmpty()) {
-            const DocumentPtr synced = *ZLDocument::open(row->localFile);
-            synced->post.content = written;
-            synced->updateChangeCount();
-            QVERIFY(synced->saveDocument());
+        for (const bool shows : {false, true}) {
+            ComposeFixture screen(ZLWordpressPost::Publish);
+            const LocalPostPtr row = screen.post()->localPost;
+            screen.view.typeTitle("Better");
+            screen.page.type("<p>Text, longer</p>");
+            screen.controller->saveDocuments();
+            if (shows) {
+                const DocumentPtr synced = *ZLDocument::open(row->localFile);
+                synced->post.content = "<p>From the blog</p>";
+                synced->updateChangeCount();
+                QVERIFY(synced->saveDocument());
+            }
+            screen.view.typedToken = "half typ";
+            screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
+            if (!shows)
+                screen.page.type("<p>Text, longer still</p>"); // in the midst of it
+            screen.settle();
+            QCOMPARE(screen.page.loaded.size(), shows ? 3 : 2);
+            QCOMPARE(screen.view.typedToken, "half typ");
+            QCOMPARE(screen.view.titleText, "Better");
+            if (!shows)
+                QCOMPARE(screen.onDisk(row)->post.content, "<p>Text, longer still</p>");
         }
-        screen.view.typedToken = "half typ";
-        screen.controller->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
-        if (!shows)
-            screen.page.type("<p>Text, longer still</p>"); // in the midst of it
-        screen.settle();
-        QCOMPARE(screen.page.loaded.size(), shows ? 3 : 2);
-        QCOMPARE(screen.view.typedToken, "half typ");
-        QCOMPARE(screen.view.titleText, "Better");
-        if (!shows)
-            QCOMPARE(screen.onDisk(row)->post.content, "<p>Text, longer still</p>");
     }
 
     void letsTheChosenPostWinOverASync()

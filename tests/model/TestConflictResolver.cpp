@@ -2,6 +2,7 @@
 
 #include "model/ConflictResolver.h"
 #include "model/ConflictSides.h"
+#include "model/PostFile.h"
 
 namespace {
 const QDateTime now(QDate(2020, 1, 1), QTime(12, 0), Qt::UTC);
@@ -48,87 +49,64 @@ QByteArray textsOf(const QByteArray &file)
 class TestConflictResolver : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void answers_data()
-    {
-        const TestTable<int, int, QByteArray, QByteArray> row({"action", "selection", "post", "copy"});
-        const QByteArray local = "<title>Local</title><content>local body</content>";
-        const QByteArray remote = "<title>Remote</title><content>remote body</content>";
-        row("choose local", int(Resolver::Choose), int(Resolver::Local), local, {});
-        row("keep both, local", int(Resolver::KeepBoth), int(Resolver::Local), local,
-            "<title>[conflicted] " + remote.mid(7));
-        row("choose remote", int(Resolver::Choose), int(Resolver::Remote), remote, {});
-        row("keep both, remote", int(Resolver::KeepBoth), int(Resolver::Remote), remote,
-            "<title>[conflicted] " + local.mid(7));
-    }
     void answers()
     {
-        QFETCH(int, action);
-        QFETCH(int, selection);
-        QFETCH(QByteArray, copy);
-        const Conflict conflict;
-        conflict.write();
-        const Resolver::Outcome outcome = conflict.resolve(action, selection);
-        QVERIFY(outcome.isDone);
-        QCOMPARE(outcome.reloadsPosts, selection == Resolver::Local);
-        const QByteArray post = conflict.folder.read();
-        QTEST(textsOf(post), "post");
-        if (selection == Resolver::Local) {
-            QVERIFY(post.contains("<updated_at>2020-01-01 12:00:00 +0000</updated_at>"));
-            QVERIFY(
-                post.endsWith("<file_info><status>modified</status><app_version>3</app_version></file_info></zalmo>"));
-        } else {
-            QVERIFY(post.contains("<updated_at>2015-01-01 10:00:00 +0000</updated_at>"));
-            QVERIFY(post.endsWith("<file_info><app_version>3</app_version></file_info></zalmo>"));
+        const QByteArray local = "<title>Local</title><content>local body</content>";
+        const QByteArray remote = "<title>Remote</title><content>remote body</content>";
+        for (const Resolver::Action action : {Resolver::Choose, Resolver::KeepBoth}) {
+            for (const bool isLocal : {true, false}) {
+                const Conflict conflict;
+                conflict.write();
+                const Resolver::Outcome outcome =
+                    conflict.resolve(action, isLocal ? Resolver::Local : Resolver::Remote);
+                QVERIFY(outcome.isDone);
+                QCOMPARE(outcome.reloadsPosts, isLocal);
+                const QByteArray post = conflict.folder.read();
+                QCOMPARE(textsOf(post), isLocal ? local : remote);
+                QVERIFY(post.contains(isLocal ? "<updated_at>2020-01-01 12:00:00 +0000</updated_at>"
+                                              : "<updated_at>2015-01-01 10:00:00 +0000</updated_at>"));
+                QCOMPARE(PostFile::fromData(post).fileInfo.status, isLocal ? u"modified"_qs : QString());
+                QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
+                const QByteArray copy = conflict.folder.read(u"conflict-solved.zalmo"_qs);
+                QCOMPARE(copy.isEmpty(), action == Resolver::Choose);
+                if (copy.isEmpty())
+                    continue;
+                QCOMPARE(textsOf(copy), "<title>[conflicted] " + (isLocal ? remote : local).mid(7));
+                QVERIFY(copy.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
+                QVERIFY(copy.contains("<id></id><status>new</status>") && copy.contains("<URL></URL>"));
+            }
         }
-        const QByteArray solved = conflict.folder.read(u"conflict-solved.zalmo"_qs);
-        QCOMPARE(solved.isEmpty() ? QByteArray() : textsOf(solved), copy);
-        if (!copy.isEmpty()) {
-            QVERIFY(solved.endsWith("<file_info><status>conflict-solved</status></file_info></zalmo>"));
-            QVERIFY(solved.contains("<id></id><status>new</status>") && solved.contains("<URL></URL>"));
-        }
-        QVERIFY(!conflict.folder.has(u"conflict.zalmo"_qs));
     }
 
-    void tellsTheRowsOfARemoteChoice_data()
-    {
-        addColumns<FileText, int>({"remote", "row"});
-        const auto row = [](const char *name, const char *engine, const char *status, const char *type, int expected) {
-            FileText remote = Conflict().remote;
-            remote.engine = engine;
-            remote.status = status;
-            remote.type = type;
-            QTest::newRow(name) << remote << expected;
-        };
-        row("published", "wordpress", "publish", "post", 0);
-        row("page", "wordpress", "publish", "page", 2);
-        row("draft", "wordpress", "draft", "post", 1);
-        row("note", "evernote", "new", "post", 7);
-    }
     void tellsTheRowsOfARemoteChoice()
     {
-        QFETCH(FileText, remote);
-        QFETCH(int, row);
-        Conflict conflict;
-        conflict.remote = remote;
-        conflict.write();
-        const Resolver::Outcome chosen = conflict.resolve(Resolver::Choose, Resolver::Remote);
-        QCOMPARE(chosen.removed, conflict.row);
-        QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
-        QCOMPARE(chosen.loaded, conflict.row);
-        QCOMPARE(conflict.row->status, row);
-        QCOMPARE(conflict.row->title, u"Remote"_qs);
+        for (const auto &[engine, status, type, row] :
+            {std::tuple("wordpress", "publish", "post", 0), {"wordpress", "publish", "page", 2},
+                {"wordpress", "draft", "post", 1}, {"evernote", "new", "post", 7}}) {
+            Conflict conflict;
+            conflict.remote.engine = engine;
+            conflict.remote.status = status;
+            conflict.remote.type = type;
+            conflict.write();
+            const Resolver::Outcome chosen = conflict.resolve(Resolver::Choose, Resolver::Remote);
+            QCOMPARE(chosen.removed, conflict.row);
+            QCOMPARE(chosen.insertedOnTop, QList<LocalPostPtr>{conflict.row});
+            QCOMPARE(chosen.loaded, conflict.row);
+            QCOMPARE(conflict.row->status, row);
+            QCOMPARE(conflict.row->title, u"Remote"_qs);
 
-        conflict.write();
-        const Resolver::Outcome kept = conflict.resolve(Resolver::KeepBoth, Resolver::Remote);
-        QCOMPARE(kept.removed, conflict.row);
-        QCOMPARE(kept.insertedOnTop.size(), 2);
-        QCOMPARE(kept.insertedOnTop.first()->status, 6);
-        QCOMPARE(kept.insertedOnTop.first()->title, u"[conflicted] Local"_qs);
-        QCOMPARE(kept.insertedOnTop.first()->localFile, conflict.folder.url(u"conflict-solved.zalmo"_qs));
-        QCOMPARE(kept.loaded, kept.insertedOnTop.last());
-        QCOMPARE(kept.loaded->status, row);
-        QCOMPARE(kept.loaded->localFile, conflict.folder.url());
-        QVERIFY(kept.loaded != conflict.row);
+            conflict.write();
+            const Resolver::Outcome kept = conflict.resolve(Resolver::KeepBoth, Resolver::Remote);
+            QCOMPARE(kept.removed, conflict.row);
+            QCOMPARE(kept.insertedOnTop.size(), 2);
+            const LocalPostPtr copy = kept.insertedOnTop.first();
+            QCOMPARE(copy->status, 6);
+            QCOMPARE(copy->title, u"[conflicted] Local"_qs);
+            QCOMPARE(copy->localFile, conflict.folder.url(u"conflict-solved.zalmo"_qs));
+            QCOMPARE(kept.loaded, kept.insertedOnTop.last());
+            QCOMPARE(kept.loaded->status, row);
+            QCOMPARE(kept.loaded->localFile, conflict.folder.url());
+        }
     }
 
     void keepsWhatIsUnsavedInACopyOnly()

@@ -65,8 +65,6 @@ private Q_SLOTS:
 
         const DocumentPtr document = f.open(draftId);
         QVERIFY(document);
-        QCOMPARE(document->post.title, u"A draft"_qs);
-        QCOMPARE(document->post.status, int(PostFields::Draft));
         QCOMPARE(document->post.blogStatus, u"pending"_qs);
         QCOMPARE(document->post.allowComments, false);
         QCOMPARE(document->post.allowPingback, true);

@@ -102,18 +102,6 @@ private Q_SLOTS:
         QCOMPARE(request.headers["content-length"], QByteArray::number(document.size()));
     }
 
-    void lettingGoOfADeliveredConnection()
-    {
-        m_server->willAnswer({.body = replyWith("yes")});
-        const Call call = this->call(m_server->url(), {QByteArray(1000, 'x')});
-        QVERIFY(isRegistered(call));
-        QTRY_VERIFY(call.listener->isCalled());
-        QVERIFY(!isRegistered(call));
-        QTRY_COMPARE(call.request.use_count(), 1); // neither the picture nor who waited for it is kept with it
-        QCOMPARE(call.listener.use_count(), 1);
-        m_manager->closeConnectionForIdentifier(call.listener->identifier); // a second time does no harm
-    }
-
     void sendsDataAndTellsProgress()
     {
         m_server->willAnswer({.body = replyWith("yes")});
@@ -122,12 +110,17 @@ private Q_SLOTS:
             picture.append(char(i * 7 + i / 251));
         const Call call =
             this->call(m_server->url(), {XMLRPCStruct{{u"bits"_qs, picture}}}, 60, u"wp.newMediaObject"_qs);
+        QVERIFY(isRegistered(call));
         const QByteArray document = call.request->body();
         QTRY_VERIFY_WITH_TIMEOUT(call.listener->isCalled(), 30000);
         QVERIFY(m_server->requests()[0].body == document);
         QVERIFY(call.listener->progress.size() >= 2);
         QVERIFY(std::is_sorted(call.listener->progress.begin(), call.listener->progress.end()));
         QCOMPARE(call.listener->progress.last(), 1.0f);
+        QVERIFY(!isRegistered(call));
+        QTRY_COMPARE(call.request.use_count(), 1); // neither the picture nor who waited for it is kept with it
+        QCOMPARE(call.listener.use_count(), 1);
+        m_manager->closeConnectionForIdentifier(call.listener->identifier); // a second time does no harm
     }
 
     void failuresReachTheDelegateOnce_data()
@@ -259,21 +252,12 @@ private Q_SLOTS:
         QCOMPARE(m_server->requests()[1].body, second.request->body());
     }
 
-    void readsAsItsHeadTells_data()
-    {
-        const TestTable<QByteArray, QByteArray, QString> row({"contentType", "body", "text"});
-        row("character set", "text/xml; charset=ISO-8859-1", replyWith("caf\xe9"), u"caf\u00e9"_qs);
-        row("quoted, in other case", "text/xml;x=y; Charset=\"iso-8859-1\"", replyWith("caf\xe9"), u"caf\u00e9"_qs);
-        row("not true", "text/xml; charset=ISO-8859-1", replyWith("caf\xc3\xa9"), u"caf\u00e9"_qs);
-        row("unknown", "text/xml; charset=x-none", replyWith("x"), u"x"_qs);
-    }
     void readsAsItsHeadTells()
     {
-        QFETCH(QByteArray, contentType);
-        QFETCH(QByteArray, body);
-        const Call call = answered({.headers = {{"Content-Type", contentType}}, .body = body});
+        const Call call = answered(
+            {.headers = {{"Content-Type", "text/xml;x=y; Charset=\"iso-8859-1\""}}, .body = replyWith("caf\xe9")});
         QCOMPARE(call.listener->responses.size(), 1);
-        QTEST(call.listener->responses[0]->object().string(), "text");
+        QCOMPARE(call.listener->responses[0]->object().string(), u"caf\u00e9"_qs);
     }
 
     void redirectsKeepThePost_data()
@@ -301,28 +285,22 @@ private Q_SLOTS:
             QCOMPARE(last.headers[name], first.headers[name]);
     }
 
-    void redirectsKeepThePasswordAtHome_data()
-    {
-        const TestTable<QUrl, QUrl, QString> row({"from", "target", "objection"});
-        const QUrl plain(u"http://b.test/"_qs), encrypted(u"https://b.test/"_qs), other(u"https://www.b.test/"_qs);
-        row("to the encrypted road", plain, encrypted, {});
-        row("on it", encrypted, QUrl(u"https://B.TEST/second"_qs), {});
-        row("off it", encrypted, plain,
-            u"b.test leads from its secure address to one that is not. Your password was not sent there."_qs);
-        row("to another host", plain, other,
-            u"b.test leads to another host, www.b.test. Your password was not sent there. If the blog has moved, "
-            "connect it with its new address."_qs);
-        row("to another port", plain, QUrl(u"http://b.test:81/"_qs),
-            u"b.test leads to another host, b.test:81. Your password was not sent there. If the blog has moved, "
-            "connect it with its new address."_qs);
-    }
     void redirectsKeepThePasswordAtHome()
     {
-        QFETCH(QUrl, from);
-        QFETCH(QUrl, target);
-        const std::optional<ZLError> objection = XMLRPCConnection::objectionToRedirect(from, target);
-        QTEST(objection ? objection->description : QString(), "objection");
-        QVERIFY(!objection || !TransferErrors::mayHaveHappened(*objection));
+        const auto objection = [](const QString &from, const QString &target) {
+            const std::optional<ZLError> error = XMLRPCConnection::objectionToRedirect(QUrl(from), QUrl(target));
+            return error && TransferErrors::mayHaveHappened(*error) ? u"may have happened"_qs
+                : error                                             ? error->description
+                                                                    : QString();
+        };
+        QCOMPARE(objection(u"http://b.test/"_qs, u"https://b.test/"_qs), QString());
+        QCOMPARE(objection(u"https://b.test/"_qs, u"https://B.TEST/second"_qs), QString());
+        QCOMPARE(objection(u"https://b.test/"_qs, u"http://b.test/"_qs),
+            u"b.test leads from its secure address to one that is not. Your password was not sent there."_qs);
+        QVERIFY(objection(u"http://b.test/"_qs, u"http://b.test:81/"_qs).contains(u"another host, b.test:81."));
+        QCOMPARE(objection(u"http://b.test/"_qs, u"https://www.b.test/"_qs),
+            u"b.test leads to another host, www.b.test. Your password was not sent there. If the blog has moved, "
+            "connect it with its new address."_qs);
     }
 
     void redirectsEnd_data()
@@ -335,10 +313,9 @@ private Q_SLOTS:
     void redirectsEnd()
     {
         QFETCH(QByteArray, location);
-        QFETCH(QString, failure);
         const Call call = answered({.status = 302, .reason = "Found", .headers = {{"Location", location}}});
         QVERIFY(call.listener->isCalled());
-        QCOMPARE(call.listener->failure(), failure);
+        QTEST(call.listener->failure(), "failure");
         QVERIFY(m_server->requests().size() <= size_t(1 + XMLRPCConnection::MaximumRedirects));
     }
 
