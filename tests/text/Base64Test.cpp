@@ -18,32 +18,14 @@ private Q_SLOTS:
         QFETCH(QByteArray, text);
         QCOMPARE(Base64::encoded(bytes), text);
         QCOMPARE(Base64::encodedLength(bytes.size()), text.size());
-        QCOMPARE(Base64::decoded(text), bytes);
     }
 
-    void decodesLooseText_data()
-    {
-        const TestTable<QByteArray, QByteArray> row({"text", "bytes"});
-        row("without padding", "Zm9vZg", "foof");
-        row("three characters at the end", "Zm8", "fo");
-        row("a single leftover is dropped", "Zm9vZ", "foo");
-        row("foreign characters between", " Z\nm-9\xc3\xbcv ", "foo");
-        row("padding in the middle", "Zg==Zg==", Base64::decoded("ZgZg"));
-        row("only rubbish", QByteArray("\x00=!*", 4), {});
-    }
-    void decodesLooseText()
-    {
-        QFETCH(QByteArray, text);
-        QTEST(Base64::decoded(text), "bytes");
-    }
-
-    void agreesWithItselfAtAnyLength()
+    void isReadBackAtAnyLength()
     {
         QByteArray bytes;
         for (int length = 0; length < 300; ++length) {
             const QByteArray text = Base64::encoded(bytes);
             QCOMPARE(QByteArray::fromBase64(text), bytes);
-            QCOMPARE(Base64::decoded(text), bytes);
             bytes.append(char(length * 37));
         }
     }

@@ -63,25 +63,6 @@ private Q_SLOTS:
         QTEST(shown(one, other), "regions");
     }
 
-    void cutsALineAroundTheDifference_data()
-    {
-        const TestTable<QString, QString, QString> row({"line", "other", "expected"});
-        const QString words = u"some words "_qs.repeated(20);
-        row("short", "one two", "one", "one two");
-        row("at the beginning", "x " + words, words, QString("x " + words).left(60) + u'…');
-        row("in the middle", words + "x " + words, words + "y",
-            u'…' + QString(words + "x " + words).mid(181, 60) + u'…');
-        row("at the end", words + "x", words + "y", u'…' + QString(words + "x").mid(165));
-        row("one long word", QString(200, u'a') + 'b', QString(200, u'a'), QString(60, u'a') + u'…');
-        row("nothing of it is new", words, words + "more", u'…' + words.mid(165));
-    }
-    void cutsALineAroundTheDifference()
-    {
-        QFETCH(QString, line);
-        QFETCH(QString, other);
-        QTEST(TextDifference::excerpt(line, other, 60), "expected");
-    }
-
     void isLinear()
     {
         QString one;
