@@ -31,7 +31,7 @@ PostPtr storedPost(const ZLDocument &document)
 
 const QString conflictedPrefix = QStringLiteral("[conflicted] ");
 
-/// Where the copy went; nothing when it could not be written.
+/// Saves it beside the post; gives where, or nothing when it could not be written.
 QString saveCopy(ZLWordpressPost &post, const QString &postPath)
 {
     const QString path = PostSync::freeConflictSolvedPath(postPath);
@@ -46,8 +46,9 @@ QString saveCopy(ZLWordpressPost &post, const QString &postPath)
 /// One answer at work.
 class Answer {
 public:
-    Answer(const LocalPostPtr &row, const ZLDocumentController &documents)
+    Answer(const LocalPostPtr &row, const ZLDocumentController &documents, const QDateTime &now)
         : m_row(row)
+        , m_now(now)
         , m_path(pathOfFileURL(row->localFile))
         , m_conflictPath(PostSync::conflictPath(m_path))
     {
@@ -59,12 +60,12 @@ public:
             m_remote = nullptr;
     }
 
-    ConflictResolver::Outcome keepLocal(bool keepsRemoteCopy, const QDateTime &now)
+    ConflictResolver::Outcome keepLocal(bool keepsRemoteCopy)
     {
         if (!m_local)
             return {};
         m_local->fileInfo.status = QStringLiteral("modified");
-        m_local->post.updatedAt = now;
+        m_local->post.updatedAt = m_now;
         if (!m_local->saveDocument()) // logs, and tries again by itself
             return {};
         // A copy that was to be kept and cannot be read or written stays where it is.
@@ -84,10 +85,10 @@ public:
             return {};
         ConflictResolver::Outcome outcome{true, false, m_row, {}, nullptr};
         if (keepsLocalCopy) {
-            const LocalPostPtr copy = localCopy();
-            if (!copy)
+            const QString copy = saveCopy(*storedPost(*m_local), m_path);
+            if (copy.isNull())
                 return {};
-            outcome.insertedOnTop << copy;
+            outcome.insertedOnTop << rowOf(copy);
         }
         const PostPtr winner = storedPost(*m_remote);
         // One atomic write stands for removing the old file and saving the new one.
@@ -98,8 +99,11 @@ public:
         removeFile(m_conflictPath);
         if (m_local)
             (void)m_local->revertDocument();
-        outcome.loaded = keepsLocalCopy ? std::make_shared<ZLLocalPostRepresentation>() : m_row;
-        describe(*outcome.loaded, *winner);
+        outcome.loaded = rowOf(m_path);
+        if (!keepsLocalCopy) {
+            *m_row = *outcome.loaded;
+            outcome.loaded = m_row;
+        }
         outcome.insertedOnTop << outcome.loaded;
         return outcome;
     }
@@ -113,35 +117,13 @@ private:
         return document.value_or(nullptr);
     }
 
-    /// Null when it could not be written.
-    LocalPostPtr localCopy()
+    LocalPostPtr rowOf(const QString &path) const
     {
-        const PostPtr copy = storedPost(*m_local);
-        const QString path = saveCopy(*copy, m_path);
-        if (path.isNull())
-            return nullptr;
-        auto row = std::make_shared<ZLLocalPostRepresentation>();
-        row->status = ZLLocalPostRepresentation::ConflictSolved;
-        row->title = conflictedPrefix + m_local->post.title;
-        row->content = copy->content;
-        row->localFile = QUrl::fromLocalFile(path);
-        return row;
-    }
-
-    void describe(ZLLocalPostRepresentation &row, const ZLWordpressPost &post) const
-    {
-        using Row = ZLLocalPostRepresentation;
-        row.status = post.status == PostFields::Note ? Row::EvernoteNote
-            : post.status != PostFields::Publish     ? Row::Draft
-            : post.type == PostFields::Page          ? Row::PublishedPage
-                                                     : Row::Published;
-        row.title = m_remote->post.title;
-        row.content = post.content;
-        row.blogStatus = post.blogStatus;
-        row.localFile = QUrl::fromLocalFile(m_path);
+        return ZLLocalPostRepresentation::initWithContentsOfFileURL(QUrl::fromLocalFile(path), m_now);
     }
 
     LocalPostPtr m_row;
+    QDateTime m_now;
     QString m_path;
     QString m_conflictPath;
     DocumentPtr m_local;
@@ -154,8 +136,8 @@ ConflictResolver::Outcome ConflictResolver::resolve(Action action, Selection sel
 {
     if (!row || !PostSync::isPostPath(pathOfFileURL(row->localFile)))
         return {};
-    Answer answer(row, documents);
-    return selection == Local ? answer.keepLocal(action == KeepBoth, now) : answer.takeRemote(action == KeepBoth);
+    Answer answer(row, documents, now);
+    return selection == Local ? answer.keepLocal(action == KeepBoth) : answer.takeRemote(action == KeepBoth);
 }
 
 Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents)

@@ -14,26 +14,26 @@ QString freePath(const QString &path)
         candidate = QStringLiteral("%1-%2").arg(path).arg(number);
     return candidate;
 }
+
+Result<QString> kept(
+    const QString &path, const QString &suffix, Result<void> (*keep)(const QString &from, const QString &to))
+{
+    const QString aside = freePath(path + suffix);
+    if (const Result<void> done = keep(path, aside); !done)
+        return failure(done.error());
+    ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
+    return aside;
+}
 } // namespace
 
 Result<QString> FilesAside::setAside(const QString &path, const QString &suffix)
 {
-    const QString aside = freePath(path + suffix);
-    if (const Result<void> moved = move(path, aside); !moved)
-        return failure(moved.error());
-    ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
-    return aside;
+    return kept(path, suffix, move);
 }
 
 Result<QString> FilesAside::keepBeside(const QString &path, const QString &suffix)
 {
-    if (QFileInfo(path).size() == 0)
-        return QString();
-    const QString aside = freePath(path + suffix);
-    if (const Result<void> kept = linkOrCopy(path, aside); !kept)
-        return failure(kept.error());
-    ZLLog(QStringLiteral("kept “%1” as “%2”").arg(path, aside));
-    return aside;
+    return QFileInfo(path).size() == 0 ? QString() : kept(path, suffix, linkOrCopy);
 }
 
 Result<void> FilesAside::linkOrCopy(const QString &from, const QString &to)

@@ -2,7 +2,6 @@
 
 #include "model/PostFileDate.h"
 #include "model/PostFileWords.h"
-#include "model/StoredTexts.h"
 #include "model/XMLDictionary.h"
 #include "model/XMLDictionaryParser.h"
 #include "model/XMLStrings.h"
@@ -33,6 +32,28 @@ QList<ZLTaxonomy> taxonomiesFrom(const QVariant &keywords)
             taxonomies.append(ZLTaxonomy::fromKeyword(XMLDecodedString(keyword.toString())));
     }
     return taxonomies;
+}
+
+/// A text exactly as the file stored it, where the parser has turned line ends into "\n": its own bytes if they read as
+/// what was parsed, else (a comment or CDATA in it, another encoding) the parser's untrimmed text. `legal` is the file
+/// with those bytes replaced, place by place, that XML forbids.
+QString storedText(const QString &name, const QByteArray &file, const QByteArray &legal, const QString &parsed)
+{
+    const QByteArray tag = name.toLatin1() + '>';
+    const qsizetype found = legal.indexOf('<' + tag);
+    const qsizetype begin = found + 1 + tag.size();
+    const qsizetype end = legal.indexOf("</" + tag, begin);
+    if (found >= 0 && end >= 0) {
+        const QByteArray bytes = legal.mid(begin, end - begin).replace("\r\n", "\n").replace('\r', '\n');
+        if (XMLDecodedOnce(bytes).trimmed() == parsed)
+            return XMLDecodedOnce(QByteArrayView(file).sliced(begin, end - begin));
+    }
+    XMLDictionaryParser parser;
+    parser.trimWhiteSpace = parser.stripEmptyNodes = false;
+    const QVariantMap root = parser.dictionaryWithData(legal).value_or(QVariantMap());
+    const QString text = XMLDictionary::stringValueForKeyPath(root, QStringLiteral("post.") + name);
+    const bool isEmpty = parser.wasComplete() && root.value(QStringLiteral("post")).toMap().contains(name);
+    return text.isNull() && isEmpty ? QStringLiteral("") : text;
 }
 
 void readPost(PostFile &file, const QVariantMap &post)
@@ -77,12 +98,12 @@ PostFile PostFile::fromData(const QByteArray &data)
     if (!root)
         return file;
     file.isWhole = parser.wasComplete() && XMLDictionary::nodeName(*root) == QLatin1String("zalmo");
-    readPost(file, root->value(QStringLiteral("post")).toMap());
+    const QVariantMap post = root->value(QStringLiteral("post")).toMap();
+    readPost(file, post);
     readPostInfo(file, root->value(QStringLiteral("post_info")).toMap());
     readFileInfo(file, root->value(QStringLiteral("file_info")).toMap());
-    const StoredTexts stored = StoredTexts::fromData(data, legal);
-    file.storedTitle = stored.title;
-    file.storedContent = stored.content;
+    file.storedTitle = storedText(QStringLiteral("title"), data, legal, text(post, "title"));
+    file.storedContent = storedText(QStringLiteral("content"), data, legal, text(post, "content"));
     return file;
 }
 

@@ -1,23 +1,61 @@
 #include "model/PostFolderReader.h"
 
-#include "model/PostFolderWalk.h"
+#include "model/PostFolderWorker.h"
+
+#include <QFile>
 
 #include <algorithm>
+#include <atomic>
+#include <fcntl.h>
+#include <future>
+
+using Found = PostFolderReader::Found;
 
 namespace {
-int compare(const timespec &one, const timespec &other)
+bool isListedBefore(const Found &one, const Found &other)
 {
-    if (one.tv_sec != other.tv_sec)
-        return one.tv_sec < other.tv_sec ? -1 : 1;
-    if (one.tv_nsec != other.tv_nsec)
-        return one.tv_nsec < other.tv_nsec ? -1 : 1;
-    return 0;
+    const qint64 later = one.file->stamp.modified - other.file->stamp.modified;
+    return later != 0 ? later > 0 : one.file->path < other.file->path;
 }
 
-bool isListedBefore(const PostFolderReader::Found &one, const PostFolderReader::Found &other)
+qint64 nanoseconds(const timespec &time)
 {
-    const int order = compare(one.file->stamp.modified, other.file->stamp.modified);
-    return order != 0 ? order > 0 : one.file->path < other.file->path;
+    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
+/// Every post file below the folder, in no order. The walk begins on one thread; once it has met many folders, a second
+/// one takes its share of them.
+std::vector<Found> walk(const QString &folder, const KnownPostFiles &known)
+{
+    constexpr size_t manyFolders = 64;
+    constexpr size_t share = 16;
+    const Descriptor root(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (root < 0)
+        return {};
+    PostFolderWorker first(root, folder, known);
+    std::vector<QByteArray> waiting(1); // by path below the root
+    while (!waiting.empty() && waiting.size() < manyFolders) {
+        const QByteArray next = waiting.back();
+        waiting.pop_back();
+        first.readFolder(next, waiting);
+    }
+    if (waiting.empty())
+        return std::move(first.found);
+    std::atomic<size_t> taken = 0;
+    const auto takeShares = [&] {
+        PostFolderWorker worker(root, folder, known);
+        worker.found.reserve(waiting.size() / 2);
+        for (size_t from = taken.fetch_add(share); from < waiting.size(); from = taken.fetch_add(share)) {
+            for (size_t at = from; at < std::min(from + share, waiting.size()); ++at)
+                worker.readFolders(waiting[at]);
+        }
+        return std::move(worker.found);
+    };
+    std::future<std::vector<Found>> other = std::async(std::launch::async, takeShares);
+    std::vector<Found> found = takeShares();
+    for (const std::vector<Found> &part : {other.get(), first.found})
+        found.insert(found.end(), part.begin(), part.end());
+    return found;
 }
 } // namespace
 
@@ -25,23 +63,17 @@ PostFolderReader::Stamp::Stamp(const struct stat &status)
     : device(status.st_dev)
     , inode(status.st_ino)
     , size(status.st_size)
-    , modified(status.st_mtim)
-    , changed(status.st_ctim)
+    , modified(nanoseconds(status.st_mtim))
+    , changed(nanoseconds(status.st_ctim))
 {
 }
 
-bool PostFolderReader::Stamp::operator==(const Stamp &other) const
-{
-    return device == other.device && inode == other.inode && size == other.size
-        && compare(modified, other.modified) == 0 && compare(changed, other.changed) == 0;
-}
-
-std::vector<PostFolderReader::Found> PostFolderReader::read(const QString &folder)
+std::vector<Found> PostFolderReader::read(const QString &folder)
 {
     if (folder != m_folder)
         m_kept.clear();
     m_folder = folder;
-    std::vector<Found> found = PostFolderWalk(folder, {m_kept, m_settlingTime}).run();
+    std::vector<Found> found = walk(folder, {m_kept, m_settlingTime});
     std::sort(found.begin(), found.end(), isListedBefore);
     keep(found);
     return found;

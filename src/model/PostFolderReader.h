@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <chrono>
-#include <ctime>
 #include <memory>
 #include <sys/stat.h>
 #include <vector>
@@ -26,12 +25,12 @@ public:
         dev_t device = 0;
         ino_t inode = 0;
         off_t size = 0;
-        timespec modified{};
-        timespec changed{};
+        qint64 modified = 0; ///< in nanoseconds
+        qint64 changed = 0;
 
         Stamp() = default;
         explicit Stamp(const struct stat &status);
-        bool operator==(const Stamp &other) const;
+        bool operator==(const Stamp &) const = default;
     };
 
     struct Kept {

@@ -2,6 +2,27 @@
 
 #include "model/PostFolderReader.h"
 
+#include <unistd.h>
+
+/// A file descriptor that closes itself.
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {
+    }
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    operator int() const { return m_number; }
+
+private:
+    int m_number;
+};
+
 /// What is known of the files from earlier walks. Only read while a walk goes on.
 struct KnownPostFiles {
     const QHash<QByteArray, PostFolderReader::KeptPtr> &kept; ///< by path below the folder

@@ -2,13 +2,10 @@
 
 #include "model/PostFileDate.h"
 #include "model/PostFileWords.h"
-#include "model/StoredTexts.h"
 #include "model/XMLStrings.h"
 #include "text/PlainXML.h"
 
-#include <QVarLengthArray>
 #include <algorithm>
-#include <cstring>
 
 namespace {
 enum Element {
@@ -28,7 +25,7 @@ enum Element {
     FeaturedImage,
     FileInfo,
     FileStatus,
-    OtherLeaf, ///< the first that no row needs
+    OtherLeaf, ///< what no row needs
 };
 
 struct Known {
@@ -55,16 +52,16 @@ constexpr Known knownElements[] = {
     {"file_info", Zalmo, FileInfo},
     {"status", FileInfo, FileStatus},
     {"id", PostInfo, OtherLeaf},
-    {"updated_at", PostInfo, OtherLeaf + 1},
-    {"author_id", PostInfo, OtherLeaf + 2},
-    {"allow_comments", PostInfo, OtherLeaf + 3},
-    {"allow_pingback", PostInfo, OtherLeaf + 4},
-    {"slug", PostInfo, OtherLeaf + 5},
-    {"media_id", FeaturedImage, OtherLeaf + 6},
-    {"URL", FeaturedImage, OtherLeaf + 7},
-    {"app_version", FileInfo, OtherLeaf + 8},
-    {"first_publish_began", FileInfo, OtherLeaf + 9},
-    {"keyword_ids", Post, OtherLeaf + 10},
+    {"updated_at", PostInfo, OtherLeaf},
+    {"author_id", PostInfo, OtherLeaf},
+    {"allow_comments", PostInfo, OtherLeaf},
+    {"allow_pingback", PostInfo, OtherLeaf},
+    {"slug", PostInfo, OtherLeaf},
+    {"media_id", FeaturedImage, OtherLeaf},
+    {"URL", FeaturedImage, OtherLeaf},
+    {"app_version", FileInfo, OtherLeaf},
+    {"first_publish_began", FileInfo, OtherLeaf},
+    {"keyword_ids", Post, OtherLeaf},
 };
 
 bool isContainer(int element)
@@ -87,35 +84,10 @@ bool isBlank(QByteArrayView text)
     return std::all_of(text.begin(), text.end(), [](char byte) { return byte == ' ' || byte == '\n' || byte == '\t'; });
 }
 
-const char *find(const char *from, const char *end, char wanted)
-{
-    return static_cast<const char *>(std::memchr(from, wanted, size_t(end - from)));
-}
-
-/// Decoded once. The text holds none but the five references.
-QString decodedOnce(QByteArrayView text)
-{
-    const char *from = text.begin();
-    const char *const end = text.end();
-    const char *ampersand = find(from, end, '&');
-    if (!ampersand)
-        return QString::fromUtf8(text);
-    QVarLengthArray<char, 2048> decoded(text.size());
-    char *to = decoded.data();
-    for (; ampersand; ampersand = find(from, end, '&')) {
-        to = std::copy(from, ampersand, to);
-        const PlainXML::Reference *reference = PlainXML::reference(QByteArrayView(ampersand, end));
-        *to++ = reference->character;
-        from = ampersand + reference->text.size();
-    }
-    to = std::copy(from, end, to);
-    return QString::fromUtf8(decoded.data(), to - decoded.data());
-}
-
 /// As the full reader has it: trimmed, and nothing at all when only white space is there.
 QString trimmedText(QByteArrayView text)
 {
-    const QString trimmed = decodedOnce(text).trimmed();
+    const QString trimmed = XMLDecodedOnce(text).trimmed();
     return trimmed.isEmpty() ? QString() : trimmed;
 }
 
@@ -149,7 +121,7 @@ QString contentExtract(QByteArrayView text)
 {
     constexpr qsizetype margin = 8; // at the cut an entity may have lost its end
     for (qsizetype length = 1024; length < text.size(); length *= 2) {
-        const QString decoded = decodedOnce(beginning(text, length)).trimmed();
+        const QString decoded = XMLDecodedOnce(beginning(text, length)).trimmed();
         const qsizetype extract = PostRow::extractLength(decoded, false);
         if (extract >= 0 && extract + margin <= decoded.size())
             return QString(decoded.constData(), extract);
@@ -189,9 +161,10 @@ bool PostRowScanner::open(QByteArrayView name)
 {
     const int parent = m_depth == 0 ? -1 : m_path[m_depth - 1].element;
     const Known *known = m_isDone || m_depth == deepest ? nullptr : knownElement(name, parent);
-    if (!known || (m_seen >> known->element & 1 && !known->mayRepeat))
+    const quint32 bit = known ? 1U << (known - knownElements) : 0;
+    if (!known || (m_seen & bit && !known->mayRepeat))
         return false;
-    m_seen |= 1U << known->element;
+    m_seen |= bit;
     m_path[m_depth++] = {name, known->element};
     return true;
 }

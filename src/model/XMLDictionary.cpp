@@ -9,6 +9,16 @@ bool isOwnKey(const QString &key)
         || key == XMLDictionary::attributesKey;
 }
 
+QVariantMap entriesOf(const QVariantMap &node, bool areAttributes)
+{
+    QVariantMap found;
+    for (auto entry = node.begin(); entry != node.end(); ++entry) {
+        if (!isOwnKey(entry.key()) && entry.key().startsWith(u'_') == areAttributes)
+            found.insert(areAttributes ? entry.key().mid(1) : entry.key(), entry.value());
+    }
+    return found;
+}
+
 bool isList(const QVariant &value)
 {
     return value.typeId() == QMetaType::QVariantList || value.typeId() == QMetaType::QStringList;
@@ -51,24 +61,12 @@ QString dictionaryString(const QVariantMap &node, const QString &name)
 QVariantMap XMLDictionary::attributes(const QVariantMap &node)
 {
     const QVariantMap grouped = node.value(attributesKey).toMap();
-    if (!grouped.isEmpty())
-        return grouped;
-    QVariantMap found;
-    for (auto entry = node.begin(); entry != node.end(); ++entry) {
-        if (!isOwnKey(entry.key()) && entry.key().startsWith(u'_'))
-            found.insert(entry.key().mid(1), entry.value());
-    }
-    return found;
+    return grouped.isEmpty() ? entriesOf(node, true) : grouped;
 }
 
 QVariantMap XMLDictionary::childNodes(const QVariantMap &node)
 {
-    QVariantMap found;
-    for (auto entry = node.begin(); entry != node.end(); ++entry) {
-        if (!isOwnKey(entry.key()) && !entry.key().startsWith(u'_'))
-            found.insert(entry.key(), entry.value());
-    }
-    return found;
+    return entriesOf(node, false);
 }
 
 QStringList XMLDictionary::comments(const QVariantMap &node)

@@ -1,24 +1,12 @@
 #include "model/XMLStrings.h"
 
-namespace {
-QLatin1String entityFor(QChar character)
-{
-    switch (character.unicode()) {
-    case '&':
-        return QLatin1String("&amp;");
-    case '<':
-        return QLatin1String("&lt;");
-    case '>':
-        return QLatin1String("&gt;");
-    case '"':
-        return QLatin1String("&quot;");
-    case '\'':
-        return QLatin1String("&apos;");
-    default:
-        return {};
-    }
-}
+#include "text/PlainXML.h"
 
+#include <QVarLengthArray>
+#include <algorithm>
+#include <cstring>
+
+namespace {
 struct Entity {
     QLatin1String name; ///< without the ampersand
     QChar character;
@@ -33,19 +21,7 @@ constexpr Entity markupEntities[] = {
 
 QString XMLEncodedString(const QString &text)
 {
-    QString encoded;
-    encoded.reserve(text.size() + text.size() / 8);
-    qsizetype copied = 0;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const QLatin1String entity = entityFor(text.at(at));
-        if (entity.isEmpty())
-            continue;
-        encoded.append(QStringView(text).mid(copied, at - copied)).append(entity);
-        copied = at + 1;
-    }
-    if (copied == 0)
-        return text;
-    return encoded.append(QStringView(text).mid(copied));
+    return text.toHtmlEscaped().replace(u'\'', QLatin1String("&apos;"));
 }
 
 // One pass that gives what the five replacements in a row give: an ampersand made of "&amp;" can begin one of the
@@ -75,4 +51,36 @@ QString XMLDecodedString(const QString &text)
         decoded.append(character);
     }
     return decoded.append(all.mid(copied));
+}
+
+QString XMLDecodedOnce(QByteArrayView utf8)
+{
+    const char *const end = utf8.end();
+    const auto find = [end](const char *from) {
+        const void *found = std::memchr(from, '&', size_t(end - from));
+        return found ? static_cast<const char *>(found) : end;
+    };
+    const char *ampersand = find(utf8.begin());
+    if (ampersand == end)
+        return QString::fromUtf8(utf8);
+    QVarLengthArray<char, 2048> decoded(utf8.size());
+    char *to = std::copy(utf8.begin(), ampersand, decoded.data());
+    while (ampersand != end) {
+        const QByteArrayView rest(ampersand, end);
+        qsizetype length = 1;
+        if (const PlainXML::Reference *reference = PlainXML::reference(rest)) {
+            *to++ = reference->character;
+            length = reference->text.size();
+        } else if (const PlainXML::Character character = PlainXML::numericReference(rest); character.length > 0) {
+            const QByteArray bytes = QString::fromUcs4(&character.code, 1).toUtf8();
+            to = std::copy(bytes.begin(), bytes.end(), to);
+            length = character.length;
+        } else {
+            *to++ = '&';
+        }
+        const char *const from = ampersand + length;
+        ampersand = find(from);
+        to = std::copy(from, ampersand, to);
+    }
+    return QString::fromUtf8(decoded.data(), to - decoded.data());
 }

@@ -43,7 +43,7 @@ ZLDocument::~ZLDocument()
 Result<DocumentPtr> ZLDocument::open(const QUrl &fileURL)
 {
     const DocumentPtr document(new ZLDocument(fileURL));
-    if (const Result<void> read = document->readFromURL(); !read)
+    if (const Result<void> read = document->revertDocument(); !read)
         return failure(read.error());
     return document;
 }
@@ -57,7 +57,7 @@ DocumentPtr ZLDocument::unwritten(const QUrl &fileURL, const QByteArray &bytes)
     return document;
 }
 
-Result<void> ZLDocument::readFromURL()
+Result<void> ZLDocument::revertDocument()
 {
     const QString path = pathOfFileURL(m_fileURL);
     const Result<QByteArray> bytes = ZLAtomicFile::read(path);
@@ -139,14 +139,9 @@ void ZLDocument::noteChange()
     if (!m_changed)
         m_unsavedFor.start();
     m_changed = true;
-    scheduleAutosave();
-    Q_EMIT didChange();
-}
-
-void ZLDocument::scheduleAutosave()
-{
     const int untilLatest = int(qMax<qint64>(0, longestAutosaveDelay - m_unsavedFor.elapsed()));
     m_autosave.start(qMin(autosaveDelay, untilLatest));
+    Q_EMIT didChange();
 }
 
 Result<void> ZLDocument::saveDocument()
@@ -218,16 +213,11 @@ void ZLDocument::close()
     Q_EMIT didClose();
 }
 
-Result<void> ZLDocument::revertDocument()
-{
-    return readFromURL();
-}
-
 void ZLDocument::revertIfReplaced()
 {
     if (m_changed || m_onDisk != contents() || m_fileState == currentFileState())
         return;
-    if (const Result<void> read = readFromURL(); !read)
+    if (const Result<void> read = revertDocument(); !read)
         ZLLog(QStringLiteral("error-%1").arg(read.error().description));
 }
 
@@ -284,8 +274,13 @@ Result<void> ZLDocument::makeWay(const QString &path, ZLDocument *there)
 Result<void> ZLDocument::giveWay()
 {
     const QString path = pathOfFileURL(m_fileURL);
-    if (m_damaged && QFileInfo(path).size() > 0)
-        return setAside(QStringLiteral(".damaged"));
+    if (m_damaged && QFileInfo(path).size() > 0) {
+        const Result<QString> aside = FilesAside::setAside(path, QStringLiteral(".damaged"));
+        if (!aside)
+            return failure(aside.error());
+        takePlace(QUrl::fromLocalFile(*aside));
+        return {};
+    }
     if (fileInfo.status.isEmpty()) {
         QFile file(path);
         if (file.remove())
@@ -302,15 +297,6 @@ Result<void> ZLDocument::giveWay()
     post.becomeNew({});
     fileInfo.status = QStringLiteral("conflict-solved");
     (void)saveDocument(); // logs, and tries again by itself
-    return {};
-}
-
-Result<void> ZLDocument::setAside(const QString &suffix)
-{
-    const Result<QString> aside = FilesAside::setAside(pathOfFileURL(m_fileURL), suffix);
-    if (!aside)
-        return failure(aside.error());
-    takePlace(QUrl::fromLocalFile(*aside));
     return {};
 }
 
@@ -350,7 +336,7 @@ Result<void> ZLDocument::revertToSyncedVersion()
     ZLWordpressPost synced = *syncedPost();
     if (const Result<void> saved = synced.saveAtPath(pathOfFileURL(m_fileURL)); !saved)
         return saved;
-    const Result<void> read = readFromURL();
+    const Result<void> read = revertDocument();
     if (read)
         Q_EMIT didSave();
     return read;

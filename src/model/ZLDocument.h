@@ -98,10 +98,8 @@ Q_SIGNALS:
 
 private:
     explicit ZLDocument(const QUrl &fileURL);
-    [[nodiscard]] Result<void> readFromURL();
     void take(const PostFile &file);
     void noteChange();
-    void scheduleAutosave();
     [[nodiscard]] Result<void> write();
     /// The fields with both texts as they are stored.
     PostFields storedFields() const;
@@ -109,7 +107,6 @@ private:
     void keepSyncedVersion() const;
     [[nodiscard]] static Result<void> makeWay(const QString &path, ZLDocument *there);
     [[nodiscard]] Result<void> giveWay();
-    [[nodiscard]] Result<void> setAside(const QString &suffix);
     void takePlace(const QUrl &url);
 
     struct RememberedText {

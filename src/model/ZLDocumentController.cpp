@@ -22,19 +22,14 @@ QCoro::Task<Result<DocumentPtr>> ZLDocumentController::openDocumentWithContentsO
     co_await QCoro::sleepFor(std::chrono::milliseconds(0));
     if (!self)
         co_return failure(QStringLiteral("ZLFile"), 1, QStringLiteral("The program is ending"));
-    co_return documentOpening(url);
-}
-
-Result<DocumentPtr> ZLDocumentController::documentOpening(const QUrl &url)
-{
     if (const DocumentPtr open = documentForURL(url)) {
         open->revertIfReplaced();
-        return open;
+        co_return open;
     }
-    Result<DocumentPtr> opened = ZLDocument::open(url);
+    const Result<DocumentPtr> opened = ZLDocument::open(url);
     if (opened)
         watch(*opened);
-    return opened;
+    co_return opened;
 }
 
 DocumentPtr ZLDocumentController::unwrittenDocument(const QUrl &url, const QByteArray &bytes)

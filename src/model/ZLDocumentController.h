@@ -33,7 +33,6 @@ Q_SIGNALS:
     void didFailToSave(DocumentPtr document, const ZLError &error);
 
 private:
-    [[nodiscard]] Result<DocumentPtr> documentOpening(const QUrl &url);
     void watch(const DocumentPtr &document);
 
     QList<std::weak_ptr<ZLDocument>> m_documents;

@@ -14,16 +14,6 @@ Result<void> checkedNames(const QString &service, const QString &account)
     return {};
 }
 
-/// Hears the end of a task that nobody waits for.
-template <class Handler>
-void whenDone(QCoro::Task<Result<void>> &&task, QObject *context, Handler handler)
-{
-    std::move(task).then([guard = QPointer<QObject>(context), handler](Result<void> outcome) {
-        if (guard && !outcome)
-            handler(outcome.error());
-    });
-}
-
 } // namespace
 
 ZLKeychain::ZLKeychain(std::unique_ptr<ZLKeychainBackend> backend, QObject *parent)
@@ -62,8 +52,7 @@ Result<void> ZLKeychain::setPassword(const QString &password, const QString &ser
     if (const auto names = checkedNames(service, account); !names)
         return names;
     m_items.insert({service, account}, password);
-    whenDone(
-        m_backend->write(service, account, password), this, [this](const ZLError &error) { reportUnavailable(error); });
+    reportFailure(m_backend->write(service, account, password));
     return {};
 }
 
@@ -72,8 +61,16 @@ Result<void> ZLKeychain::deletePasswordForService(const QString &service, const 
     if (const auto names = checkedNames(service, account); !names)
         return names;
     m_items.insert({service, account}, {});
-    whenDone(m_backend->remove(service, account), this, [this](const ZLError &error) { reportUnavailable(error); });
+    reportFailure(m_backend->remove(service, account));
     return {};
+}
+
+void ZLKeychain::reportFailure(QCoro::Task<Result<void>> &&task)
+{
+    std::move(task).then([guard = QPointer(this)](Result<void> outcome) {
+        if (guard && !outcome)
+            guard->reportUnavailable(outcome.error());
+    });
 }
 
 void ZLKeychain::reportUnavailable(const ZLError &error)

@@ -45,6 +45,7 @@ Q_SIGNALS:
     void becameUnavailable();
 
 private:
+    void reportFailure(QCoro::Task<Result<void>> &&task);
     void reportUnavailable(const ZLError &error);
 
     std::unique_ptr<ZLKeychainBackend> m_backend;

@@ -46,13 +46,19 @@ struct Taxonomy {
 };
 using TaxonomyPtr = std::shared_ptr<Taxonomy>;
 
-/// One connected blog.
-struct Account {
+/// What an account and its row share, copied as a whole.
+struct AccountFields {
     qint64 rowid = 0; ///< the store's key; 0 before the first save
     QString blog_name; ///< the blog's alias; null when not set
     QString name; ///< the user name used to log in
     int type = 0;
     QString url; ///< the blog's address, without "/xmlrpc.php" and never with a login in it
+
+    bool operator==(const AccountFields &) const = default;
+};
+
+/// One connected blog.
+struct Account : AccountFields {
     std::shared_ptr<Evernote> evernote;
     std::shared_ptr<AccountPreferences> preferences;
     QList<TaxonomyPtr> taxonomies;

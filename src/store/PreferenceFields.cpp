@@ -1,35 +1,26 @@
 #include "store/PreferenceFields.h"
 
-namespace {
-template <class... Cases>
-struct Overloaded : Cases... {
-    using Cases::operator()...;
-};
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
-} // namespace
-
 QVariant PreferenceField::of(const AccountPreferences &preferences) const
 {
-    return std::visit(Overloaded{
-                          [&](std::optional<bool> AccountPreferences::*at) {
-                              const std::optional<bool> value = preferences.*at;
-                              return value ? QVariant(int(*value)) : QVariant(QMetaType::fromType<int>());
-                          },
-                          [&](auto at) { return QVariant(int(preferences.*at)); },
-                      },
+    return std::visit(
+        [&](auto at) {
+            const std::optional value(preferences.*at);
+            return value ? QVariant(int(*value)) : QVariant(QMetaType::fromType<int>());
+        },
         member);
 }
 
 void PreferenceField::set(AccountPreferences &preferences, const QVariant &value) const
 {
-    std::visit(Overloaded{
-                   [&](bool AccountPreferences::*at) { preferences.*at = value.toBool(); },
-                   [&](int AccountPreferences::*at) { preferences.*at = value.toInt(); },
-                   [&](std::optional<bool> AccountPreferences::*at) {
-                       preferences.*at = value.isNull() ? std::nullopt : std::optional(value.toBool());
-                   },
-               },
+    std::visit(
+        [&](auto at) {
+            auto &field = preferences.*at;
+            field = value.value<std::remove_cvref_t<decltype(*std::optional(field))>>();
+            if constexpr (requires { field.reset(); }) {
+                if (value.isNull())
+                    field.reset();
+            }
+        },
         member);
 }
 

@@ -10,13 +10,8 @@ namespace StoreRows {
 /// More categories and tags than this are not kept of one account: they would hold up each start.
 inline constexpr qsizetype mostTaxonomies = 50000;
 
-struct AccountRow {
-    qint64 rowid = 0;
+struct AccountRow : AccountFields {
     int position = 0;
-    QString blog_name;
-    QString name;
-    int type = 0;
-    QString url;
     std::optional<AccountPreferences> preferences;
     std::optional<Evernote> evernote;
     QList<Taxonomy> taxonomies;

@@ -71,8 +71,7 @@ std::optional<Value> valueOf(const std::shared_ptr<Value> &pointer)
 
 StoreRows::AccountRow rowOf(const Account &account, int position)
 {
-    StoreRows::AccountRow row{account.rowid, position, account.blog_name, account.name, account.type, account.url,
-        valueOf(account.preferences), valueOf(account.evernote), {}};
+    StoreRows::AccountRow row{{account}, position, valueOf(account.preferences), valueOf(account.evernote), {}};
     (void)AddressLogin::takenFrom(row.url); // no password goes into the file, whoever put it there
     const qsizetype count = qMin(account.taxonomies.size(), StoreRows::mostTaxonomies);
     row.taxonomies.reserve(count);
@@ -84,11 +83,7 @@ StoreRows::AccountRow rowOf(const Account &account, int position)
 AccountPtr accountOf(const StoreRows::AccountRow &row)
 {
     auto account = std::make_shared<Account>();
-    account->rowid = row.rowid;
-    account->blog_name = row.blog_name;
-    account->name = row.name;
-    account->type = row.type;
-    account->url = row.url;
+    static_cast<AccountFields &>(*account) = row;
     if (row.preferences)
         account->preferences = std::make_shared<AccountPreferences>(*row.preferences);
     if (row.evernote)

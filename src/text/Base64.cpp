@@ -7,7 +7,6 @@ namespace {
 constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr qsizetype BytesPerLine = 48; // 64 characters
 constexpr qsizetype CharactersPerLine = 64;
-constexpr quint8 NoDigit = 0xff;
 
 struct Pair {
     char first;
@@ -23,16 +22,6 @@ constexpr std::array<Pair, 4096> makePairs()
     return pairs;
 }
 constexpr std::array<Pair, 4096> Pairs = makePairs();
-
-constexpr std::array<quint8, 256> makeDigits()
-{
-    std::array<quint8, 256> digits{};
-    digits.fill(NoDigit);
-    for (int i = 0; i < 64; ++i)
-        digits[quint8(Alphabet[i])] = quint8(i);
-    return digits;
-}
-constexpr std::array<quint8, 256> Digits = makeDigits();
 
 char *encodeTriple(const char *in, char *out)
 {
@@ -82,30 +71,4 @@ char *Base64::encode(const char *bytes, qsizetype length, char *out)
     for (; end - bytes >= 3; bytes += 3)
         out = encodeTriple(bytes, out);
     return bytes == end ? out : encodeRest(bytes, end - bytes, out);
-}
-
-QByteArray Base64::decoded(QByteArrayView text)
-{
-    QByteArray out(text.size() / 4 * 3 + 3, Qt::Uninitialized);
-    char *to = out.data();
-    quint32 bits = 0;
-    int count = 0;
-    for (const char character : text) {
-        const quint8 digit = Digits[quint8(character)];
-        if (digit == NoDigit)
-            continue;
-        bits = bits << 6 | digit;
-        if (++count < 4)
-            continue;
-        *to++ = char(bits >> 16);
-        *to++ = char(bits >> 8);
-        *to++ = char(bits);
-        count = 0;
-    }
-    if (count >= 2)
-        *to++ = char(bits >> (count == 2 ? 4 : 10));
-    if (count == 3)
-        *to++ = char(bits >> 2);
-    out.truncate(to - out.constData());
-    return out;
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+/// Base64 in lines, as blogs take it; QByteArray writes none.
 namespace Base64 {
 /// Length of encoded() for `length` bytes.
 qsizetype encodedLength(qsizetype length);
@@ -9,6 +10,4 @@ qsizetype encodedLength(qsizetype length);
 QByteArray encoded(const QByteArray &bytes);
 /// Writes the same to `out`, which has room for encodedLength() bytes; gives the end.
 char *encode(const char *bytes, qsizetype length, char *out);
-/// Ignores every character outside the alphabet; a single leftover character is dropped.
-QByteArray decoded(QByteArrayView text);
 } // namespace Base64

@@ -58,8 +58,8 @@ private:
     std::vector<Span> closedSpans(qsizetype from, qsizetype to) const;
     qsizetype elementEnd(const MarkupToken &start, MarkupScanner &scanner, qsizetype to) const;
     void add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizetype to);
+    void addBlock(qsizetype from, qsizetype contentFrom, qsizetype contentTo, qsizetype to);
     void addTrimmed(qsizetype from, qsizetype to);
-    void addInFront(const QString &space);
     qsizetype skipSpace(qsizetype from, qsizetype to) const;
     qsizetype skipSpaceBack(qsizetype from, qsizetype to) const;
     QStringView textOf(const MarkupToken &token) const
@@ -81,7 +81,7 @@ QList<BodyPiece> Splitter::split()
     if (m_pieces.isEmpty() && begin > 0)
         add(0, begin, begin, begin);
     else if (begin > 0)
-        addInFront(m_body.first(begin));
+        m_pieces.first().lead.prepend(m_body.first(begin));
     return m_pieces;
 }
 
@@ -105,17 +105,17 @@ void Splitter::add(qsizetype from, qsizetype coreFrom, qsizetype coreTo, qsizety
     m_pieces << BodyPiece{slice(from, coreFrom), slice(coreFrom, coreTo), slice(coreTo, to), {}};
 }
 
+void Splitter::addBlock(qsizetype from, qsizetype contentFrom, qsizetype contentTo, qsizetype to)
+{
+    const qsizetype coreFrom = skipSpace(contentFrom, contentTo);
+    add(from, coreFrom, skipSpaceBack(coreFrom, contentTo), to);
+}
+
 /// A piece takes the white space behind it along.
 void Splitter::addTrimmed(qsizetype from, qsizetype to)
 {
     if (from < to)
         add(from, from, skipSpaceBack(from, to), to);
-}
-
-/// White space at the very beginning goes to the first piece.
-void Splitter::addInFront(const QString &space)
-{
-    m_pieces.first().lead.prepend(space);
 }
 
 void Splitter::splitBlocks(qsizetype from)
@@ -139,20 +139,16 @@ void Splitter::splitBlocks(qsizetype from)
         if (depth > 0)
             continue;
         const qsizetype end = skipSpace(token->end, m_body.size());
-        if (comment.isVoid) {
+        if (comment.isVoid)
             add(blockStart, token->start, token->end, end);
-        } else {
-            const qsizetype coreFrom = skipSpace(contentStart, token->start);
-            add(blockStart, coreFrom, skipSpaceBack(coreFrom, token->start), end);
-        }
+        else
+            addBlock(blockStart, contentStart, token->start, end);
         done = end;
     }
-    if (depth > 0) {
-        const qsizetype coreFrom = skipSpace(contentStart, m_body.size());
-        add(blockStart, coreFrom, skipSpaceBack(coreFrom, m_body.size()), m_body.size());
-    } else {
+    if (depth > 0)
+        addBlock(blockStart, contentStart, m_body.size(), m_body.size());
+    else
         splitLoose(done, m_body.size());
-    }
 }
 
 void Splitter::splitLoose(qsizetype from, qsizetype to)

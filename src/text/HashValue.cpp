@@ -5,55 +5,41 @@
 #include <cstring>
 
 namespace {
-size_t lengthOf(qint32 type)
+qsizetype lengthOf(qint32 type)
 {
     return type == HashValue::MD5 ? 16 : type == HashValue::SHA256 ? 32 : 0;
 }
 } // namespace
 
-HashValue HashValue::md5HashWithData(QByteArrayView data)
+HashValue HashValue::md5HashWithData(const QByteArray &data)
 {
-    return digest(data, MD5);
+    return {QCryptographicHash::hash(data, QCryptographicHash::Md5), MD5};
 }
 
-HashValue HashValue::sha256HashWithData(QByteArrayView data)
+HashValue HashValue::sha256HashWithData(const QByteArray &data)
 {
-    return digest(data, SHA256);
+    return {QCryptographicHash::hash(data, QCryptographicHash::Sha256), SHA256};
 }
 
-HashValue HashValue::digest(QByteArrayView data, Type type)
-{
-    QCryptographicHash hash(type == MD5 ? QCryptographicHash::Md5 : QCryptographicHash::Sha256);
-    hash.addData(data);
-    const QByteArray bytes = hash.result();
-    Buffer buffer{};
-    std::copy(bytes.cbegin(), bytes.cend(), buffer.begin());
-    return {buffer, type};
-}
-
-HashValue::HashValue(const Buffer &buffer, qint32 type)
+HashValue::HashValue(QByteArrayView buffer, qint32 type)
     : m_type(type)
 {
-    std::copy_n(buffer.begin(), lengthOf(type), m_value.begin());
+    std::copy_n(buffer.begin(), std::min(buffer.size(), lengthOf(type)), m_value.begin());
 }
 
 HashValue::HashValue(const QVariantMap &archive)
-    : m_type(archive.value(QStringLiteral("type")).toInt())
+    : HashValue(archive.value(QStringLiteral("value")).toByteArray(), archive.value(QStringLiteral("type")).toInt())
 {
-    const QByteArray bytes = archive.value(QStringLiteral("value")).toByteArray();
-    std::copy_n(bytes.cbegin(), std::min<qsizetype>(bytes.size(), qsizetype(m_value.size())), m_value.begin());
 }
 
 QVariantMap HashValue::encoded() const
 {
-    const QByteArray bytes(reinterpret_cast<const char *>(m_value.data()), qsizetype(m_value.size()));
-    return {{QStringLiteral("value"), bytes}, {QStringLiteral("type"), m_type}};
+    return {{QStringLiteral("value"), QByteArrayView(m_value).toByteArray()}, {QStringLiteral("type"), m_type}};
 }
 
 QString HashValue::description() const
 {
-    const QByteArray bytes(reinterpret_cast<const char *>(m_value.data()), qsizetype(lengthOf(m_type)));
-    return QString::fromLatin1(bytes.toHex());
+    return QString::fromLatin1(QByteArrayView(m_value).first(lengthOf(m_type)).toByteArray().toHex());
 }
 
 quint64 HashValue::hash() const

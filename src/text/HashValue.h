@@ -10,13 +10,13 @@ class HashValue {
 public:
     enum Type : qint32 { MD5 = 0, SHA256 = 1 };
     /// Room for the longest digest to come; what a digest does not use is zero.
-    using Buffer = std::array<unsigned char, 48>;
+    using Buffer = std::array<char, 48>;
 
-    static HashValue md5HashWithData(QByteArrayView data);
-    static HashValue sha256HashWithData(QByteArrayView data);
+    static HashValue md5HashWithData(const QByteArray &data);
+    static HashValue sha256HashWithData(const QByteArray &data);
 
     /// Takes as many bytes of `buffer` as a digest of `type` has; none for an unknown type.
-    HashValue(const Buffer &buffer, qint32 type);
+    HashValue(QByteArrayView buffer, qint32 type);
     /// From what encoded() made.
     explicit HashValue(const QVariantMap &archive);
     QVariantMap encoded() const;
@@ -28,8 +28,6 @@ public:
     bool operator==(const HashValue &other) const = default;
 
 private:
-    static HashValue digest(QByteArrayView data, Type type);
-
     Buffer m_value{};
     qint32 m_type = MD5;
 };

@@ -72,7 +72,7 @@ MarkupToken MarkupScanner::tag(qsizetype start, qsizetype nameStart, MarkupToken
 /// A quote opens a value only behind "=".
 qsizetype MarkupScanner::tagEnd(QStringView text, qsizetype position)
 {
-    while ((position = Scanning::indexOfEither(text, u'>', u'=', position)) < text.size()) {
+    while ((position = Scanning::indexOfAny(text, position, u'>', u'=')) < text.size()) {
         if (text[position++] == u'>')
             return position;
         while (position < text.size() && isSpace(text[position]))

@@ -138,12 +138,16 @@ QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &c
     TextBuffer lines(0);
     NextChar tagEnd(content, u'>');
     qsizetype kept = 0;
+    const auto finishLines = [&](qsizetype to) {
+        lines.append(text.sliced(kept, to - kept));
+        appendChunks(out, lines.text());
+        lines.clear();
+        kept = to;
+    };
     qsizetype opened = 0; // what stands before belongs to an opening tag
     for (qsizetype at = indexOf(content, u'<', 0); at + 1 < content.size(); at = indexOf(content, u'<', at + 1)) {
         if (const qsizetype end = spacedElementEnd(text, at); end > at) {
-            lines.append(text.sliced(kept, at - kept));
-            appendChunks(out, lines.text());
-            lines.clear();
+            finishLines(at);
             out.append(text.sliced(at, end - at));
             kept = end;
             at = end - 1;
@@ -151,10 +155,7 @@ QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &c
             const qsizetype end = ElementKinds::endOfParagraphEnder(content, at + 2);
             if (end < 0)
                 continue;
-            lines.append(text.sliced(kept, end - kept));
-            appendChunks(out, lines.text());
-            lines.clear();
-            kept = end;
+            finishLines(end);
         } else if (at >= opened && ElementKinds::endsParagraphAt(content, at + 1)) {
             const qsizetype end = tagEnd.from(at + 1);
             if (end == content.size())
@@ -165,7 +166,6 @@ QString ContentPasses::contentReplacingDoubleSpaceForParagraphs(const QString &c
             kept = at;
         }
     }
-    lines.append(text.sliced(kept));
-    appendChunks(out, lines.text());
+    finishLines(text.size());
     return removeEmptyParagraphs(out.take());
 }

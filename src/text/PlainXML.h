@@ -14,6 +14,13 @@ struct Reference {
 /// The one of the five predefined references that these bytes begin with, or null.
 const Reference *reference(QByteArrayView bytes);
 
+struct Character {
+    char32_t code = 0;
+    qsizetype length = 0; ///< of the bytes that stand for it; 0 when there is none, or one that XML forbids
+};
+/// The character of the numeric reference that these bytes begin with.
+Character numericReference(QByteArrayView bytes);
+
 /// Walks over `xml` in UTF-8 and hands what it meets to the reader; false when a parser has to look. The reader has:
 /// - bool takeTag(begin, end): the places of "<" and ">"; there is no mark, control or non-ASCII byte between;
 /// - qsizetype takeMark(at): the length of what begins at this "&", ">" or "\r" in a text.

@@ -1,7 +1,6 @@
 #include "text/QueryComponents.h"
 
 #include <QUrl>
-#include <algorithm>
 
 QString QueryComponents::stringByDecodingURLFormat(const QString &text)
 {
@@ -20,25 +19,14 @@ QHash<QString, QStringList> QueryComponents::dictionaryFromQueryComponents(const
     return components;
 }
 
-URLParser::URLParser(const QString &url)
-{
-    const qsizetype mark = url.indexOf(u'?');
-    if (mark < 0)
-        return;
-    const QStringList stretches = url.sliced(mark).split(u'&');
-    for (const QString &stretch : stretches) {
-        const auto begin = std::find_if(stretch.cbegin(), stretch.cend(), [](QChar c) { return c != u'?'; });
-        if (begin != stretch.cend())
-            m_variables.append(stretch.sliced(begin - stretch.cbegin()));
-    }
-}
-
 QString URLParser::valueForVariable(const QString &name) const
 {
     const QString start = name + u'=';
-    for (const QString &variable : m_variables) {
+    for (QStringView variable : QStringView(m_query).split(u'&')) {
+        while (variable.startsWith(u'?'))
+            variable = variable.sliced(1);
         if (variable.size() > start.size() && variable.startsWith(start))
-            return variable.sliced(start.size());
+            return variable.sliced(start.size()).toString();
     }
     return {};
 }

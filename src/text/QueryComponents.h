@@ -13,9 +13,12 @@ QHash<QString, QStringList> dictionaryFromQueryComponents(const QString &query);
 /// The variables of an address, undecoded.
 class URLParser {
 public:
-    explicit URLParser(const QString &url);
+    explicit URLParser(const QString &url)
+        : m_query(url.section(u'?', 1))
+    {
+    }
     QString valueForVariable(const QString &name) const; ///< null when there is none or it is empty
 
 private:
-    QStringList m_variables;
+    QString m_query;
 };

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <bit>
 #include <string_view>
-#include <utility>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -49,44 +48,30 @@ inline bool matches(QStringView text, qsizetype at, std::u16string_view word)
     return true;
 }
 
-/// Where `c` stands at or after `from`, or the size of the text. The next one is mostly near, so what counts is to
-/// begin at once: that is what this does better than the string's own search.
-inline qsizetype indexOf(QStringView text, char16_t c, qsizetype from)
+/// Where the first of the characters stands at or after `from`, or the size of the text. The next one is mostly near,
+/// so what counts is to begin at once: that is what this does better than the string's own search.
+template <class... Chars>
+qsizetype indexOfAny(QStringView text, qsizetype from, Chars... wanted)
 {
     const char16_t *p = text.utf16();
     const qsizetype size = text.size();
 #ifdef __SSE2__
-    const __m128i wanted = _mm_set1_epi16(static_cast<short>(c));
     for (; from + 8 <= size; from += 8) {
         const __m128i eight = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p + from));
-        const auto hits = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(eight, wanted)));
-        if (hits != 0)
+        __m128i found = _mm_setzero_si128();
+        ((found = _mm_or_si128(found, _mm_cmpeq_epi16(eight, _mm_set1_epi16(static_cast<short>(wanted))))), ...);
+        if (const auto hits = static_cast<unsigned>(_mm_movemask_epi8(found)))
             return from + std::countr_zero(hits) / 2;
     }
 #endif
-    while (from < size && p[from] != c)
+    while (from < size && ((p[from] != wanted) && ...))
         ++from;
     return std::min(from, size);
 }
 
-/// The same for the first of two characters.
-inline qsizetype indexOfEither(QStringView text, char16_t one, char16_t other, qsizetype from)
+inline qsizetype indexOf(QStringView text, char16_t c, qsizetype from)
 {
-    const char16_t *p = text.utf16();
-    const qsizetype size = text.size();
-#ifdef __SSE2__
-    const auto all = [](char16_t c) { return _mm_set1_epi16(static_cast<short>(c)); };
-    for (; from + 8 <= size; from += 8) {
-        const __m128i eight = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p + from));
-        const auto hits = static_cast<unsigned>(
-            _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi16(eight, all(one)), _mm_cmpeq_epi16(eight, all(other)))));
-        if (hits != 0)
-            return from + std::countr_zero(hits) / 2;
-    }
-#endif
-    while (from < size && p[from] != one && p[from] != other)
-        ++from;
-    return std::min(from, size);
+    return indexOfAny(text, from, c);
 }
 
 inline qsizetype skipSpace(QStringView text, qsizetype at)
@@ -96,27 +81,8 @@ inline qsizetype skipSpace(QStringView text, qsizetype at)
     return at;
 }
 
-/// A search that is asked for growing positions: all its answers together cost one walk over the text.
-template <class Find>
-class Forward {
-public:
-    explicit Forward(Find find)
-        : m_find(std::move(find))
-    {
-    }
-    qsizetype from(qsizetype at)
-    {
-        if (m_found < at)
-            m_found = m_find(at);
-        return m_found;
-    }
-
-private:
-    Find m_find;
-    qsizetype m_found = -1;
-};
-
-/// Forward search for one character.
+/// A search for one character that is asked for growing positions: all its answers together cost one walk over the
+/// text.
 class NextChar {
 public:
     NextChar(QStringView text, char16_t c)

@@ -4,7 +4,6 @@
 #include "xmlrpc/XMLRPCEventBasedParser.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace {
 bool isLetter(char c)
@@ -49,34 +48,14 @@ QByteArrayView afterDeclaration(QByteArrayView utf8)
     return skip(rest, "?>") ? rest : utf8;
 }
 
-struct Character {
-    char32_t code = 0;
-    qsizetype length = 0; // in the reply; 0 when there is none, or one that XML forbids
-};
-
-Character numericReference(QByteArrayView bytes)
-{
-    constexpr qsizetype MaximumDigits = 8;
-    if (!bytes.startsWith("&#"))
-        return {};
-    const bool isHexadecimal = bytes.sliced(2).startsWith('x');
-    const QByteArrayView digits = bytes.sliced(isHexadecimal ? 3 : 2);
-    const char *const limit = digits.data() + std::min(digits.size(), MaximumDigits);
-    quint32 code = 0;
-    const auto [end, error] = std::from_chars(digits.data(), limit, code, isHexadecimal ? 16 : 10);
-    if (error != std::errc() || end == bytes.end() || *end != ';' || !XMLBytes::isAllowed(code))
-        return {};
-    return {code, end + 1 - bytes.data()};
-}
-
 // What these bytes, a reference or a line end, stand for.
-Character markedCharacter(QByteArrayView bytes)
+PlainXML::Character markedCharacter(QByteArrayView bytes)
 {
     if (bytes[0] == '\r')
         return {'\n', bytes.startsWith("\r\n") ? 2 : 1};
     if (const PlainXML::Reference *reference = PlainXML::reference(bytes))
         return {char32_t(reference->character), reference->text.size()};
-    return numericReference(bytes);
+    return PlainXML::numericReference(bytes);
 }
 } // namespace
 
@@ -98,7 +77,7 @@ qsizetype PlainReplyScanner::takeMark(qsizetype at)
         return at > 0 && m_utf8[at - 1] == ']' ? 0 : 1;
     if (m_open.empty())
         return rest[0] == '\r' ? 1 : 0;
-    const Character character = markedCharacter(rest);
+    const PlainXML::Character character = markedCharacter(rest);
     if (character.length == 0)
         return 0;
     takeText(at);

@@ -34,12 +34,6 @@ int digits(std::string_view text)
         number = number * 10 + (digit - '0');
     return number;
 }
-
-QDateTime utc(QDate date, std::string_view time)
-{
-    const QTime moment(digits(time.substr(0, 2)), digits(time.substr(3, 2)), digits(time.substr(6, 2)));
-    return date.isValid() && moment.isValid() ? QDateTime(date, moment, Qt::UTC) : QDateTime();
-}
 } // namespace
 
 std::string_view ReplyScalars::trimmed(std::string_view text)
@@ -86,13 +80,13 @@ QDateTime ReplyScalars::date(std::string_view text)
 {
     if (!text.empty() && text.back() == 'Z')
         text.remove_suffix(1);
-    if (fits(text, "00000000T00:00:00")) {
-        const QDate date(digits(text.substr(0, 4)), digits(text.substr(4, 2)), digits(text.substr(6, 2)));
-        return utc(date, text.substr(9));
-    }
-    if (fits(text, "0000-00-00T00:00:00")) {
-        const QDate date(digits(text.substr(0, 4)), digits(text.substr(5, 2)), digits(text.substr(8, 2)));
-        return utc(date, text.substr(11));
-    }
-    return {};
+    const bool isExtended = fits(text, "0000-00-00T00:00:00");
+    if (!isExtended && !fits(text, "00000000T00:00:00"))
+        return {};
+    const size_t dash = isExtended ? 1 : 0;
+    const auto pair = [text](size_t at) { return digits(text.substr(at, 2)); };
+    const size_t time = 9 + 2 * dash;
+    const QDate date(digits(text.substr(0, 4)), pair(4 + dash), pair(6 + 2 * dash));
+    const QTime moment(pair(time), pair(time + 3), pair(time + 6));
+    return date.isValid() && moment.isValid() ? QDateTime(date, moment, Qt::UTC) : QDateTime();
 }

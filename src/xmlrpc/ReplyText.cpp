@@ -8,9 +8,6 @@
 #include <cstring>
 
 namespace {
-constexpr qsizetype BlockSize = 64;
-constexpr quint8 LeadOfNoncharacters = 0xef; // of U+FFFE and U+FFFF, and of much else
-
 // Number of bytes at `at` that XML forbids.
 qsizetype forbiddenLength(const char *at, const char *end)
 {
@@ -18,50 +15,6 @@ qsizetype forbiddenLength(const char *at, const char *end)
         return 1;
     const bool isNoncharacter = end - at >= 3 && std::memcmp(at, "\xef\xbf", 2) == 0 && quint8(at[2]) >= 0xbe;
     return isNoncharacter ? 3 : 0;
-}
-
-// No branches and no wider types in the loop, so that the compiler tests a whole vector of bytes at a time.
-bool isSuspicious(const char *block)
-{
-    quint8 found = 0;
-    for (qsizetype i = 0; i < BlockSize; ++i) {
-        const quint8 byte = quint8(block[i]);
-        const quint8 isControl = byte < 0x20;
-        const quint8 isSpace = quint8(quint8(byte == '\t') | quint8(byte == '\n') | quint8(byte == '\r'));
-        found |= quint8((isControl ^ isSpace) | quint8(byte == LeadOfNoncharacters));
-    }
-    return found != 0;
-}
-
-const char *findForbidden(const char *at, const char *end)
-{
-    while (at != end) {
-        const bool wholeBlock = end - at >= BlockSize;
-        if (wholeBlock && !isSuspicious(at)) {
-            at += BlockSize;
-            continue;
-        }
-        for (const char *stop = wholeBlock ? at + BlockSize : end; at != stop; ++at) {
-            if (forbiddenLength(at, end) > 0)
-                return at;
-        }
-    }
-    return end;
-}
-
-QByteArray withoutForbidden(const QByteArray &utf8, const char *bad)
-{
-    const char *const end = utf8.constData() + utf8.size();
-    QByteArray cleaned(utf8.size(), Qt::Uninitialized);
-    char *out = cleaned.data();
-    const char *run = utf8.constData();
-    for (; bad != end; bad = findForbidden(run, end)) {
-        out = std::copy(run, bad, out);
-        run = bad + forbiddenLength(bad, end);
-    }
-    out = std::copy(run, end, out);
-    cleaned.truncate(out - cleaned.constData());
-    return cleaned;
 }
 
 qsizetype characterLength(char lead)
@@ -125,9 +78,18 @@ ReplyText::ReplyText(const QByteArray &utf8)
 bool ReplyText::dropForbidden()
 {
     const char *const end = m_bytes.constData() + m_bytes.size();
-    const char *const bad = findForbidden(m_bytes.constData(), end);
-    if (bad == end)
+    const char *run = m_bytes.constData(); // of what stays
+    QByteArray cleaned;
+    for (const char *at = run; at != end;) {
+        const qsizetype length = forbiddenLength(at, end);
+        if (length > 0)
+            cleaned.append(run, at - run);
+        at += std::max<qsizetype>(length, 1);
+        if (length > 0)
+            run = at;
+    }
+    if (run == m_bytes.constData())
         return false;
-    *this = ReplyText(withoutForbidden(m_bytes, bad));
+    *this = ReplyText(cleaned.append(run, end - run));
     return true;
 }

@@ -1,15 +1,42 @@
 #include "xmlrpc/XMLRPCConnection.h"
 
 #include "platform/ZLLog.h"
-#include "xmlrpc/OneTimeBody.h"
+#include "text/RandomString.h"
 #include "xmlrpc/TransferErrors.h"
 
 #include <QLocale>
 #include <QPointer>
-#include <QUuid>
 #include <algorithm>
 
 namespace {
+/// A body that can be read once. The network layer sends a POST again by itself when a kept connection is closed before
+/// the answer, and the host may have carried it out already; what cannot be rewound, it cannot send again.
+class OneTimeBody : public QIODevice {
+public:
+    explicit OneTimeBody(const QByteArray &bytes)
+        : m_bytes(bytes)
+    {
+        open(QIODevice::ReadOnly);
+    }
+    bool isSequential() const override { return true; }
+    bool seek(qint64) override { return false; }
+    qint64 bytesAvailable() const override { return m_bytes.size() - m_read + QIODevice::bytesAvailable(); }
+
+protected:
+    qint64 readData(char *data, qint64 maximum) override
+    {
+        const qint64 length = std::min<qint64>(maximum, m_bytes.size() - m_read);
+        std::copy_n(m_bytes.constData() + m_read, length, data);
+        m_read += length;
+        return length == 0 ? -1 : length;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    const QByteArray m_bytes;
+    qint64 m_read = 0;
+};
+
 bool carriesData(const XMLRPCValue &value)
 {
     if (value.isArray())
@@ -50,7 +77,7 @@ XMLRPCConnection::XMLRPCConnection(
     , m_manager(manager)
     , m_request(std::move(request))
     , m_delegate(std::move(delegate))
-    , m_identifier(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper())
+    , m_identifier(stringByGeneratingUUID())
 {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, [this] { fail(TransferErrors::timedOut()); });

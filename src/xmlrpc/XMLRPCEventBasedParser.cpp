@@ -10,9 +10,15 @@ XMLRPCEventBasedParser::XMLRPCEventBasedParser(QByteArrayView utf8)
     , m_parser(XML_ParserCreate("UTF-8"))
 {
     XML_SetUserData(m_parser, this);
-    XML_SetElementHandler(m_parser, didStartElement, didEndElement);
-    XML_SetCharacterDataHandler(m_parser, foundCharacters);
-    XML_SetStartDoctypeDeclHandler(m_parser, didStartDocumentType);
+    XML_SetElementHandler(
+        m_parser, [](void *self, const char *name, const char **) { of(self).startElement(name); },
+        [](void *self, const char *name) { of(self).endElement(name); });
+    XML_SetCharacterDataHandler(m_parser, [](void *self, const char *characters, int length) {
+        of(self).m_delegate.foundCharacters({characters, size_t(length)});
+    });
+    XML_SetStartDoctypeDeclHandler(m_parser, [](void *self, const char *, const char *, const char *, int) {
+        of(self).refuse(QStringLiteral("a document type has no place in a reply"));
+    });
 }
 
 XMLRPCEventBasedParser::~XMLRPCEventBasedParser()
@@ -33,30 +39,15 @@ XMLRPCValue XMLRPCEventBasedParser::parse()
     return {};
 }
 
-void XMLRPCEventBasedParser::didStartElement(void *self, const char *name, const char **)
-{
-    static_cast<XMLRPCEventBasedParser *>(self)->startElement(name);
-}
-
-void XMLRPCEventBasedParser::didEndElement(void *self, const char *name)
-{
-    static_cast<XMLRPCEventBasedParser *>(self)->endElement(name);
-}
-
-void XMLRPCEventBasedParser::foundCharacters(void *self, const char *characters, int length)
-{
-    static_cast<XMLRPCEventBasedParser *>(self)->m_delegate.foundCharacters({characters, size_t(length)});
-}
-
-void XMLRPCEventBasedParser::didStartDocumentType(void *self, const char *, const char *, const char *, int)
-{
-    static_cast<XMLRPCEventBasedParser *>(self)->refuse(QStringLiteral("a document type has no place in a reply"));
-}
-
 void XMLRPCEventBasedParser::startElement(std::string_view name)
 {
     m_delegate.didStartElement(replyElementNamed(name));
-    checkLimits();
+    if (m_delegate.isTooDeep()) {
+        refuse(QStringLiteral("values are nested more than %1 deep").arg(XMLRPCEventBasedParserDelegate::MaximumDepth));
+    } else if (m_delegate.hasTooManyValues()) {
+        refuse(
+            QStringLiteral("the reply holds more than %1 values").arg(XMLRPCEventBasedParserDelegate::MaximumValues));
+    }
 }
 
 void XMLRPCEventBasedParser::endElement(std::string_view name)
@@ -64,16 +55,6 @@ void XMLRPCEventBasedParser::endElement(std::string_view name)
     // Expat still reports the end of an empty element after it was told to stop.
     if (m_error.isNull())
         m_delegate.didEndElement(replyElementNamed(name));
-}
-
-void XMLRPCEventBasedParser::checkLimits()
-{
-    if (m_delegate.isTooDeep()) {
-        refuse(QStringLiteral("values are nested more than %1 deep").arg(XMLRPCEventBasedParserDelegate::MaximumDepth));
-    } else if (m_delegate.hasTooManyValues()) {
-        refuse(
-            QStringLiteral("the reply holds more than %1 values").arg(XMLRPCEventBasedParserDelegate::MaximumValues));
-    }
 }
 
 void XMLRPCEventBasedParser::refuse(const QString &error)

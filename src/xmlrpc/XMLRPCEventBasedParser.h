@@ -28,15 +28,10 @@ public:
     bool isFault() const { return m_delegate.isFault(); }
 
 private:
-    static void didStartElement(void *self, const char *name, const char **attributes);
-    static void didEndElement(void *self, const char *name);
-    static void foundCharacters(void *self, const char *characters, int length);
-    static void didStartDocumentType(void *self, const char *, const char *, const char *, int);
-
+    static XMLRPCEventBasedParser &of(void *self) { return *static_cast<XMLRPCEventBasedParser *>(self); }
     void startElement(std::string_view name);
     void endElement(std::string_view name);
     void refuse(const QString &error);
-    void checkLimits();
     QString expatError() const;
 
     QByteArrayView m_utf8;

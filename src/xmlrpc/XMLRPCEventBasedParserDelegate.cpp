@@ -1,6 +1,5 @@
 #include "xmlrpc/XMLRPCEventBasedParserDelegate.h"
 
-#include "text/Base64.h"
 #include "xmlrpc/ReplyScalars.h"
 
 #include <algorithm>
@@ -155,7 +154,7 @@ XMLRPCValue XMLRPCEventBasedParserDelegate::finishedScalar(const Node &node)
         return date.isValid() ? XMLRPCValue(date) : XMLRPCValue(XMLRPCValue::Null());
     }
     case ReplyElement::Data:
-        return Base64::decoded(QByteArrayView(text.data(), qsizetype(text.size())));
+        return QByteArray::fromBase64(QByteArray::fromRawData(text.data(), qsizetype(text.size())));
     default:
         return string(text);
     }

@@ -52,31 +52,17 @@ char *writeEntity(char16_t unit, char *out)
     return out + EntityLength;
 }
 
-char *writeTwo(char16_t unit, char *out)
+// The UTF-8 of a character beyond ASCII that has so many bytes behind the first.
+template <int Behind>
+char *write(char32_t character, char *out)
 {
-    *out++ = char(0xc0 | unit >> 6);
-    *out++ = char(0x80 | (unit & 0x3f));
+    constexpr int Lead = 0xff00 >> (Behind + 1) & 0xff;
+    *out++ = char(Lead | character >> 6 * Behind);
+    for (int left = Behind; left-- > 0;)
+        *out++ = char(0x80 | (character >> 6 * left & 0x3f));
     return out;
 }
 
-char *writeThree(char16_t unit, char *out)
-{
-    if (QChar::isSurrogate(unit) || unit >= 0xfffe)
-        unit = QChar::ReplacementCharacter;
-    *out++ = char(0xe0 | unit >> 12);
-    *out++ = char(0x80 | (unit >> 6 & 0x3f));
-    *out++ = char(0x80 | (unit & 0x3f));
-    return out;
-}
-
-char *writeFour(char32_t character, char *out)
-{
-    *out++ = char(0xf0 | character >> 18);
-    *out++ = char(0x80 | (character >> 12 & 0x3f));
-    *out++ = char(0x80 | (character >> 6 & 0x3f));
-    *out++ = char(0x80 | (character & 0x3f));
-    return out;
-}
 // Leaves `at` on the last unit of the character.
 char *writeCharacter(const char16_t *&at, const char16_t *end, char *out)
 {
@@ -90,8 +76,11 @@ char *writeCharacter(const char16_t *&at, const char16_t *end, char *out)
         return out;
     }
     if (unit < 0x800)
-        return writeTwo(unit, out);
-    return isPair(at, end) ? writeFour(QChar::surrogateToUcs4(unit, *++at), out) : writeThree(unit, out);
+        return write<1>(unit, out);
+    if (isPair(at, end))
+        return write<3>(QChar::surrogateToUcs4(unit, *++at), out);
+    const bool isBroken = QChar::isSurrogate(unit) || unit >= 0xfffe;
+    return write<2>(isBroken ? char16_t(QChar::ReplacementCharacter) : unit, out);
 }
 } // namespace
 

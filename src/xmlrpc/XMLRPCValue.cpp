@@ -25,6 +25,14 @@ qint64 truncated(double number)
     return number != number ? 0 : qint64(std::clamp(number, -Limit, Limit));
 }
 
+template <class Kind>
+const Kind &heldOrEmpty(const XMLRPCValue::Variant &value)
+{
+    static const Kind empty;
+    const Kind *held = std::get_if<Kind>(&value);
+    return held ? *held : empty;
+}
+
 void insertIfNew(
     std::vector<XMLRPCStruct::Member> &members, QHash<QString, qsizetype> &places, XMLRPCStruct::Member &&member)
 {
@@ -146,28 +154,22 @@ bool XMLRPCValue::boolean() const
 
 QDateTime XMLRPCValue::date() const
 {
-    const auto *date = std::get_if<QDateTime>(&m_value);
-    return date ? *date : QDateTime();
+    return heldOrEmpty<QDateTime>(m_value);
 }
 
 QByteArray XMLRPCValue::data() const
 {
-    const auto *bytes = std::get_if<QByteArray>(&m_value);
-    return bytes ? *bytes : QByteArray();
+    return heldOrEmpty<QByteArray>(m_value);
 }
 
 const XMLRPCArray &XMLRPCValue::array() const
 {
-    static const XMLRPCArray empty;
-    const auto *array = std::get_if<XMLRPCArray>(&m_value);
-    return array ? *array : empty;
+    return heldOrEmpty<XMLRPCArray>(m_value);
 }
 
 const XMLRPCStruct &XMLRPCValue::structure() const
 {
-    static const XMLRPCStruct empty;
-    const auto *structure = std::get_if<XMLRPCStruct>(&m_value);
-    return structure ? *structure : empty;
+    return heldOrEmpty<XMLRPCStruct>(m_value);
 }
 
 const XMLRPCValue &XMLRPCValue::operator[](QStringView key) const

@@ -4,12 +4,16 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <concepts>
 #include <utility>
 #include <variant>
 #include <vector>
 
 class XMLRPCValue;
 using XMLRPCArray = std::vector<XMLRPCValue>;
+
+template <class Type, class... Types>
+concept OneOf = (std::same_as<std::remove_cvref_t<Type>, Types> || ...);
 
 /// A dictionary in order of insertion; small enough for a linear search.
 class XMLRPCStruct {
@@ -40,48 +44,13 @@ public:
     };
 
     XMLRPCValue() = default; ///< absent
-    XMLRPCValue(Null null)
-        : m_value(null)
-    {
-    }
-    XMLRPCValue(bool value)
-        : m_value(value)
+    template <OneOf<Null, bool, qint64, double, QString, QDateTime, QByteArray, XMLRPCArray, XMLRPCStruct> Kind>
+    XMLRPCValue(Kind &&value)
+        : m_value(std::forward<Kind>(value))
     {
     }
     XMLRPCValue(int value)
         : m_value(qint64(value))
-    {
-    }
-    XMLRPCValue(qint64 value)
-        : m_value(value)
-    {
-    }
-    XMLRPCValue(double value)
-        : m_value(value)
-    {
-    }
-    XMLRPCValue(const QString &value)
-        : m_value(value)
-    {
-    }
-    XMLRPCValue(QString &&value)
-        : m_value(std::move(value))
-    {
-    }
-    XMLRPCValue(const QDateTime &value)
-        : m_value(value)
-    {
-    }
-    XMLRPCValue(const QByteArray &value)
-        : m_value(value)
-    {
-    }
-    XMLRPCValue(XMLRPCArray value)
-        : m_value(std::move(value))
-    {
-    }
-    XMLRPCValue(XMLRPCStruct value)
-        : m_value(std::move(value))
     {
     }
     XMLRPCValue(const char *) = delete;

@@ -14,7 +14,7 @@ private Q_SLOTS:
             const QByteArray text = lines.join("\r\n");
             QCOMPARE(Base64::encoded(bytes), text);
             QCOMPARE(Base64::encodedLength(length), text.size());
-            QCOMPARE(Base64::decoded(text), bytes);
+            QCOMPARE(QByteArray::fromBase64(text), bytes);
             bytes.append(char(length * 37));
         }
     }

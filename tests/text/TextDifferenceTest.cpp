@@ -61,18 +61,6 @@ private Q_SLOTS:
         QTEST(shown(one, other), "regions");
     }
 
-    void cutsALineAroundTheDifference()
-    {
-        const QString words = u"some words "_qs.repeated(20);
-        const QString front = "x " + words, middle = words + "x " + words, end = words + "x";
-        QCOMPARE(TextDifference::excerpt("one two", "one", 60), "one two");
-        QCOMPARE(TextDifference::excerpt(front, words, 60), front.left(60) + u'…');
-        QCOMPARE(TextDifference::excerpt(middle, words + "y", 60), u'…' + middle.mid(181, 60) + u'…');
-        QCOMPARE(TextDifference::excerpt(end, words + "y", 60), u'…' + end.mid(165));
-        QCOMPARE(TextDifference::excerpt(QString(200, u'a') + 'b', QString(200, u'a'), 60), QString(60, u'a') + u'…');
-        QCOMPARE(TextDifference::excerpt(words, words + "more", 60), u'…' + words.mid(165)); // nothing of it is new
-    }
-
     void isLinear()
     {
         QString one;
