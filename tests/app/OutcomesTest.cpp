@@ -1,350 +1,263 @@
-#include "ConnectedBlog.h"
+#include "AppFixture.h"
+#include "platform/ZLAtomicFile.h"
 
 #include <QSignalSpy>
-#include <QThreadPool>
 
 namespace {
-
-/// Two blogs without posts; the first is current.
-struct SecondBlog : ConnectedBlog {
-    SecondBlog()
-    {
-        seedAccount(u"Other"_qs, other.url());
-        start();
-    }
-};
-
 constexpr int publish = ZLWordpressPost::Publish, draft = ZLWordpressPost::Draft;
-constexpr int post = ZLWordpressPost::Post, page = ZLWordpressPost::Page;
-
-bool has(const QByteArray &file, const QString &text)
-{
-    return QString::fromUtf8(file).contains(text);
-}
-
+constexpr int newPost = Upload::NewPost, publishDraft = Upload::PublishDraft;
+constexpr int update = Upload::Update;
 } // namespace
 
 class OutcomesTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void publishes_data()
+    void bringRowFileAndListInStep_data()
     {
-        const TestTable<int, int, int, int, QString> row({"status", "type", "daysAhead", "rowStatus", "message"});
-        row("post", publish, post, 0, 0, u"Successfully Published Post"_qs);
-        row("page", publish, page, 0, 2, u"Successfully Published Page"_qs);
-        row("scheduled post", publish, post, 365, 8, u"Successfully Scheduled Post"_qs);
-        row("scheduled page", publish, page, 365, 8, u"Successfully Scheduled Page"_qs);
-        row("draft", draft, post, 0, 1, u"Successfully Saved Draft"_qs);
+        const TestTable<int, int, bool, int, int, QString> row; // kind, status, is a page, days ahead, the row, message
+        row("new post", newPost, publish, false, 0, 0, "Successfully Published Post");
+        row("new page", newPost, publish, true, 0, 2, "Successfully Published Page");
+        row("new scheduled post", newPost, publish, false, 365, 8, "Successfully Scheduled Post");
+        row("new scheduled page", newPost, publish, true, 365, 8, "Successfully Scheduled Page");
+        row("new draft", newPost, draft, false, 0, 1, "Successfully Saved Draft");
+        row("draft of the blog", publishDraft, publish, false, 10, 8, "Successfully Published Post");
+        row("post", update, publish, false, -1, 0, "Successfully Updated Post");
+        row("page", update, publish, true, -1, 2, "Successfully Updated Page");
+        row("scheduled", update, publish, false, 9, 8, "Successfully Scheduled Post");
+        row("back to draft", update, draft, false, -1, 1, "Successfully Updated Draft.");
     }
 
-    void publishes()
+    void bringRowFileAndListInStep()
     {
-        QFETCH(int, status);
-        QFETCH(int, type);
-        QFETCH(int, daysAhead);
-        ConnectedBlog fixture;
-        fixture.start();
-        const PostPtr post = fixture.writePost(u"Title & more"_qs, u"<p>text</p>"_qs);
-        post->status = status;
-        post->type = type;
-        post->createdAt = fixture.clock.present.addDays(daysAhead);
+        const auto [kind, status, isPage, daysAhead, rowStatus, message] = testRow<int, int, bool, int, int, QString>();
+        AppFixture f;
+        if (kind != newPost) {
+            f.blog.addPost("Old", "<p>text</p>", isPage ? "page" : "post").status =
+                kind == publishDraft ? "draft" : "publish";
+            f.blog.addPost("Newer", "<p>x</p>");
+        }
+        f.start();
+        f.defaults->setObjectForKey(kind != newPost, "openBrowserAfterPublish");
+        const PostPtr post = kind == newPost ? f.writePost("New", "<p>text</p>") : f.postOf(f.rowTitled("Old"));
         const LocalPostPtr row = post->localPost;
         const QUrl before = row->localFile;
-        fixture.send(post, Upload::NewPost);
-
-        const QString id = fixture.blog.posts.firstKey();
-        QTEST(row->status, "rowStatus");
-        QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-        QTEST(fixture.titlesDelivered(), "message");
-        QCOMPARE(fixture.notifications.delivered.first().subtitle, u"on Blog"_qs);
-        QCOMPARE(fixture.notifications.delivered.first().URL.isEmpty(), status == ZLWordpressPost::Draft);
-        QVERIFY(fixture.workspace.opened.isEmpty());
-
-        // The file has moved to the blog's number, and says what the row says.
-        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(id)});
-        QVERIFY(QFileInfo(before.toLocalFile()).dir().exists()); // the folder of its random id stays
-        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-        QVERIFY(has(file, u"<title>Title &amp; more</title><content>&lt;p&gt;text&lt;/p&gt;</content>"_qs));
-        QVERIFY(has(file,
-            u"<engine>wordpress</engine><id>%1</id><status>%2</status>"_qs.arg(
-                id, status == ZLWordpressPost::Publish ? u"publish"_qs : u"draft"_qs)));
-        QVERIFY(has(file, u"<file_info><status></status><app_version>3</app_version></file_info>"_qs));
-        const FakePostList::Update &update = fixture.list.updated.first();
-        QCOMPARE(update.row, row);
-        QCOMPARE(update.previousLocalURL, before);
-        QCOMPARE(update.post->id, id);
-        QCOMPARE(fixture.rows(), QList<LocalPostPtr>{row});
-    }
-
-    void publishesADraftOfTheBlog()
-    {
-        ConnectedBlog fixture;
-        fixture.blog.addPost(u"Other"_qs, u"<p>x</p>"_qs);
-        FakeBlog::Post &draft = fixture.blog.addPost(u"Draft"_qs, u"<p>text</p>"_qs);
-        draft.status = u"draft"_qs;
-        const QString id = draft.id;
-        fixture.start();
-        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
-
-        const LocalPostPtr row = fixture.rowTitled(u"Draft"_qs);
-        const PostPtr post = fixture.postOf(row);
-        post->status = ZLWordpressPost::Publish;
-        post->content = u"<p>new text</p>"_qs;
-        post->createdAt = fixture.clock.present.addDays(10);
-        fixture.send(post, Upload::PublishDraft);
-        QCOMPARE(row->status, int(ZLLocalPostRepresentation::Scheduled));
-        QCOMPARE(fixture.titlesDelivered(), u"Successfully Published Post"_qs);
-        QCOMPARE(fixture.workspace.opened, QList<QUrl>{QUrl(post->URL)});
-        QCOMPARE(fixture.rows().first(), row);
-        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-        QVERIFY(has(file, u"<status>publish</status>"_qs));
-        QVERIFY(has(file, u"new text"_qs));
-        fixture.app().posts().loadLocalPosts();
-        QCOMPARE(fixture.rowTitled(u"Draft"_qs)->status, int(ZLLocalPostRepresentation::Scheduled));
-    }
-
-    void updates_data()
-    {
-        const TestTable<int, int, int, int, QString> row({"status", "type", "daysAhead", "rowStatus", "message"});
-        row("post", publish, post, -1, 0, u"Successfully Updated Post"_qs);
-        row("page", publish, page, -1, 2, u"Successfully Updated Page"_qs);
-        row("scheduled", publish, post, 9, 8, u"Successfully Scheduled Post"_qs);
-        row("back to draft", draft, post, -1, 1, u"Successfully Updated Draft."_qs);
-    }
-
-    void updates()
-    {
-        QFETCH(int, status);
-        QFETCH(int, type);
-        QFETCH(int, daysAhead);
-        ConnectedBlog fixture;
-        const bool isPage = type == ZLWordpressPost::Page;
-        const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs, isPage ? u"page"_qs : u"post"_qs).id;
-        fixture.start();
-        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
-        const LocalPostPtr row = fixture.rowTitled(u"Old"_qs);
-        const PostPtr post = fixture.postOf(row);
-        post->title = u"New"_qs;
-        post->content = u"<p>other text</p>"_qs;
+        post->title = "Title & more";
+        post->content = "<p>other text</p>";
         post->status = status;
-        post->createdAt = fixture.clock.present.addDays(daysAhead);
-        fixture.send(post, Upload::Update);
+        post->type = isPage ? ZLWordpressPost::Page : ZLWordpressPost::Post;
+        post->createdAt = f.clock.present.addDays(daysAhead);
+        f.send(post, kind);
 
-        QCOMPARE(fixture.blog.posts[id].content, u"<p>other text</p>"_qs);
-        QTEST(row->status, "rowStatus");
-        QCOMPARE(row->published, status == ZLWordpressPost::Publish);
-        QTEST(fixture.titlesDelivered(), "message");
-        QVERIFY(fixture.workspace.opened.isEmpty()); // not after an update
-        const QByteArray file = fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id));
-        QVERIFY(has(file, u"<title>New</title><content>&lt;p&gt;other text&lt;/p&gt;</content>"_qs));
-        QVERIFY(has(file, u"<file_info><status></status>"_qs));
+        const QString id = f.blog.posts.firstKey();
+        QCOMPARE(f.blog.posts[id].content, "<p>other text</p>");
+        QCOMPARE(row->status, rowStatus);
+        QCOMPARE(row->published, status == publish);
+        QCOMPARE(f.titlesDelivered(), message);
+        QCOMPARE(f.notifications.delivered.first().subtitle, "on Blog");
+        QCOMPARE(f.workspace.opened, kind == publishDraft ? QList<QUrl>{QUrl(post->URL)} : QList<QUrl>());
+        if (kind != update)
+            QCOMPARE(f.rows().first(), row);
+
+        // The file is where the blog's number says, and says what the row says.
+        QCOMPARE(row->localFile.toLocalFile(), f.postsFolder("Blog") + "/p" + id + "/post.zalmo");
+        QVERIFY(QFileInfo(before.toLocalFile()).dir().exists()); // the folder of its random id stays
+        const QString file = f.textOf(id);
+        QVERIFY(file.contains("<title>Title &amp; more</title><content>&lt;p&gt;other text&lt;/p&gt;</content>"));
+        QVERIFY(file.contains("<id>" + id + "</id><status>" + (status == publish ? "publish" : "draft")));
+        QVERIFY(file.contains("<file_info><status></status><app_version>3</app_version></file_info>"));
+        QCOMPARE(f.list.updated.first().row, row);
+        QCOMPARE(f.list.updated.first().previousLocalURL, before);
+        f.app().posts().loadLocalPosts();
+        QCOMPARE(f.rowTitled("Title & more")->status, rowStatus);
     }
 
     void knowsItsOwnUpdateAtTheNextSync_data()
     {
-        const TestTable<int, bool, bool, bool, QString, bool> row(
-            {"kind", "isDated", "isEditedHere", "isEditedThere", "text", "isConflict"});
-        const int update = Upload::Update;
-        row("here only", update, true, true, false, u"mine"_qs, false);
-        row("draft made public", Upload::PublishDraft, true, true, false, u"mine"_qs, false);
-        row("no date in the reply", update, false, true, false, u"mine"_qs, false);
-        row("no date in the reply, here and there", update, false, true, true, u"mine"_qs, true);
-        row("here and there", update, true, true, true, u"mine"_qs, true);
-        row("there only", update, true, false, true, u"theirs"_qs, false);
+        const TestTable<int, bool, bool, bool, QString, bool> row; // dated, edited here and there, text, conflict
+        row("here only", update, true, true, false, "mine", false);
+        row("draft made public", publishDraft, true, true, false, "mine", false);
+        row("no date in the reply", update, false, true, false, "mine", false);
+        row("no date in the reply, here and there", update, false, true, true, "mine", true);
+        row("here and there", update, true, true, true, "mine", true);
+        row("there only", update, true, false, true, "theirs", false);
     }
 
     void knowsItsOwnUpdateAtTheNextSync()
     {
-        QFETCH(int, kind);
-        QFETCH(bool, isDated);
-        QFETCH(bool, isEditedHere);
-        QFETCH(bool, isEditedThere);
-        QFETCH(bool, isConflict);
-        ConnectedBlog fixture;
-        const QString id = fixture.blog.addPost(u"T"_qs, u"<p>old</p>"_qs).id;
-        fixture.start();
-        const PostPtr post = fixture.postOf(fixture.rowTitled(u"T"_qs));
-        fixture.blog.isDated = isDated;
-        fixture.clock.present = fixture.clock.present.addDays(1); // where it counts, the blog's time does
-        post->content = u"<p>sent</p>"_qs;
-        fixture.send(post, Upload::Kind(kind));
+        const auto [kind, isDated, isEditedHere, isEditedThere, text, isConflict] =
+            testRow<int, bool, bool, bool, QString, bool>();
+        AppFixture f;
+        const QString id = f.blog.addPost("T", "<p>old</p>").id;
+        f.start();
+        const PostPtr post = f.postOf(f.rowTitled("T"));
+        f.blog.isDated = isDated;
+        f.clock.present = f.clock.present.addDays(1); // where it counts, the blog's time does
+        post->content = "<p>sent</p>";
+        post->localPost.reset(); // the list shows another row by now
+        f.send(post, kind);
 
         if (isEditedHere) {
-            const DocumentPtr document = *ZLDocument::open(post->localPost->localFile);
-            document->post.content = u"mine"_qs;
-            document->fileInfo.status = u"modified"_qs;
+            const DocumentPtr document = *ZLDocument::open(post->localFile);
+            document->post.content = "mine";
+            document->fileInfo.status = "modified";
             QVERIFY(document->saveDocument());
         }
         if (isEditedThere) {
-            fixture.blog.posts[id].content = u"theirs"_qs;
-            fixture.blog.posts[id].modified = fixture.blog.now.addSecs(1);
+            f.blog.posts[id].content = "theirs";
+            f.blog.posts[id].modified = f.blog.now.addSecs(1);
         }
-        fixture.app().rounds().syncAllBlogs();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        QFETCH(QString, text);
-        QVERIFY(has(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)), u"<content>%1</content>"_qs.arg(text)));
+        f.app().rounds().syncAllBlogs();
+        f.waitForRound();
+        QVERIFY(f.textOf(id).contains("<content>" + text + "</content>"));
         // The post, what the blog last gave while it has changes, and the blog's other version.
-        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), isConflict ? 3 : isEditedHere ? 2 : 1);
+        QCOMPARE(f.postFiles().size(), isConflict ? 3 : isEditedHere ? 2 : 1);
     }
 
     void staysSilentWhenNotAllowed()
     {
-        ConnectedBlog fixture;
-        fixture.start();
-        fixture.app().currentBlog().selectedAccount()->preferences->allow_notifications = false;
-        fixture.defaults->setObjectForKey(true, u"openBrowserAfterPublish"_qs);
-        PostPtr post = fixture.writePost(u"One"_qs, u"<p>x</p>"_qs);
-        post->status = ZLWordpressPost::Publish;
-        fixture.send(post, Upload::NewPost);
-        QCOMPARE(fixture.titlesDelivered(), QString());
-        QCOMPARE(fixture.workspace.opened.size(), 1); // the browser has a setting of its own
-
-        fixture.app().currentBlog().selectedAccount()->preferences->allow_notifications = true;
-        fixture.defaults->setObjectForKey(false, u"notifyPublish"_qs);
-        post = fixture.writePost(u"Two"_qs, u"<p>x</p>"_qs);
-        post->status = ZLWordpressPost::Publish;
-        fixture.send(post, Upload::NewPost);
-        QCOMPARE(fixture.titlesDelivered(), QString());
-    }
-
-    void comesHomeToItsOwnBlog()
-    {
-        SecondBlog fixture;
-        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-        fixture.sendLate(post, u"wp.newPost"_qs);
-        fixture.app().currentBlog().selectorDidChange(2);
-        fixture.network.release();
-        QTRY_COMPARE(fixture.list.updated.size(), 1);
-        QCOMPARE(fixture.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(fixture.blog.posts.firstKey())});
-        QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList());
-        QCOMPARE(fixture.rows().size(), 0); // the rows are those of the current blog
+        for (const bool isForAll : {false, true}) {
+            AppFixture f;
+            f.start();
+            f.current().selectedAccount()->preferences->allow_notifications = isForAll;
+            f.defaults->setObjectForKey(!isForAll, "notifyPublish");
+            f.defaults->setObjectForKey(true, "openBrowserAfterPublish");
+            f.send(f.writePost("One", "<p>x</p>"));
+            QCOMPARE(f.titlesDelivered(), QString());
+            QCOMPARE(f.workspace.opened.size(), 1); // the browser has a setting of its own
+        }
     }
 
     void goesOnToItsOwnBlog_data()
     {
-        QTest::addColumn<QString>("late"); // the call whose answer comes after the change
-        QTest::addColumn<int>("kind");
-        const QString picture = u"metaWeblog.newMediaObject"_qs;
-        QTest::newRow("picture, new") << picture << 0;
-        QTest::newRow("picture, update") << picture << 1;
-        QTest::newRow("content") << u"wp.newPost"_qs << 0;
-        QTest::newRow("read-back") << u"wp.getPost"_qs << 0;
+        const TestTable<QString, int> row; // the call whose answer comes after the change
+        row("picture, new", "metaWeblog.newMediaObject", newPost);
+        row("picture, update", "metaWeblog.newMediaObject", update);
+        row("content", "wp.newPost", newPost);
+        row("read-back", "wp.getPost", newPost);
     }
 
     void goesOnToItsOwnBlog()
     {
-        QFETCH(QString, late);
-        QFETCH(int, kind);
-        SecondBlog fixture;
-        const QString picture = fixture.files.cacheFolder() + u"/a.gif"_qs;
+        const auto [late, kind] = testRow<QString, int>();
+        AppFixture f;
+        f.start(true);
+        const QString picture = f.files.cacheFolder() + "/a.gif";
         writeFile(picture, "GIF89a");
-        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<img src=\"file://localhost%1\" />"_qs.arg(picture));
+        const PostPtr post = f.writePost("On its way", "<img src=\"file://localhost" + picture + "\" />");
         // A post of the same number is on the other blog.
-        post->id = fixture.other.addPost(u"Stranger"_qs, u"<p>theirs</p>"_qs).id;
-        if (kind == Upload::Update)
-            fixture.blog.posts[post->id].id = post->id;
-        fixture.sendLate(post, late, Upload::Kind(kind));
-        fixture.other.calls.clear();
-        fixture.app().currentBlog().selectAccount(fixture.accounts().at(1));
-        fixture.network.release();
-        QTRY_COMPARE(fixture.list.updated.size(), 1);
-        QCOMPARE(fixture.other.calls.size(), 0);
-        QCOMPARE(fixture.blog.posts.last().title, u"On its way"_qs);
-        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
-        QCOMPARE(fixture.postFiles(u"Other"_qs), QStringList());
-        QCOMPARE(fixture.prompts.journal, QStringList());
-    }
-
-    void takesAnOutcomeWithoutARow()
-    {
-        ConnectedBlog fixture;
-        const QString id = fixture.blog.addPost(u"Old"_qs, u"<p>text</p>"_qs).id;
-        fixture.start();
-        const PostPtr post = fixture.postOf(fixture.rowTitled(u"Old"_qs));
-        post->localPost.reset();
-        post->createdAt = fixture.clock.present.addDays(-1);
-        post->content = u"<p>other text</p>"_qs;
-        fixture.send(post, Upload::Update);
-        QCOMPARE(fixture.titlesDelivered(), u"Successfully Updated Post"_qs);
-        QVERIFY(has(fixture.read(u"Blog"_qs, u"p%1/post.zalmo"_qs.arg(id)), u"other text"_qs));
-    }
-
-    void cancelReachesTheServiceOfTheEarlierBlog()
-    {
-        SecondBlog fixture;
-        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-        fixture.sendLate(post, u"wp.newPost"_qs);
-        fixture.app().currentBlog().selectorDidChange(2);
-        for (const ServicePtr &service : fixture.app().services().services())
-            service->cancelUploadOfPost(post);
-        fixture.network.release();
-        fixture.app().rounds().refreshCurrentBlog();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        QCOMPARE(fixture.blog.count(u"wp.getPost"_qs), 0);
+        post->id = f.other.addPost("Stranger", "<p>theirs</p>").id;
+        if (kind == update)
+            f.blog.posts[post->id].id = post->id;
+        f.sendLate(post, late, kind);
+        f.other.calls.clear();
+        f.current().selectAccount(f.accounts().at(1));
+        f.network.release();
+        QTRY_COMPARE(f.list.updated.size(), 1);
+        QCOMPARE(f.other.calls.size(), 0);
+        QCOMPARE(f.blog.posts.last().title, "On its way");
+        QCOMPARE(f.postFiles().size(), 1);
+        QCOMPARE(f.postFiles("Other"), QStringList());
+        QCOMPARE(f.rows().size(), 0); // the rows are those of the current blog
+        QCOMPARE(f.prompts.journal, QStringList());
     }
 
     void removingABlogEndsItsUploads()
     {
-        SecondBlog fixture;
-        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-        fixture.sendLate(post, u"wp.newPost"_qs);
-        QSignalSpy ended(fixture.service()->uploads().first(), &Upload::ended);
-        fixture.removeAccount(fixture.app().currentBlog().selectedAccount());
+        AppFixture f;
+        f.start(true);
+        f.sendLate(f.writePost("On its way", "<p>x</p>"), "wp.newPost");
+        QSignalSpy ended(f.service()->uploads().first(), &Upload::ended);
+        f.removeAccount(f.current().selectedAccount());
         QCOMPARE(ended.size(), 1);
-        fixture.network.release();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        QVERIFY(fixture.list.updated.isEmpty());
-        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1); // what was written stays
-        QCOMPARE(fixture.prompts.journal, QStringList());
+        f.network.release();
+        f.waitForRound();
+        QVERIFY(f.list.updated.isEmpty());
+        QCOMPARE(f.postFiles().size(), 1); // what was written stays
+        QCOMPARE(f.prompts.journal, QStringList());
     }
 
     void losesNothingWhenTheMoveFails()
     {
-        ConnectedBlog fixture;
-        fixture.start();
-        const PostPtr post = fixture.writePost(u"Kept"_qs, u"<p>text</p>"_qs);
+        AppFixture f;
+        f.start();
+        const PostPtr post = f.writePost("Kept", "<p>text</p>");
         const QString before = post->localPost->localFile.toLocalFile();
-        fixture.sendLate(post, u"wp.getPost"_qs);
+        f.sendLate(post, "wp.getPost");
         // A folder stands where the file would go.
-        const QString id = fixture.blog.posts.firstKey();
-        QVERIFY(QDir().mkpath(fixture.postsFolder(u"Blog"_qs) + u"/p%1/post.zalmo/in the way"_qs.arg(id)));
-        fixture.network.release();
-        QTRY_COMPARE(fixture.list.updated.size(), 1);
-        const QByteArray bytes = contentsOf(before);
-        QVERIFY(has(bytes, u"<title>Kept</title>"_qs) && has(bytes, u"<id>%1</id><status>publish</status>"_qs.arg(id)));
-        fixture.app().posts().loadLocalPosts();
-        QCOMPARE(fixture.rowTitled(u"Kept"_qs)->localFile.toLocalFile(), before);
-    }
-
-    void listIsRebuiltMeanwhile()
-    {
-        ConnectedBlog fixture;
-        fixture.start();
-        const PostPtr post = fixture.writePost(u"Sent"_qs, u"<p>text</p>"_qs);
-        fixture.sendLate(post, u"wp.getPost"_qs);
-        // A round fetches the very post whose outcome is still on its way.
-        fixture.app().rounds().refreshCurrentBlog();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        fixture.network.release();
-        QTRY_COMPARE(fixture.list.updated.size(), 1);
-        QCOMPARE(fixture.rows(), QList<LocalPostPtr>{post->localPost});
-        QCOMPARE(fixture.postFiles(u"Blog"_qs).size(), 1);
+        const QString id = f.blog.posts.firstKey();
+        QVERIFY(QDir().mkpath(f.postsFolder("Blog") + "/p" + id + "/post.zalmo/in the way"));
+        f.network.release();
+        QTRY_COMPARE(f.list.updated.size(), 1);
+        const QString file = contentsOf(before);
+        QVERIFY(file.contains("<title>Kept</title>") && file.contains("<id>" + id + "</id><status>publish</status>"));
+        f.app().posts().loadLocalPosts();
+        QCOMPARE(f.rowTitled("Kept")->localFile.toLocalFile(), before);
     }
 
     void createsNewPosts()
     {
-        ConnectedBlog fixture;
-        fixture.start();
-        fixture.app().currentBlog().selectedAccount()->preferences->default_article_type = 1;
-        fixture.app().currentBlog().selectedAccount()->preferences->allow_pingback = false;
-        fixture.app().posts().createNewPost();
-        const LocalPostPtr row = fixture.rows().first();
-        QCOMPARE(row->status, int(ZLLocalPostRepresentation::New));
-        const QByteArray file = fixture.read(u"Blog"_qs, fixture.postFiles(u"Blog"_qs).value(0));
-        QVERIFY(has(file, u"<status>new</status><type>page</type>"_qs));
-        QVERIFY(has(file, u"<allow_comments>1</allow_comments><allow_pingback>0</allow_pingback>"_qs));
-        const QString folder = QFileInfo(row->localFile.toLocalFile()).dir().dirName();
-        QCOMPARE(folder.size(), 9); // "p" and 8 characters
+        AppFixture f;
+        f.start();
+        f.current().selectedAccount()->preferences->default_article_type = 1;
+        f.current().selectedAccount()->preferences->allow_pingback = false;
+        f.app().posts().createNewPost();
+        QCOMPARE(f.rows().first()->status, int(ZLLocalPostRepresentation::New));
+        const QString file = contentsOf(f.rows().first()->localFile.toLocalFile());
+        QVERIFY(file.contains("<status>new</status><type>page</type>"));
+        QVERIFY(file.contains("<allow_comments>1</allow_comments><allow_pingback>0</allow_pingback>"));
+    }
+
+    void ofADeletion_data()
+    {
+        // The answer, 1 for a page that is missing and 0 for a good one; what is pressed; the questions; and whether
+        // the copy is gone.
+        const TestTable<int, QList<int>, int, bool> row;
+        row("deleted", 0, {}, 0, true);
+        row("gone already: delete the copy", 404, {0}, 1, true);
+        row("gone already: return keeps it", 404, {}, 1, false);
+        row("refused", 401, {0}, 0, false);
+        row("no blog there", 1, {0}, 0, false);
+    }
+
+    void ofADeletion()
+    {
+        const auto [answer, answers, questions, isDeleted] = testRow<int, QList<int>, int, bool>();
+        AppFixture f;
+        f.blog.addPost("Old", "<p>text</p>");
+        f.start();
+        if (answer > 1)
+            f.blog.answerWithFault("wp.deletePost", answer, "refused");
+        else if (answer)
+            f.blog.answerWithStatus("wp.deletePost", 404);
+        f.prompts.answers = answers;
+        const LocalPostPtr row = f.rowTitled("Old");
+        const DocumentPtr open = f.documentOf(row->localFile);
+        f.service()->deletePost(f.postOf(row));
+        f.app().posts().loadLocalPosts(); // other rows stand for the files now
+        QTRY_COMPARE(f.list.deleted.size() + f.prompts.journal.filter("alert: The post could not be deleted on").size(),
+            answer && isDeleted ? 2 : 1);
+        QCOMPARE(f.prompts.journal.filter("ask: Delete the copy").size(), questions);
+        QCOMPARE(f.postFiles().isEmpty(), isDeleted);
+        QCOMPARE(f.rows().isEmpty(), isDeleted);
+    }
+
+    void deletesWithoutSavingFirst()
+    {
+        AppFixture f;
+        f.blog.addPost("Old", "<p>text</p>");
+        f.start();
+        const QUrl file = f.rowTitled("Old")->localFile;
+        QVERIFY(ZLAtomicFile::write(file.toLocalFile(), "damaged"));
+        const DocumentPtr open = f.documentOf(file);
+        open->post.content = "<p>typed</p>";
+        open->updateChangeCount();
+        f.app().posts().deletePostAtLocalURL(file);
+        QCOMPARE(f.postFiles(), QStringList()); // not even a copy of the damaged one
+
+        QVERIFY(QDir().mkpath(file.toLocalFile() + "/in the way"));
+        f.prompts.takeJournal();
+        f.app().posts().deletePostAtLocalURL(file);
+        QCOMPARE(f.prompts.journal, QStringList("alert: The post could not be deleted from this computer."));
     }
 };
 

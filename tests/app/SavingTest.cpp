@@ -1,30 +1,29 @@
-#include "ConnectedBlog.h"
-
-#include <QCoroTask>
+#include "AppFixture.h"
 
 namespace {
 
-/// A post on the screen whose file cannot be written: a folder of its name stands in the way of the temporary file.
+/// A post on the screen whose file cannot be written while a file stands in the place of its folder.
 struct UnwritablePost : AppFixture {
     UnwritablePost()
     {
-        launchWithBlog();
-        (void)writePost(u"Mine"_qs, u"<p>x</p>"_qs);
+        start();
+        (void)writePost("Mine", "<p>x</p>");
         const QUrl file = rows().first()->localFile;
-        compose.document = QCoro::waitFor(app().documentController().openDocumentWithContentsOfURL(file)).value();
+        compose.document = documentOf(file);
         path = file.toLocalFile();
     }
+    ~UnwritablePost() { setBroken(false); }
     /// Takes the post's folder away, or puts it back.
     void setBroken(bool broken)
     {
-        const QString folder = QFileInfo(path).path();
-        if (broken) {
-            QVERIFY(QDir().rename(folder, folder + u".away"_qs));
-            writeFile(folder);
-        } else {
+        const QString folder = QFileInfo(path).path(), away = folder + ".away";
+        if (broken == QFile::exists(away))
+            return;
+        if (!broken)
             QVERIFY(QFile::remove(folder));
-            QVERIFY(QDir().rename(folder + u".away"_qs, folder));
-        }
+        QVERIFY(QDir().rename(broken ? folder : away, broken ? away : folder));
+        if (broken)
+            writeFile(folder);
     }
     void type(const QString &text)
     {
@@ -32,9 +31,29 @@ struct UnwritablePost : AppFixture {
         compose.document->updateChangeCount();
         app().documentController().saveAll();
     }
-    qsizetype alerts() const { return prompts.journal.filter(u"alert: The post could not be saved"_qs).size(); }
+    qsizetype alerts() const { return prompts.journal.filter("alert: The post could not be saved").size(); }
     QString path;
 };
+
+using Spoil = std::function<void(UnwritablePost &)>;
+
+void breakFile(UnwritablePost &f)
+{
+    f.setBroken(true);
+    f.compose.document->post.title = "Mine";
+    f.compose.document->updateChangeCount();
+}
+
+void sendPost(UnwritablePost &f)
+{
+    f.sendLate(f.writePost("On its way", "<p>x</p>"), "wp.newPost");
+}
+
+void breakStore(UnwritablePost &f)
+{
+    f.current().selectedAccount()->blog_name = "Renamed";
+    f.runOnStore("DROP TABLE Account"); // something has damaged it
+}
 
 } // namespace
 
@@ -43,92 +62,52 @@ class SavingTest : public QObject {
 private Q_SLOTS:
     void saysAFailureOncePerStreak()
     {
-        UnwritablePost fixture;
-        fixture.setBroken(true);
-        fixture.type(u"<p>one</p>"_qs);
-        fixture.type(u"<p>two</p>"_qs);
-        QCOMPARE(fixture.alerts(), 1);
-        QVERIFY(fixture.prompts.journal.last().contains(fixture.path));
-        fixture.setBroken(false);
-        fixture.type(u"<p>three</p>"_qs);
-        QVERIFY(contentsOf(fixture.path).contains("three"));
-        fixture.setBroken(true);
-        fixture.type(u"<p>four</p>"_qs);
-        QCOMPARE(fixture.alerts(), 2);
-        fixture.setBroken(false);
+        UnwritablePost f;
+        f.setBroken(true);
+        f.type("<p>one</p>");
+        f.type("<p>two</p>");
+        QCOMPARE(f.alerts(), 1);
+        QVERIFY(f.prompts.journal.last().contains(f.path));
+        f.setBroken(false);
+        f.type("<p>three</p>");
+        QVERIFY(contentsOf(f.path).contains("three"));
+        f.setBroken(true);
+        f.type("<p>four</p>");
+        QCOMPARE(f.alerts(), 2);
     }
 
-    void asksBeforeQuittingWithUnsavedText_data()
+    void asksBeforeQuitting_data()
     {
-        const TestTable<bool, QList<int>, bool> row({"isBroken", "answers", "quits"}); // no answer: the default button
-        row("all saved", false, {}, true);
-        row("quit anyway", true, {0}, true);
-        row("stay", true, {1}, false);
-        row("return", true, {}, false);
+        const TestTable<Spoil, QList<int>, bool, QString, QString> row; // answers, quits, question, details
+        const QString unsaved = "ask: A post could not be saved. Quit anyway?", lost = "would be lost:\n“Mine”";
+        const QString onItsWay = "ask: A post is still on its way";
+        const QString noStore = "ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]";
+        row("all saved", [](UnwritablePost &) {}, {}, true, {}, {});
+        row("unsaved text: quit anyway", breakFile, {0}, true, unsaved, lost);
+        row("unsaved text: stay", breakFile, {1}, false, unsaved, lost);
+        row("unsaved text: return", breakFile, {}, false, unsaved, lost);
+        row("a post on its way: quit anyway", sendPost, {0}, true, onItsWay, "On its way");
+        row("a post on its way: return", sendPost, {}, false, onItsWay, "On its way");
+        row("no store: quit anyway", breakStore, {0}, true, noStore, {});
+        row("no store: return", breakStore, {}, false, noStore, {});
     }
 
-    void asksBeforeQuittingWithUnsavedText()
+    void asksBeforeQuitting()
     {
-        QFETCH(bool, isBroken);
-        QFETCH(QList<int>, answers);
-        UnwritablePost fixture;
-        if (isBroken)
-            fixture.setBroken(true);
-        fixture.compose.document->post.title = u"Mine"_qs;
-        fixture.compose.document->updateChangeCount();
-        fixture.prompts.answers = answers;
-        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
-        QCOMPARE(fixture.prompts.journal.filter(u"Quit anyway?"_qs).size(), isBroken ? 1 : 0);
-        QCOMPARE(fixture.prompts.details.filter(u"would be lost:\n“Mine”"_qs).size(), isBroken ? 1 : 0);
-        if (isBroken)
-            fixture.setBroken(false);
-    }
+        const auto [spoil, answers, quits, question, details] = testRow<Spoil, QList<int>, bool, QString, QString>();
+        UnwritablePost f;
+        spoil(f);
+        f.prompts.takeJournal();
+        f.prompts.answers = answers;
+        QCOMPARE(QCoro::waitFor(f.app().applicationShouldTerminate()), quits);
+        QCOMPARE(f.prompts.journal.filter("ask: ").size(), question.isNull() ? 0 : 1);
+        QVERIFY(question.isNull() || f.prompts.journal.filter("ask: ").first().startsWith(question));
+        QVERIFY(details.isNull() || f.prompts.details.last().contains(details));
 
-    void asksBeforeQuittingWhileAPostIsOnItsWay_data()
-    {
-        const TestTable<QList<int>, bool> row({"answers", "quits"}); // no answer: the default button
-        row("quit anyway", {0}, true);
-        row("return", {}, false);
-    }
-
-    void asksBeforeQuittingWhileAPostIsOnItsWay()
-    {
-        QFETCH(QList<int>, answers);
-        ConnectedBlog fixture;
-        fixture.start();
-        const PostPtr post = fixture.writePost(u"On its way"_qs, u"<p>x</p>"_qs);
-        fixture.sendLate(post, u"wp.newPost"_qs);
-        fixture.prompts.answers = answers;
-        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
-        QCOMPARE(fixture.prompts.journal.filter(u"ask: A post is still on its way"_qs).size(), 1);
-        QVERIFY(fixture.prompts.details.last().contains(u"On its way"));
-        fixture.network.release();
-        QTRY_COMPARE(fixture.list.updated.size(), 1);
-        fixture.prompts.takeJournal();
-        QVERIFY(QCoro::waitFor(fixture.app().applicationShouldTerminate()));
-        QCOMPARE(fixture.prompts.journal, QStringList());
-    }
-
-    void asksBeforeQuittingWithoutTheStore_data()
-    {
-        const TestTable<QList<int>, bool> row({"answers", "quits"}); // no answer: the default button
-        row("quit anyway", {0}, true);
-        row("cancel", {1}, false);
-        row("return", {}, false);
-    }
-
-    void asksBeforeQuittingWithoutTheStore()
-    {
-        QFETCH(QList<int>, answers);
-        AppFixture fixture;
-        fixture.launchWithBlog();
-        QTRY_VERIFY(!fixture.list.isSyncing);
-        fixture.app().currentBlog().selectedAccount()->blog_name = u"Renamed"_qs;
-        fixture.runOnStore(u"DROP TABLE Account"_qs); // something has damaged it
-        fixture.prompts.answers = answers;
-        QTEST(QCoro::waitFor(fixture.app().applicationShouldTerminate()), "quits");
-        QVERIFY(fixture.prompts.journal.last().startsWith(
-            u"ask: Could not save changes while quitting. Quit anyway? [Quit anyway|Cancel]"));
+        const int sent = f.network.heldCount();
+        f.network.release();
+        QTRY_COMPARE(f.list.updated.size(), sent);
+        QVERIFY(sent == 0 || QCoro::waitFor(f.app().applicationShouldTerminate())); // it has arrived
     }
 };
 

@@ -1,4 +1,4 @@
-#include "ConnectedBlog.h"
+#include "AppFixture.h"
 #include "app/AppComposeHost.h"
 #include "compose/ZLMainWindowCreateViewController.h"
 #include "model/PostSync.h"
@@ -7,15 +7,17 @@
 
 namespace {
 /// The compose screen over the real controller, which brings what it sends to a pretended blog.
-struct ScreenOnBlog : ConnectedBlog {
+struct ScreenOnBlog : AppFixture {
     ScreenOnBlog()
     {
-        start();
+        seedAccount(u"Blog"_qs, blog.url());
         open();
     }
     ~ScreenOnBlog() { controller.reset(); }
     void open()
     {
+        launch();
+        waitForRound();
         host = std::make_unique<AppComposeHost>(
             app().environment(), app().currentBlog(), app().posts(), app().logins(), app().services());
         controller = std::make_unique<ZLMainWindowCreateViewController>(*host, page, view, prompts);
@@ -25,14 +27,13 @@ struct ScreenOnBlog : ConnectedBlog {
         controller->saveDocuments();
         controller.reset();
         quit();
-        start();
         open();
-        load(rows().value(0));
+        loadFirst();
     }
-    void load(const LocalPostPtr &row)
+    void loadFirst()
     {
-        controller->loadPost(row);
-        QTRY_VERIFY(controller->currentDocument() && controller->currentDocument()->fileURL() == row->localFile);
+        controller->loadPost(rows().first());
+        QTRY_VERIFY(document() && document()->fileURL() == rows().first()->localFile);
     }
     void publish() { controller->doActionForCurrentPost(PostAction::Publish); }
     bool isAtRest() const
@@ -61,25 +62,21 @@ class SendingAgainTest : public QObject {
 private Q_SLOTS:
     void makesOnePost_data()
     {
-        const TestTable<std::function<void(FakeBlog &)>, bool> row({"spoil", "isCancelled"});
-        row(
-            "the answer is cut", [](FakeBlog &b) { b.answerCut(u"wp.newPost"_qs, 60); }, false);
-        row(
-            "the copy cannot be read", [](FakeBlog &b) { b.answerCut(u"wp.getPost"_qs, 60); }, false);
-        row(
-            "cancelled", [](FakeBlog &b) { b.answerLate(u"wp.newPost"_qs); }, true);
+        const TestTable<QString, bool> row; // the call whose answer is cut, or late and not waited for
+        row("the answer is cut", u"wp.newPost"_qs, false);
+        row("the copy cannot be read", u"wp.getPost"_qs, false);
+        row("cancelled", u"wp.newPost"_qs, true);
     }
 
     void makesOnePost()
     {
-        QFETCH(std::function<void(FakeBlog &)>, spoil);
-        QFETCH(bool, isCancelled);
+        const auto [method, isCancelled] = testRow<QString, bool>();
         for (const QString &change : {u"nothing"_qs, u"title"_qs, u"restart"_qs}) {
             ScreenOnBlog f;
             f.view.typeTitle(u"Title"_qs);
             f.page.type(u"<p>first</p>"_qs);
             const QDateTime began = f.clock.present;
-            spoil(f.blog);
+            isCancelled ? f.blog.answerLate(method) : f.blog.answerCut(method, 60);
             f.publish();
             QTRY_COMPARE(f.blog.posts.size(), 1);
             QTRY_COMPARE(f.network.heldCount(), isCancelled ? 1 : 0);
@@ -103,7 +100,7 @@ private Q_SLOTS:
             QCOMPARE(f.blog.posts.first().content, text);
             QCOMPARE(f.blog.posts.first().title, f.view.titleText);
             QCOMPARE(f.blog.posts.first().date, began);
-            QCOMPARE(f.postFiles(u"Blog"_qs), QStringList{u"p%1/post.zalmo"_qs.arg(f.blog.posts.firstKey())});
+            QCOMPARE(f.postFiles(), QStringList{u"p%1/post.zalmo"_qs.arg(f.blog.posts.firstKey())});
             QCOMPARE(f.view.notice, QString());
         }
     }
@@ -123,7 +120,7 @@ private Q_SLOTS:
 
     void keepsWhatWasTypedMeanwhile_data()
     {
-        const TestTable<QString, QString> row({"late", "typed"});
+        const TestTable<QString, QString> row; // the late answer, and what is typed before it comes
         row("text, first publish", u"wp.newPost"_qs, u"text"_qs);
         row("title, first publish", u"wp.getPost"_qs, u"title"_qs);
         row("tokens, update", u"wp.editPost"_qs, u"tokens"_qs);
@@ -132,8 +129,7 @@ private Q_SLOTS:
 
     void keepsWhatWasTypedMeanwhile()
     {
-        QFETCH(QString, late);
-        QFETCH(QString, typed);
+        const auto [late, typed] = testRow<QString, QString>();
         ScreenOnBlog f;
         f.view.typeTitle(u"Title"_qs);
         f.page.type(u"<p>C</p>"_qs);
@@ -154,11 +150,14 @@ private Q_SLOTS:
         else
             f.view.typeTokens({u"News"_qs});
         f.controller->saveDocuments();
+        f.app().rounds().refreshCurrentBlog(); // which fetches the very post
+        f.waitForRound();
         f.network.release();
         QTRY_VERIFY(f.isAtRest());
 
         QCOMPARE(f.blog.posts.first().content, sent);
-        QCOMPARE(f.document()->fileInfo.status, u"modified"_qs);
+        QCOMPARE(f.document()->fileInfo.status, u"modified"_qs); // and no conflict
+        QCOMPARE(f.rows().size(), 1);
         QCOMPARE(f.syncedContent(), sent);
         QCOMPARE(f.rows().first()->status, int(ZLLocalPostRepresentation::Modified));
         QCOMPARE(f.view.notice, QString());
@@ -169,27 +168,7 @@ private Q_SLOTS:
         QCOMPARE(post.content.endsWith(u'x'), typed == u"text");
         QCOMPARE(post.title, typed == u"title" ? u"Titlex"_qs : u"Title"_qs);
         QCOMPARE(post.categories, typed == u"tokens" ? QStringList(u"News"_qs) : QStringList());
-        QCOMPARE(f.postFiles(u"Blog"_qs).size(), 1);
-    }
-
-    void isNoConflictForARoundMeanwhile()
-    {
-        ScreenOnBlog f;
-        f.blog.addPost(u"T"_qs, u"<p>old</p>"_qs);
-        f.app().rounds().refreshCurrentBlog();
-        QTRY_COMPARE(f.rows().size(), 1);
-        QTRY_VERIFY(!f.list.isSyncing);
-        f.load(f.rows().first());
-        f.page.type(u"<p>new</p>"_qs);
-        f.blog.answerLate(u"wp.editPost"_qs);
-        f.publish();
-        QTRY_COMPARE(f.network.heldCount(), 1);
-        f.app().rounds().refreshCurrentBlog();
-        QTRY_VERIFY(!f.list.isSyncing);
-        f.network.release();
-        QTRY_VERIFY(f.isAtRest());
-        QVERIFY(!f.document()->isInConflict());
-        QCOMPARE(f.postFiles(u"Blog"_qs).size(), 1);
+        QCOMPARE(f.postFiles().size(), 1);
     }
 
     void goesOnByItselfAfterALogin_data()

@@ -12,13 +12,12 @@
 
 namespace {
 
-class ListFixture : public WindowFixture {
-public:
-    explicit ListFixture(const QStringList &titles = {u"A"_qs, u"B"_qs, u"C"_qs})
+struct ListFixture : WindowFixture {
+    explicit ListFixture(const QStringList &titles = {"A", "B", "C"})
     {
         seedPosts(titles);
         // The start asks for categories and tags. Their arrival would rebuild the list at any time.
-        blog.answerLate(u"wp.getTerms"_qs);
+        blog.answerLate("wp.getTerms");
         launch();
         list().delegate = &compose;
     }
@@ -34,7 +33,7 @@ public:
     QString selectedInTable()
     {
         const QModelIndexList rows = table()->selectionModel()->selectedIndexes();
-        return rows.isEmpty() ? u"-"_qs : rows.first().data().toString();
+        return rows.isEmpty() ? "-" : rows.first().data().toString();
     }
     QStringList shownTitles()
     {
@@ -53,22 +52,22 @@ class PostListTest : public QObject {
 private Q_SLOTS:
     void selects_data()
     {
-        const TestTable<QStringList, QString, Act> row({"asked", "selected", "act"});
+        const TestTable<QStringList, QString, Act> row; // what the screen is asked, the row that is selected then
         const auto post = [](ListFixture &f, const char *title) { return f.row(QLatin1String(title)); };
-        const QStringList blank{u"clean"_qs, u"clean undo"_qs}, loadA{u"load A"_qs, u"clean undo"_qs};
+        const QStringList blank{"clean", "clean undo"}, loadA{"load A", "clean undo"};
         // Each begins with B selected and loaded.
         row("another row", loadA, "A", [](ListFixture &f) { f.list().selectRow(0); });
         row("the same row", {}, "B", [](ListFixture &f) { f.list().selectRow(1); });
-        row("by keyboard", {u"load C"_qs, u"clean undo"_qs}, "C", [](ListFixture &f) {
+        row("by keyboard", {"load C", "clean undo"}, "C", [](ListFixture &f) {
             f.show();
             const auto isInPlace = [&f] { return f.table()->visualRect(f.table()->model()->index(2, 0)).height() > 0; };
             QTRY_VERIFY(isInPlace());
             QTest::keyClick(f.table(), Qt::Key_Down);
         });
-        row("delete key", {u"do 8"_qs}, "B", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); });
-        row("action on another row", {u"load C and do 8"_qs}, "C",
+        row("delete key", {"do 8"}, "B", [](ListFixture &f) { QTest::keyClick(f.table(), Qt::Key_Delete); });
+        row("action on another row", {"load C and do 8"}, "C",
             [post](ListFixture &f) { f.list().selectPost(post(f, "C"), PostAction::Delete); });
-        row("action on this row", {u"do 1"_qs}, "B",
+        row("action on this row", {"do 1"}, "B",
             [post](ListFixture &f) { f.list().selectPost(post(f, "B"), PostAction::Publish); });
         row("without loading", {}, "C", [](ListFixture &f) { f.list().selectRowWithoutLoad(2); });
         row("by file", loadA, "A",
@@ -85,22 +84,29 @@ private Q_SLOTS:
             f.list().updatePostsAndSelectPreviousPost();
         };
         row("file gone after a sync", blank, "-", [vanish](ListFixture &f) { vanish(f, true); });
+        const auto remove = [post](ListFixture &f, const char *title) {
+            f.app->posts().removeLocalPostFromList(post(f, title));
+        };
+        row("deleted", blank, "-", [remove](ListFixture &f) { remove(f, "B"); });
+        row("another one deleted", {}, "B", [remove](ListFixture &f) { remove(f, "A"); });
+        row("new post", {"load ", "title"}, "No title", [](ListFixture &f) { f.app->posts().createNewPost(); });
         row("kept from another blog", {}, "-", [vanish](ListFixture &f) { vanish(f, false); });
     }
 
     void selects()
     {
-        QFETCH(Act, act);
+        const auto [asked, selected, act] = testRow<QStringList, QString, Act>();
         ListFixture f;
         f.select(1);
 
         act(f);
         f.settle();
-        QTEST(f.compose.takeJournal(), "asked");
-        QTEST(f.selectedInTable(), "selected");
-        const QString selected = f.selectedInTable();
-        QCOMPARE(f.list().selectedLocalPost() ? f.list().selectedLocalPost()->title : u"-"_qs, selected);
+        QCOMPARE(f.compose.takeJournal(), asked);
+        QCOMPARE(f.selectedInTable(), selected);
+        const LocalPostPtr post = f.list().selectedLocalPost();
+        QCOMPARE(post ? post->title : "-", selected == "No title" ? "" : selected);
         QCOMPARE(f.list().awaitingAction(), PostAction::None);
+        QCOMPARE(f.shownTitles().contains("B"), !f.app->posts().getPostsForSearch("B").isEmpty());
     }
 
     void followsAMovedFile()
@@ -109,73 +115,26 @@ private Q_SLOTS:
         f.select(0);
 
         // An upload has given the post its number: same place in the list, another file.
-        const QUrl before = f.row(u"A"_qs)->localFile;
-        const auto moved = std::make_shared<ZLLocalPostRepresentation>(*f.row(u"A"_qs));
-        moved->localFile = QUrl::fromLocalFile(f.folder.filePath(u"moved/post.zalmo"_qs));
-        f.app->posts().remove(f.row(u"A"_qs));
+        const QUrl before = f.row("A")->localFile;
+        const auto moved = std::make_shared<ZLLocalPostRepresentation>(*f.row("A"));
+        moved->localFile = QUrl::fromLocalFile(f.folder.filePath("moved/post.zalmo"));
+        f.app->posts().remove(f.row("A"));
         f.app->posts().insert(0, moved);
         f.list().didUpdatePost(nullptr, moved, before);
         f.settle();
         QCOMPARE(f.list().selectedLocalFile(), moved->localFile);
-        QCOMPARE(f.selectedInTable(), u"A"_qs);
+        QCOMPARE(f.selectedInTable(), "A");
 
-        const QUrl other = f.row(u"C"_qs)->localFile;
-        f.list().didUpdatePost(nullptr, f.row(u"C"_qs), other);
+        const QUrl other = f.row("C")->localFile;
+        f.list().didUpdatePost(nullptr, f.row("C"), other);
         f.settle();
-        QCOMPARE(f.selectedInTable(), u"A"_qs);
+        QCOMPARE(f.selectedInTable(), "A");
         QCOMPARE(f.compose.takeJournal(), QStringList()); // the screen takes its own outcome
-    }
-
-    void keepsThePostOnTheScreenWhileASearchHidesIt()
-    {
-        ListFixture f({u"Bread"_qs, u"Tram bells"_qs});
-        f.select(1);
-        const LocalPostPtr row = f.row(u"Tram bells"_qs);
-        f.list().view()->searchPostsField()->setText(u"bread"_qs);
-        f.list().didUpdatePost(nullptr, row, row->localFile);
-        f.settle();
-        QCOMPARE(f.compose.takeJournal(), QStringList());
-        QCOMPARE(f.list().selectedLocalFile(), row->localFile);
-        QCOMPARE(f.selectedInTable(), u"-"_qs);
-
-        // What the compose screen makes of a blank post is the first of all rows, not of those found.
-        f.list().selectRowWithoutLoad(1);
-        QCOMPARE(f.list().selectedLocalFile(), row->localFile);
-        f.app->posts().createNewPost();
-        QCOMPARE(f.selectedInTable(), u"No title"_qs);
-    }
-
-    void opensANewPost()
-    {
-        ListFixture f;
-        f.app->posts().createNewPost();
-        QCOMPARE(f.compose.takeJournal(), QStringList({u"load "_qs, u"title"_qs}));
-        QCOMPARE(f.shownTitles(), QStringList({u"No title"_qs, u"A"_qs, u"B"_qs, u"C"_qs}));
-        QCOMPARE(f.selectedInTable(), u"No title"_qs);
-    }
-
-    void leavesADeletedPost_data()
-    {
-        const TestTable<QString, QStringList, QString> row({"deleted", "asked", "selected"});
-        row("on the screen", u"B"_qs, {u"clean"_qs, u"clean undo"_qs}, u"-"_qs);
-        row("another one", u"A"_qs, {}, u"B"_qs);
-    }
-
-    void leavesADeletedPost()
-    {
-        QFETCH(QString, deleted);
-        ListFixture f;
-        f.select(1);
-        f.app->posts().removeLocalPostFromList(f.row(deleted));
-        f.settle();
-        QTEST(f.compose.takeJournal(), "asked");
-        QTEST(f.selectedInTable(), "selected");
-        QVERIFY(!f.shownTitles().contains(deleted));
     }
 
     void keepsTheRowCurrentWhileTyping_data()
     {
-        const TestTable<int, int> row({"before", "after"});
+        const TestTable<int, int> row; // the status before and after
         row("published", 0, 4);
         row("scheduled", 8, 4);
         row("new stays new", 3, 3);
@@ -184,93 +143,100 @@ private Q_SLOTS:
 
     void keepsTheRowCurrentWhileTyping()
     {
-        QFETCH(int, before);
+        const auto [before, after] = testRow<int, int>();
         ListFixture f;
         f.select(1);
-        const LocalPostPtr row = f.row(u"B"_qs);
+        const LocalPostPtr row = f.row("B");
 
         row->status = before;
-        f.list().setTitleToSelectedPost(u"Better"_qs);
-        QCOMPARE(f.selectedInTable(), u"Better"_qs);
-        QTEST(row->status, "after");
+        f.list().setTitleToSelectedPost("Better");
+        QCOMPARE(f.selectedInTable(), "Better");
+        QCOMPARE(row->status, after);
 
         row->status = before;
         const QString start(500, u'x'); // more than the row shows
-        f.list().setContentToSelectedPost(u"<p>%1 one</p>"_qs.arg(start));
-        QTEST(row->status, "after");
+        f.list().setContentToSelectedPost("<p>" + start + " one</p>");
+        QCOMPARE(row->status, after);
         const QModelIndex index = f.table()->model()->index(1, 0);
         QVERIFY(index.data(ZLPostListModel::DetailRole).toString().startsWith(start.left(300)));
         // Deep in a long post a key press changes nothing that the row shows.
         QSignalSpy reloads(f.table()->model(), &QAbstractItemModel::dataChanged);
-        f.list().setContentToSelectedPost(u"<p>%1 one two</p>"_qs.arg(start));
+        f.list().setContentToSelectedPost("<p>" + start + " one two</p>");
         QCOMPARE(reloads.size(), 0);
-        f.list().view()->searchPostsField()->setText(u"nothing has this"_qs);
-        f.list().setTitleToSelectedPost(u"Best"_qs);
-        QCOMPARE(row->title, u"Best"_qs);
+        f.list().view()->searchPostsField()->setText("nothing has this");
+        f.list().setTitleToSelectedPost("Best");
+        QCOMPARE(row->title, "Best");
     }
 
     void searches()
     {
-        ListFixture f({u"Bread"_qs, u"Tram bells"_qs, u"More BREAD"_qs});
+        ListFixture f({"Bread", "Tram bells", "More BREAD"});
         f.select(1);
+        const LocalPostPtr row = f.row("Tram bells");
         QLineEdit *field = f.list().view()->searchPostsField();
-
-        QTest::keyClicks(field, u"bread"_qs);
-        QCOMPARE(f.shownTitles(), QStringList({u"Bread"_qs, u"More BREAD"_qs}));
-        QTest::keyClicks(field, u"s"_qs);
+        QTest::keyClicks(field, "bread");
+        QCOMPARE(f.shownTitles(), QStringList({"Bread", "More BREAD"}));
+        QTest::keyClicks(field, "s");
         QCOMPARE(f.shownTitles(), QStringList());
-        QVERIFY(f.find<QLabel>(u"emptyHeading"_qs));
-        QCOMPARE(f.textOf(u"emptyHeading"_qs), u"No matches"_qs);
+        QCOMPARE(f.textOf("emptyHeading"), "No matches");
 
         // A sync brings rows; the search stands, and the post on the screen is where it was.
         f.app->posts().loadLocalPosts();
         QCOMPARE(f.shownTitles().size(), 0);
-        const QUrl file = f.row(u"Tram bells"_qs) ? QUrl() : f.list().selectedLocalFile();
-        QVERIFY(!file.isEmpty());
+        QCOMPARE(f.list().selectedLocalFile(), row->localFile);
         QTest::keyClick(field, Qt::Key_Backspace);
-        QCOMPARE(f.shownTitles(), QStringList({u"Bread"_qs, u"More BREAD"_qs}));
+        QCOMPARE(f.shownTitles(), QStringList({"Bread", "More BREAD"}));
+        f.list().didUpdatePost(nullptr, row, row->localFile);
+        f.settle();
+        QCOMPARE(f.list().selectedLocalFile(), row->localFile);
+        QCOMPARE(f.selectedInTable(), "-");
         QTest::keyClick(field, Qt::Key_Escape);
         QCOMPARE(field->text(), QString());
         // The post on the screen stayed there, and is the selected one again.
         QCOMPARE(f.compose.takeJournal(), QStringList());
-        QCOMPARE(f.selectedInTable(), u"Tram bells"_qs);
-        QTest::keyClicks(field, u"bread"_qs);
+        QCOMPARE(f.selectedInTable(), "Tram bells");
+        QTest::keyClicks(field, "bread");
         QTest::keyClick(field, Qt::Key_Down);
-        QCOMPARE(f.selectedInTable(), u"Bread"_qs);
-    }
+        QCOMPARE(f.selectedInTable(), "Bread");
 
-    void showsSomethingForEveryRow_data()
-    {
-        const TestTable<QString, QString, QString, QString> row({"title", "content", "shownTitle", "shownDetail"});
-        row("text", u"T"_qs, u"<p>One<br>two&nbsp;three</p>"_qs, u"T"_qs, u"One two three"_qs);
-        row("entities", u"T"_qs, u"<p>Fish &amp; chips</p>"_qs, u"T"_qs, u"Fish & chips"_qs);
-        row("nothing", {}, {}, u"No title"_qs, u"No content"_qs);
-        row("only a picture", u"T"_qs, u"<img src=\"a.png\">"_qs, u"T"_qs, u"No content"_qs);
+        // What the compose screen makes of a blank post is the first of all rows, not of those found.
+        f.list().selectRowWithoutLoad(1);
+        QCOMPARE(f.list().selectedLocalFile(), row->localFile);
+        f.app->posts().createNewPost();
+        QCOMPARE(f.selectedInTable(), "No title");
     }
 
     void showsSomethingForEveryRow()
     {
-        QFETCH(QString, title);
-        QFETCH(QString, content);
         ZLPostListModel model;
-        auto post = std::make_shared<ZLLocalPostRepresentation>();
-        post->title = title;
-        post->content = content;
-        model.setPosts({post});
-        QTEST(model.index(0).data().toString(), "shownTitle");
-        QTEST(model.index(0).data(ZLPostListModel::DetailRole).toString(), "shownDetail");
-        // Every state has a drawing, on the plain and on the selected row.
-        for (int status = 0; status <= 8; ++status) {
-            for (const bool plain : {true, false}) {
-                const QString icon = ZLPostListCellView::statusImageForPostStatus(status, plain);
-                QVERIFY2(!ZLIcons::pixmap(icon, 16, Qt::black, 1).isNull(), qPrintable(icon));
-            }
+        for (const auto &[title, content, shownTitle, shownDetail] :
+            {std::tuple("T", "<p>Fish &amp;<br>chips</p>", "T", "Fish & chips"),
+                std::tuple("", "<img src=\"a.png\">", "No title", "No content")}) {
+            auto post = std::make_shared<ZLLocalPostRepresentation>();
+            post->title = title;
+            post->content = content;
+            model.setPosts({post});
+            QCOMPARE(model.index(0).data().toString(), shownTitle);
+            QCOMPARE(model.index(0).data(ZLPostListModel::DetailRole).toString(), shownDetail);
         }
+    }
+
+    void hasADrawingForEveryState()
+    {
+        QStringList icons;
+        for (const bool plain : {true, false})
+            for (int status = 0; status <= 8; ++status)
+                icons.append(ZLPostListCellView::statusImageForPostStatus(status, plain));
+        for (const QString mark : {"private", "pending", "upload"})
+            icons << "postlist_" + mark + "_icon"
+                  << "postlist_" + mark + "_icon_selected";
+        for (const QString &icon : icons)
+            QVERIFY2(!ZLIcons::pixmap(icon, 16, Qt::black, 1).isNull(), qPrintable(icon));
     }
 
     void marksWhatTheBlogKeepsToItself_data()
     {
-        const TestTable<int, QString, bool, QString> row({"status", "blogStatus", "isOnItsWay", "says"});
+        const TestTable<int, QString, bool, QString> row; // status here and on the blog, whether it goes up, the word
         row("published", 0, {}, false, "Published");
         row("private", 0, "private", false, "Private");
         row("private page", 2, "private", false, "Private");
@@ -282,43 +248,28 @@ private Q_SLOTS:
 
     void marksWhatTheBlogKeepsToItself()
     {
-        QFETCH(int, status);
-        QFETCH(QString, blogStatus);
-        QFETCH(bool, isOnItsWay);
+        const auto [status, blogStatus, isOnItsWay, word] = testRow<int, QString, bool, QString>();
         ZLPostListModel model;
-        model.setIsOnItsWay([isOnItsWay](const QUrl &) { return isOnItsWay; });
+        model.setIsOnItsWay([goesUp = isOnItsWay](const QUrl &) { return goesUp; });
         auto post = std::make_shared<ZLLocalPostRepresentation>();
         post->status = status;
         post->blogStatus = blogStatus;
         model.setPosts({post});
         const QString mark = model.index(0).data(ZLPostListModel::MarkRole).toString();
-        QTEST(ZLPostListCellView::wordForPostStatus(status, mark), "says");
-        for (const QString &ending : {u""_qs, u"_selected"_qs}) {
-            const QString icon = u"postlist_%1_icon%2"_qs.arg(mark, ending);
-            QVERIFY2(mark.isEmpty() || !ZLIcons::pixmap(icon, 16, Qt::black, 1).isNull(), qPrintable(icon));
-        }
+        QCOMPARE(ZLPostListCellView::wordForPostStatus(status, mark), word);
     }
 
-    void refreshesOnlyOnline()
+    void triesAgain()
     {
         ListFixture f;
         f.list().refresh();
-        QVERIFY(f.textOf(u"syncFailureText"_qs).startsWith(u"You are offline."));
-        QVERIFY(f.textOf(u"alertMessage"_qs).isNull()); // nothing that stands in the way
-        QVERIFY(!f.list().view()->syncingView()->isShowing());
-
+        QVERIFY(f.textOf("syncFailureText").startsWith("You are offline."));
         f.reachability.reachable = true;
-        f.blog.addPost(u"From the blog"_qs, u"<p>Hello</p>"_qs);
-        auto *again = f.find<QAbstractButton>(u"tryAgainButton"_qs);
+        auto *again = f.find<QAbstractButton>("tryAgainButton");
         again->setFocus();
         again->click();
         QCOMPARE(f.window->focusWidget(), f.table());
-        QVERIFY(f.list().view()->syncingView()->isShowing());
-        QVERIFY(f.textOf(u"syncFailureText"_qs).isNull());
-        QTRY_VERIFY(f.network.heldCount() > 0);
-        f.network.release();
-        QTRY_VERIFY(!f.list().view()->syncingView()->isShowing());
-        QVERIFY(f.shownTitles().contains(u"From the blog"_qs));
+        QVERIFY(f.list().view()->syncingView()->isShowing() && f.textOf("syncFailureText").isNull());
     }
 };
 

@@ -3,27 +3,13 @@
 #include "SoakRun.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
+#include "support/Files.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
 
 namespace {
-
-void usePrivateHome(const QString &home)
-{
-    for (const auto &[name, folder] : {std::pair("HOME", ""), std::pair("XDG_DATA_HOME", "/data"),
-             std::pair("XDG_CACHE_HOME", "/cache"), std::pair("XDG_CONFIG_HOME", "/config")})
-        qputenv(name, (home + folder).toUtf8());
-}
-
-QList<RandomWriter::Blog> blogsAt(const QString &urls)
-{
-    QList<RandomWriter::Blog> blogs;
-    for (const QString &url : urls.split(','))
-        blogs.append({url, "ada", "secret"});
-    return blogs;
-}
 
 int runWriter(int argc, char **argv, const QCommandLineParser &options)
 {
@@ -34,7 +20,7 @@ int runWriter(int argc, char **argv, const QCommandLineParser &options)
     if (!program.start())
         return 2;
     TourScreen screen(program.window(), options.value("home"));
-    RandomWriter writer(program, screen, blogsAt(options.value("blogs")), options.value("seed").toUInt());
+    RandomWriter writer(program, screen, options.value("blogs").split(','), options.value("seed").toUInt());
     try {
         screen.activate();
         writer.connectBlogs();

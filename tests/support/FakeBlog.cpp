@@ -11,12 +11,6 @@ XMLRPCStruct option(const XMLRPCValue &value)
     return {{u"desc"_qs, u"An option"_qs}, {u"readonly"_qs, false}, {u"value"_qs, value}};
 }
 
-/// The parameter of that number, absent where there are fewer.
-XMLRPCValue parameter(const XMLRPCArray &parameters, size_t number)
-{
-    return number < parameters.size() ? parameters[number] : XMLRPCValue();
-}
-
 QString member(const XMLRPCStruct &content, QStringView key, const QString &otherwise)
 {
     const XMLRPCValue *value = content.find(key);
@@ -33,6 +27,11 @@ XMLRPCStruct termStruct(const FakeBlog::Term &term)
 {
     return {{u"term_id"_qs, term.id}, {u"name"_qs, term.name.toHtmlEscaped()}, {u"taxonomy"_qs, term.taxonomy},
         {u"parent"_qs, u"0"_qs}};
+}
+
+XMLRPCStruct categoryStruct(const FakeBlog::Term &term)
+{
+    return {{u"categoryId"_qs, term.id}, {u"parentId"_qs, u"0"_qs}, {u"categoryName"_qs, term.name.toHtmlEscaped()}};
 }
 } // namespace
 
@@ -94,38 +93,32 @@ void FakeBlog::answerWith(const QString &method, const XMLRPCValue &value)
 
 FakeAnswer FakeBlog::answer(const FakeRequest &request)
 {
-    FakeAnswer answer;
-    if (!hasHttp && request.request.url().scheme() == u"http") {
+    const QUrl asked = request.request.url();
+    if (!hasHttp && asked.scheme() == u"http") {
         if (request.body.contains(password.toUtf8()))
             protocolErrors.append(u"the password in clear"_qs);
-        answer.status = 301;
-        answer.location = u"https://"_qs + m_host + request.request.url().path();
-        return answer;
+        return {.status = 301, .location = u"https://"_qs + m_host + asked.path()};
     }
-    if (!hasHttps && request.request.url().scheme() == u"https") {
-        answer.error = QNetworkReply::ConnectionRefusedError;
-        return answer;
-    }
-    if (request.operation != QNetworkAccessManager::PostOperation
-        || !request.request.url().path().endsWith(u"/xmlrpc.php")) {
-        answer.status = 404;
-        return answer;
-    }
+    if (!hasHttps && asked.scheme() == u"https")
+        return {.error = QNetworkReply::ConnectionRefusedError};
+    if (request.operation != QNetworkAccessManager::PostOperation || !asked.path().endsWith(u"/xmlrpc.php"))
+        return {.status = 404};
     const XMLRPCDocuments::MethodCall parsed = XMLRPCDocuments::parseCall(request.body);
     if (!parsed.error.isNull()) {
         protocolErrors.append(parsed.error);
-        answer.body = XMLRPCDocuments::fault(-32700, u"parse error. not well formed"_qs);
-        return answer;
+        return {.body = XMLRPCDocuments::fault(-32700, u"parse error. not well formed"_qs)};
     }
     calls.append({parsed.method, parsed.parameters});
     QList<Fault> &faults = m_faults[parsed.method];
     const Fault fault = faults.isEmpty() ? Fault() : faults.takeFirst();
     if (fault.instead)
         return *fault.instead;
-    const Outcome outcome = perform(calls.last());
-    const auto *refusal = std::get_if<Refusal>(&outcome);
-    answer.body = refusal ? XMLRPCDocuments::fault(refusal->code, refusal->text)
-                          : XMLRPCDocuments::response(std::get<XMLRPCValue>(outcome));
+    FakeAnswer answer;
+    try {
+        answer.body = XMLRPCDocuments::response(perform(parsed.method, parsed.parameters));
+    } catch (const Refusal &refusal) {
+        answer.body = XMLRPCDocuments::fault(refusal.code, refusal.text);
+    }
     if (fault.cutAt >= 0)
         answer.body.truncate(fault.cutAt);
     answer.held = fault.late;
@@ -136,55 +129,87 @@ FakeAnswer FakeBlog::answer(const FakeRequest &request)
 
 const QHash<QString, FakeBlog::Method> &FakeBlog::table()
 {
+    // The first three parameters are blog, user and password.
     static const QHash<QString, Method> methods = {
-        {u"wp.getOptions"_qs, &FakeBlog::getOptions},
-        {u"wp.getPosts"_qs, &FakeBlog::getPosts},
-        {u"wp.getPost"_qs, &FakeBlog::getPost},
-        {u"wp.newPost"_qs, &FakeBlog::newPost},
-        {u"wp.editPost"_qs, &FakeBlog::editPost},
-        {u"wp.deletePost"_qs, &FakeBlog::deletePost},
-        {u"wp.getTerms"_qs, &FakeBlog::getTerms},
-        {u"wp.newCategory"_qs, &FakeBlog::newCategory},
-        {u"metaWeblog.getCategories"_qs, &FakeBlog::getCategories},
-        {u"metaWeblog.newMediaObject"_qs, &FakeBlog::newMediaObject},
-        {u"metaWeblog.getPost"_qs, &FakeBlog::metaGetPost},
-        {u"metaWeblog.newPost"_qs, &FakeBlog::metaNewPost},
+        {u"wp.getOptions"_qs, [](FakeBlog &blog, const XMLRPCArray &) { return blog.options(); }},
+        {u"wp.getPosts"_qs, [](FakeBlog &blog, const XMLRPCArray &given) { return blog.list(given[3].structure()); }},
+        {u"wp.getPost"_qs, [](FakeBlog &blog, const XMLRPCArray &given) { return blog.wpPost(blog.post(given[3])); }},
+        {u"wp.newPost"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) {
+                Post post;
+                post.type = u"post"_qs;
+                post.status = u"draft"_qs;
+                blog.take(post, given[3].structure());
+                post.id = blog.nextId();
+                blog.posts.insert(post.id, post);
+                return post.id;
+            }},
+        {u"wp.editPost"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) {
+                Post edited = blog.post(given[3]);
+                const QDateTime known = given[4][u"if_not_modified_since"].date();
+                if (known.isValid() && edited.modified > known)
+                    throw Refusal{409, u"There is a revision of this post that is more recent."_qs};
+                blog.take(edited, given[4].structure());
+                blog.posts[edited.id] = edited;
+                return true;
+            }},
+        {u"wp.deletePost"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) {
+                Post &post = blog.post(given[3]);
+                post.modified = blog.tick();
+                if (std::exchange(post.status, u"trash"_qs) == u"trash")
+                    blog.posts.remove(post.id);
+                return true;
+            }},
+        {u"wp.getTerms"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) { return blog.list(given[3].string(), termStruct); }},
+        {u"metaWeblog.getCategories"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &) { return blog.list(category, categoryStruct); }},
+        {u"wp.newCategory"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) {
+                return blog.addTerm(category, given[3][u"name"].string()).toLongLong();
+            }},
+        {u"metaWeblog.newMediaObject"_qs, [](FakeBlog &blog, const XMLRPCArray &given) { return blog.keep(given[3]); }},
+        {u"metaWeblog.getPost"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) { return blog.metaWeblogPost(blog.post(given[0])); }},
+        {u"metaWeblog.newPost"_qs,
+            [](FakeBlog &blog, const XMLRPCArray &given) {
+                Post &post = blog.addPost(given[3][u"title"].string(), given[3][u"description"].string());
+                post.status = given[3][u"post_status"].string();
+                return post.id;
+            }},
     };
     return methods;
 }
 
-FakeBlog::Outcome FakeBlog::perform(const Call &call)
+XMLRPCValue FakeBlog::perform(const QString &method, XMLRPCArray parameters)
 {
-    if (call.method == u"system.listMethods")
-        return XMLRPCValue(listMethods());
-    const Method method = table().value(call.method);
-    if (!method)
-        return Refusal{-32601, u"server error. requested method %1 does not exist."_qs.arg(call.method)};
-    if (const std::optional<Refusal> refusal = refusedLogin(call))
-        return *refusal;
-    return (this->*method)(call.parameters);
+    if (method == u"system.listMethods") {
+        const QList<QString> names = table().keys();
+        return XMLRPCArray(names.begin(), names.end());
+    }
+    if (!table().contains(method))
+        throw Refusal{-32601, u"server error. requested method %1 does not exist."_qs.arg(method)};
+    if (parameters.size() < 3)
+        throw Refusal{400, u"Insufficient arguments passed to this XML-RPC method."_qs};
+    if (parameters[1].string() != user || parameters[2].string() != password)
+        throw Refusal{403, u"Incorrect username or password."_qs};
+    parameters.resize(std::max(parameters.size(), size_t(5))); // what is left out is absent
+    return table()[method](*this, parameters);
 }
 
-XMLRPCArray FakeBlog::listMethods()
+FakeBlog::Post &FakeBlog::post(const XMLRPCValue &id)
 {
-    XMLRPCArray names;
-    for (auto row = table().keyBegin(); row != table().keyEnd(); ++row)
-        names.push_back(*row);
-    return names;
+    const auto post = posts.find(id.string());
+    if (post == posts.end())
+        throw Refusal{404, u"Invalid post ID."_qs};
+    return *post;
 }
 
-std::optional<FakeBlog::Refusal> FakeBlog::refusedLogin(const Call &call) const
+XMLRPCValue FakeBlog::options() const
 {
-    if (call.parameters.size() < 3)
-        return Refusal{400, u"Insufficient arguments passed to this XML-RPC method."_qs};
-    if (call.parameters[1].string() != user || call.parameters[2].string() != password)
-        return Refusal{403, u"Incorrect username or password."_qs};
-    return std::nullopt;
-}
-
-FakeBlog::Outcome FakeBlog::getOptions(const XMLRPCArray &)
-{
-    return XMLRPCValue(XMLRPCStruct{
+    return XMLRPCStruct{
         {u"software_name"_qs, option(u"WordPress"_qs)},
         {u"blog_url"_qs, option(url())},
         {u"blog_title"_qs, option(title.toHtmlEscaped())},
@@ -193,7 +218,7 @@ FakeBlog::Outcome FakeBlog::getOptions(const XMLRPCArray &)
         {u"thumbnail_size_h"_qs, option(u"150"_qs)},
         {u"default_comment_status"_qs, option(u"open"_qs)},
         {u"default_ping_status"_qs, option(u"closed"_qs)},
-    });
+    };
 }
 
 bool FakeBlog::mayEdit(const QString &type) const
@@ -201,78 +226,47 @@ bool FakeBlog::mayEdit(const QString &type) const
     return role == u"editor" || (type == u"post" && role != u"subscriber");
 }
 
-FakeBlog::Outcome FakeBlog::getPosts(const XMLRPCArray &parameters)
+XMLRPCValue FakeBlog::list(const XMLRPCStruct &filter) const
 {
-    const XMLRPCValue given = parameter(parameters, 3);
-    const XMLRPCStruct &filter = given.structure();
     const QString type = member(filter, u"post_type", u"post"_qs);
     if (!mayEdit(type))
-        return Refusal{401, u"Sorry, you are not allowed to edit posts in this post type."_qs};
+        throw Refusal{401, u"Sorry, you are not allowed to edit posts in this post type."_qs};
     XMLRPCArray found;
-    for (const Post &post : std::as_const(posts)) {
+    for (const Post &post : posts) {
         if (post.type == type && post.status != u"trash")
             found.push_back(wpPost(post));
     }
     if (member(filter, u"orderby", {}) == u"ID" && member(filter, u"order", {}) == u"DESC")
         std::reverse(found.begin(), found.end());
     found.resize(std::min(found.size(), size_t(member(filter, u"number", u"10"_qs).toInt())));
-    return XMLRPCValue(found);
+    return found;
 }
 
-FakeBlog::Outcome FakeBlog::getPost(const XMLRPCArray &parameters)
+XMLRPCValue FakeBlog::list(const QString &taxonomy, XMLRPCStruct (*form)(const Term &)) const
 {
-    const auto post = posts.constFind(parameter(parameters, 3).string());
-    if (post == posts.constEnd())
-        return Refusal{404, u"Invalid post ID."_qs};
-    return XMLRPCValue(wpPost(*post));
+    if (!mayEdit(u"post"_qs))
+        throw Refusal{401, u"Sorry, you are not allowed to assign terms in this taxonomy."_qs};
+    XMLRPCArray found;
+    for (const Term &term : terms)
+        if (term.taxonomy == taxonomy)
+            found.push_back(form(term));
+    return found;
 }
 
-FakeBlog::Outcome FakeBlog::newPost(const XMLRPCArray &parameters)
+XMLRPCValue FakeBlog::keep(const XMLRPCValue &data)
 {
-    Post post;
-    post.type = u"post"_qs;
-    post.status = u"draft"_qs;
-    if (const auto refusal = take(post, parameter(parameters, 3).structure()))
-        return *refusal;
-    post.id = nextId();
-    posts.insert(post.id, post);
-    return XMLRPCValue(post.id);
+    Media item{nextId(), data[u"name"].string(), data[u"type"].string(), data[u"bits"].data(), {}};
+    if (item.bytes.isEmpty())
+        throw Refusal{500, u"Could not write file %1."_qs.arg(item.name)};
+    item.url = url() + u"/wp-content/uploads/"_qs + item.id + u'-' + item.name;
+    media.append(item);
+    return XMLRPCStruct{{u"id"_qs, item.id}, {u"file"_qs, item.name}, {u"url"_qs, item.url}, {u"type"_qs, item.type}};
 }
 
-FakeBlog::Outcome FakeBlog::editPost(const XMLRPCArray &parameters)
-{
-    const auto post = posts.find(parameter(parameters, 3).string());
-    if (post == posts.end())
-        return Refusal{404, u"Invalid post ID."_qs};
-    Post edited = *post;
-    const XMLRPCValue known = parameter(parameters, 4)[u"if_not_modified_since"];
-    if (known.date().isValid() && post->modified > known.date())
-        return Refusal{409, u"There is a revision of this post that is more recent."_qs};
-    if (const auto refusal = take(edited, parameter(parameters, 4).structure()))
-        return *refusal;
-    *post = edited;
-    return XMLRPCValue(true);
-}
-
-FakeBlog::Outcome FakeBlog::deletePost(const XMLRPCArray &parameters)
-{
-    const auto post = posts.find(parameter(parameters, 3).string());
-    if (post == posts.end())
-        return Refusal{404, u"Invalid post ID."_qs};
-    if (post->status == u"trash") {
-        posts.erase(post);
-    } else {
-        post->status = u"trash"_qs;
-        post->modified = tick();
-    }
-    return XMLRPCValue(true);
-}
-
-std::optional<FakeBlog::Refusal> FakeBlog::take(Post &post, const XMLRPCStruct &content)
+void FakeBlog::take(Post &post, const XMLRPCStruct &content)
 {
     post.type = member(content, u"post_type", post.type);
-    if (const auto refusal = takeTerms(post, content))
-        return refusal;
+    takeTerms(post, content);
     post.title = member(content, u"post_title", post.title);
     post.content = member(content, u"post_content", post.content);
     post.status = member(content, u"post_status", post.status);
@@ -282,29 +276,23 @@ std::optional<FakeBlog::Refusal> FakeBlog::take(Post &post, const XMLRPCStruct &
     post.commentStatus = member(content, u"comment_status", post.commentStatus);
     post.pingStatus = member(content, u"ping_status", post.pingStatus);
     post.modified = tick();
-    takeDate(post, content);
-    if (post.status == u"publish" && post.date > now)
-        post.status = u"future"_qs;
-    return std::nullopt;
-}
-
-void FakeBlog::takeDate(Post &post, const XMLRPCStruct &content)
-{
     const XMLRPCValue *date = content.find(u"post_date_gmt");
     if (date && date->date().isValid())
         post.date = date->date();
     else if (!post.date.isValid())
         post.date = post.modified;
+    if (post.status == u"publish" && post.date > now)
+        post.status = u"future"_qs;
 }
 
-std::optional<FakeBlog::Refusal> FakeBlog::takeTerms(Post &post, const XMLRPCStruct &content)
+void FakeBlog::takeTerms(Post &post, const XMLRPCStruct &content)
 {
     const XMLRPCValue *ids = content.find(u"terms");
     const XMLRPCValue *names = content.find(u"terms_names");
     const bool isPage = post.type == u"page";
     const auto isNamed = [](const XMLRPCValue *lists) { return lists && !lists->structure().isEmpty(); };
     if (isPage && (isNamed(ids) || isNamed(names)))
-        return Refusal{401, u"Sorry, one of the given taxonomies is not supported by the post type."_qs};
+        throw Refusal{401, u"Sorry, one of the given taxonomies is not supported by the post type."_qs};
     for (const QString &taxonomy : {category, tag}) {
         const XMLRPCValue *idList = ids ? ids->structure().find(taxonomy) : nullptr;
         const XMLRPCValue *nameList = names ? names->structure().find(taxonomy) : nullptr;
@@ -314,7 +302,7 @@ std::optional<FakeBlog::Refusal> FakeBlog::takeTerms(Post &post, const XMLRPCStr
         for (const XMLRPCValue &id : idList ? idList->array() : XMLRPCArray()) {
             const Term *known = term(taxonomy, &Term::id, id.string());
             if (!known)
-                return Refusal{403, u"Invalid term ID."_qs};
+                throw Refusal{403, u"Invalid term ID."_qs};
             taken.append(known->name);
         }
         for (const XMLRPCValue &name : nameList ? nameList->array() : XMLRPCArray()) {
@@ -322,14 +310,13 @@ std::optional<FakeBlog::Refusal> FakeBlog::takeTerms(Post &post, const XMLRPCStr
                 return known.taxonomy == category && known.name == name.string();
             };
             if (taxonomy == category && std::count_if(terms.cbegin(), terms.cend(), isNamed) > 1)
-                return Refusal{401, u"Ambiguous term name used in a hierarchical taxonomy."_qs};
+                throw Refusal{401, u"Ambiguous term name used in a hierarchical taxonomy."_qs};
             if (!term(taxonomy, &Term::name, name.string()))
                 addTerm(taxonomy, name.string());
             taken.append(name.string());
         }
         (taxonomy == category ? post.categories : post.tags) = taken;
     }
-    return std::nullopt;
 }
 
 const FakeBlog::Term *FakeBlog::term(const QString &taxonomy, QString Term::*field, const QString &value) const
@@ -337,65 +324,6 @@ const FakeBlog::Term *FakeBlog::term(const QString &taxonomy, QString Term::*fie
     const auto found = std::find_if(terms.cbegin(), terms.cend(),
         [&](const Term &term) { return term.taxonomy == taxonomy && term.*field == value; });
     return found == terms.cend() ? nullptr : &*found;
-}
-
-FakeBlog::Outcome FakeBlog::getTerms(const XMLRPCArray &parameters)
-{
-    if (!mayEdit(u"post"_qs))
-        return Refusal{401, u"Sorry, you are not allowed to assign terms in this taxonomy."_qs};
-    XMLRPCArray found;
-    for (const Term &term : std::as_const(terms)) {
-        if (term.taxonomy == parameter(parameters, 3).string())
-            found.push_back(termStruct(term));
-    }
-    return XMLRPCValue(found);
-}
-
-FakeBlog::Outcome FakeBlog::getCategories(const XMLRPCArray &)
-{
-    if (!mayEdit(u"post"_qs))
-        return Refusal{401, u"Sorry, you must be able to edit posts on this site in order to view categories."_qs};
-    XMLRPCArray found;
-    for (const Term &term : std::as_const(terms)) {
-        if (term.taxonomy == category)
-            found.push_back(XMLRPCStruct{{u"categoryId"_qs, term.id}, {u"parentId"_qs, u"0"_qs},
-                {u"categoryName"_qs, term.name.toHtmlEscaped()}});
-    }
-    return XMLRPCValue(found);
-}
-
-FakeBlog::Outcome FakeBlog::newCategory(const XMLRPCArray &parameters)
-{
-    const QString name = parameter(parameters, 3)[u"name"].string();
-    return XMLRPCValue(addTerm(category, name).toLongLong());
-}
-
-FakeBlog::Outcome FakeBlog::newMediaObject(const XMLRPCArray &parameters)
-{
-    const XMLRPCValue data = parameter(parameters, 3);
-    Media item{nextId(), data[u"name"].string(), data[u"type"].string(), data[u"bits"].data(), {}};
-    if (item.bytes.isEmpty())
-        return Refusal{500, u"Could not write file %1."_qs.arg(item.name)};
-    item.url = url() + u"/wp-content/uploads/"_qs + item.id + u'-' + item.name;
-    media.append(item);
-    return XMLRPCValue(
-        XMLRPCStruct{{u"id"_qs, item.id}, {u"file"_qs, item.name}, {u"url"_qs, item.url}, {u"type"_qs, item.type}});
-}
-
-FakeBlog::Outcome FakeBlog::metaGetPost(const XMLRPCArray &parameters)
-{
-    const auto post = posts.constFind(parameters[0].string());
-    if (post == posts.constEnd())
-        return Refusal{404, u"Sorry, no such post."_qs};
-    return XMLRPCValue(metaWeblogPost(*post));
-}
-
-FakeBlog::Outcome FakeBlog::metaNewPost(const XMLRPCArray &parameters)
-{
-    const XMLRPCValue data = parameter(parameters, 3);
-    Post &post = addPost(data[u"title"].string(), data[u"description"].string());
-    post.status = data[u"post_status"].string();
-    return XMLRPCValue(post.id);
 }
 
 XMLRPCStruct FakeBlog::wpPost(const Post &post) const

@@ -93,39 +93,27 @@ private:
         int cutAt = -1;
         bool late = false;
     };
-    struct Refusal {
+    struct Refusal { ///< thrown, and answered as a fault
         int code;
         QString text;
     };
-    using Outcome = std::variant<XMLRPCValue, Refusal>;
-    using Method = Outcome (FakeBlog::*)(const XMLRPCArray &);
+    using Method = std::function<XMLRPCValue(FakeBlog &, const XMLRPCArray &)>;
     static const QHash<QString, Method> &table();
 
     void disturb(const QString &method, const Fault &fault) { m_faults[method].append(fault); }
-    Outcome perform(const Call &call);
-    static XMLRPCArray listMethods();
-    std::optional<Refusal> refusedLogin(const Call &call) const;
+    XMLRPCValue perform(const QString &method, XMLRPCArray parameters);
     QString nextId() { return QString::number(++m_lastId); }
     QDateTime tick() { return now = now.addSecs(1); }
 
-    Outcome getOptions(const XMLRPCArray &parameters);
-    Outcome getPosts(const XMLRPCArray &parameters);
-    Outcome getPost(const XMLRPCArray &parameters);
-    Outcome newPost(const XMLRPCArray &parameters);
-    Outcome editPost(const XMLRPCArray &parameters);
-    Outcome deletePost(const XMLRPCArray &parameters);
-    Outcome getTerms(const XMLRPCArray &parameters);
-    Outcome newCategory(const XMLRPCArray &parameters);
-    Outcome getCategories(const XMLRPCArray &parameters);
-    Outcome newMediaObject(const XMLRPCArray &parameters);
-    Outcome metaGetPost(const XMLRPCArray &parameters);
-    Outcome metaNewPost(const XMLRPCArray &parameters);
-
     /// Whether the user may edit posts of this type, which is what listing them takes.
     bool mayEdit(const QString &type) const;
-    std::optional<Refusal> take(Post &post, const XMLRPCStruct &content);
-    std::optional<Refusal> takeTerms(Post &post, const XMLRPCStruct &content);
-    void takeDate(Post &post, const XMLRPCStruct &content);
+    Post &post(const XMLRPCValue &id); ///< or a refusal
+    XMLRPCValue options() const;
+    XMLRPCValue list(const XMLRPCStruct &filter) const;
+    XMLRPCValue list(const QString &taxonomy, XMLRPCStruct (*form)(const Term &)) const;
+    XMLRPCValue keep(const XMLRPCValue &data);
+    void take(Post &post, const XMLRPCStruct &content);
+    void takeTerms(Post &post, const XMLRPCStruct &content);
     /// The term whose `field` has the value; none: null.
     const Term *term(const QString &taxonomy, QString Term::*field, const QString &value) const;
     XMLRPCStruct wpPost(const Post &post) const;

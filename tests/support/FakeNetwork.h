@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QMap>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QPointer>
@@ -29,7 +30,7 @@ public:
     virtual FakeAnswer answer(const FakeRequest &request) = 0;
 };
 
-/// A host that says the same to all.
+/// A host that says the same to all who ask for none of its pages.
 class FixedHost : public FakeHost {
 public:
     explicit FixedHost(FakeAnswer says)
@@ -39,10 +40,11 @@ public:
     FakeAnswer answer(const FakeRequest &request) override
     {
         asked.append(request.request.url().toString());
-        return next;
+        return pages.value(asked.last(), next);
     }
 
     FakeAnswer next;
+    QMap<QString, FakeAnswer> pages; ///< by address
     QStringList asked;
 };
 

@@ -27,3 +27,11 @@ inline QStringList filesBelow(const QString &folder)
     found.sort();
     return found;
 }
+
+/// Makes this process keep all of its files below a folder.
+inline void usePrivateHome(const QString &home)
+{
+    for (const auto &[name, folder] : {std::pair("HOME", ""), std::pair("XDG_DATA_HOME", "/data"),
+             std::pair("XDG_CACHE_HOME", "/cache"), std::pair("XDG_CONFIG_HOME", "/config")})
+        qputenv(name, (home + folder).toUtf8());
+}

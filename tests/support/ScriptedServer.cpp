@@ -51,6 +51,12 @@ void ScriptedServer::release()
     }
 }
 
+void ScriptedServer::closeConnections()
+{
+    for (QTcpSocket *socket : m_received.keys())
+        socket->abort();
+}
+
 void ScriptedServer::accept()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
@@ -66,14 +72,14 @@ void ScriptedServer::read(QTcpSocket *socket)
     QByteArray &received = m_received[socket];
     received += socket->readAll();
     if (const std::optional<Request> request = wholeRequest(received)) {
-        m_requests.push_back(*request);
         received.clear();
-        respond(socket);
+        take(socket, *request);
     }
 }
 
-void ScriptedServer::respond(QTcpSocket *socket)
+void ScriptedServer::take(QTcpSocket *socket, const Request &request)
 {
+    m_requests.push_back(request);
     if (m_answers.empty())
         return;
     const ScriptedAnswer answer = m_answers.front();

@@ -44,12 +44,16 @@ public:
     int openConnections() const { return int(m_received.size()); }
     /// Sends the answers that were held.
     void release();
+    void closeConnections();
+
+protected:
+    /// What becomes of a request that is read whole; as it stands, the next answer.
+    virtual void take(QTcpSocket *socket, const Request &request);
+    static void send(QTcpSocket *socket, const ScriptedAnswer &answer);
 
 private:
     void accept();
     void read(QTcpSocket *socket);
-    void respond(QTcpSocket *socket);
-    static void send(QTcpSocket *socket, const ScriptedAnswer &answer);
     static void flood(QTcpSocket *socket, const QByteArray &bytes);
     static void reset(QTcpSocket *socket);
 

@@ -1,30 +1,31 @@
 #pragma once
 
 #include "support/FakeBlog.h"
-
-#include <QTcpServer>
-#include <QTcpSocket>
+#include "support/ScriptedServer.h"
 
 /// A pretended blog behind a real port of this machine.
-class ServedBlog : public QObject {
+class ServedBlog : public ScriptedServer {
     Q_OBJECT
 public:
-    ServedBlog();
-
     FakeBlog &blog() { return m_blog; }
     QString url() const { return m_blog.url(); }
-    void closeConnections();
 
 protected:
     /// What becomes of a request that is read whole; as it stands, the blog's own answer.
-    virtual void respond(QTcpSocket *socket, const FakeRequest &request);
-    static void send(QTcpSocket *socket, const FakeAnswer &answer);
+    virtual void respond(QTcpSocket *socket, const FakeRequest &request) { send(socket, m_blog.answer(request)); }
+    static void send(QTcpSocket *socket, const FakeAnswer &answer)
+    {
+        ScriptedServer::send(
+            socket, {.status = answer.status, .headers = {{"Content-Type", "text/xml"}}, .body = answer.body});
+    }
 
 private:
-    void accept();
-    void read(QTcpSocket *socket);
+    void take(QTcpSocket *socket, const Request &asked) final
+    {
+        const auto operation =
+            asked.method == "POST" ? QNetworkAccessManager::PostOperation : QNetworkAccessManager::GetOperation;
+        respond(socket, {operation, QNetworkRequest(QUrl(url() + QString::fromLatin1(asked.path))), asked.body});
+    }
 
-    QHash<QTcpSocket *, QByteArray> m_received;
-    QTcpServer m_server; ///< after what its sockets tell of their end
-    FakeBlog m_blog;
+    FakeBlog m_blog{ScriptedServer::url({}).authority()};
 };

@@ -1,5 +1,7 @@
 #include "support/XMLRPCDocuments.h"
 
+#include "xmlrpc/XMLRPCDefaultEncoder.h"
+
 #include <pugixml.hpp>
 
 namespace {
@@ -17,90 +19,38 @@ QDateTime dateFromText(QString text)
     return date;
 }
 
-class CallReader {
-public:
-    QString error;
-
-    XMLRPCValue value(const pugi::xml_node &node)
-    {
-        const pugi::xml_node typed = node.first_child();
-        const QLatin1String type(typed.name());
-        if (type == QLatin1String("string"))
-            return text(typed).trimmed(); // as WordPress does
-        if (type == QLatin1String("i4") || type == QLatin1String("int"))
-            return text(typed).toLongLong();
-        if (type == QLatin1String("double"))
-            return text(typed).toDouble();
-        if (type == QLatin1String("boolean"))
-            return text(typed) == QLatin1String("1");
-        if (type == QLatin1String("dateTime.iso8601"))
-            return dateFromText(text(typed));
-        if (type == QLatin1String("base64"))
-            return QByteArray::fromBase64(QByteArray(typed.text().get()));
-        if (type == QLatin1String("nil"))
-            return XMLRPCValue::Null();
-        if (type == QLatin1String("array"))
-            return array(typed);
-        if (type == QLatin1String("struct"))
-            return structure(typed);
-        error = u"a value of kind \"%1\""_qs.arg(type);
-        return {};
-    }
-
-private:
-    XMLRPCArray array(const pugi::xml_node &node)
-    {
+/// The value of a node; what it cannot read goes into `error`.
+XMLRPCValue valueOf(const pugi::xml_node &node, QString &error)
+{
+    const pugi::xml_node typed = node.first_child();
+    const QString type = QString::fromLatin1(typed.name());
+    if (type == u"string")
+        return text(typed).trimmed(); // as WordPress does
+    if (type == u"i4" || type == u"int")
+        return text(typed).toLongLong();
+    if (type == u"double")
+        return text(typed).toDouble();
+    if (type == u"boolean")
+        return text(typed) == u"1";
+    if (type == u"dateTime.iso8601")
+        return dateFromText(text(typed));
+    if (type == u"base64")
+        return QByteArray::fromBase64(QByteArray(typed.text().get()));
+    if (type == u"array") {
         XMLRPCArray values;
-        for (const pugi::xml_node &element : node.child("data").children("value"))
-            values.push_back(value(element));
+        for (const pugi::xml_node &element : typed.child("data").children("value"))
+            values.push_back(valueOf(element, error));
         return values;
     }
-
-    XMLRPCStruct structure(const pugi::xml_node &node)
-    {
+    if (type == u"struct") {
         XMLRPCStruct values;
-        for (const pugi::xml_node &member : node.children("member"))
-            values.insert(text(member.child("name")), value(member.child("value")));
+        for (const pugi::xml_node &member : typed.children("member"))
+            values.insert(text(member.child("name")), valueOf(member.child("value"), error));
         return values;
     }
-};
-
-struct ReplyWriter {
-    QByteArray bytes;
-
-    void tagged(const char *tag, const QString &text)
-    {
-        bytes += QByteArray("<value><") + tag + '>' + text.toHtmlEscaped().toUtf8() + "</" + tag + "></value>\n";
-    }
-    void operator()(std::monostate) { tagged("string", {}); }
-    void operator()(XMLRPCValue::Null) { bytes += "<value><nil/></value>\n"; }
-    void operator()(bool value) { tagged("boolean", value ? u"1"_qs : u"0"_qs); }
-    void operator()(qint64 value) { tagged("int", QString::number(value)); }
-    void operator()(double value) { tagged("double", QString::number(value)); }
-    void operator()(const QString &value) { tagged("string", value); }
-    void operator()(const QDateTime &value)
-    {
-        tagged("dateTime.iso8601", value.toUTC().toString(u"yyyyMMdd'T'HH:mm:ss"_qs));
-    }
-    void operator()(const QByteArray &value) { tagged("base64", QString::fromLatin1(value.toBase64())); }
-    void operator()(const XMLRPCArray &values)
-    {
-        bytes += "<value><array><data>\n";
-        for (const XMLRPCValue &value : values)
-            std::visit(*this, value.variant());
-        bytes += "</data></array></value>\n";
-    }
-    void operator()(const XMLRPCStruct &values)
-    {
-        bytes += "<value><struct>\n";
-        for (const auto &[name, value] : values.members()) {
-            bytes += "<member><name>" + name.toHtmlEscaped().toUtf8() + "</name>";
-            std::visit(*this, value.variant());
-            bytes += "</member>\n";
-        }
-        bytes += "</struct></value>\n";
-    }
-};
+    error = u"a value of kind \"%1\""_qs.arg(type);
+    return {};
+}
 
 struct Describer {
     QString operator()(std::monostate) const { return u"absent"_qs; }
@@ -127,16 +77,19 @@ struct Describer {
     }
 };
 
+/// A value as the program itself writes it, which it may, since calls are read here by other means.
+QByteArray written(const XMLRPCValue &value)
+{
+    XMLRPCDefaultEncoder encoder;
+    encoder.setMethod({}, {value});
+    const QByteArray call = encoder.encode();
+    const qsizetype start = call.indexOf("<value>");
+    return call.mid(start, call.lastIndexOf("</value>") + 8 - start);
+}
+
 QByteArray document(const QByteArray &inside)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<methodResponse>\n" + inside + "</methodResponse>\n";
-}
-
-QByteArray written(const XMLRPCValue &value)
-{
-    ReplyWriter writer;
-    std::visit([&](const auto &held) { writer(held); }, value.variant());
-    return writer.bytes;
 }
 } // namespace
 
@@ -152,22 +105,20 @@ XMLRPCDocuments::MethodCall XMLRPCDocuments::parseCall(const QByteArray &documen
     }
     const pugi::xml_node root = parsed.child("methodCall");
     call.method = text(root.child("methodName"));
-    CallReader reader;
     for (const pugi::xml_node &parameter : root.child("params").children("param"))
-        call.parameters.push_back(reader.value(parameter.child("value")));
-    call.error = reader.error;
+        call.parameters.push_back(valueOf(parameter.child("value"), call.error));
     return call;
 }
 
 QByteArray XMLRPCDocuments::response(const XMLRPCValue &value)
 {
-    return document("<params>\n<param>\n" + written(value) + "</param>\n</params>\n");
+    return document("<params>\n<param>\n" + written(value) + "\n</param>\n</params>\n");
 }
 
 QByteArray XMLRPCDocuments::fault(int code, const QString &text)
 {
     const XMLRPCStruct fault{{u"faultCode"_qs, code}, {u"faultString"_qs, text}};
-    return document("<fault>\n" + written(fault) + "</fault>\n");
+    return document("<fault>\n" + written(fault) + "\n</fault>\n");
 }
 
 QString XMLRPCDocuments::described(const XMLRPCValue &value)

@@ -2,7 +2,8 @@
 
 #include "xmlrpc/XMLRPCValue.h"
 
-/// The blog's side of the protocol, written apart from the program's so that a fault in one shows in the other.
+/// The blog's side of the protocol. Calls are read by other means than the program's, so that a fault in its writing
+/// shows.
 namespace XMLRPCDocuments {
 struct MethodCall {
     QString method;

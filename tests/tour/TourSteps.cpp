@@ -1,7 +1,5 @@
 #include "Tour.h"
 
-#include "support/Files.h"
-
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QImage>
@@ -9,17 +7,11 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QTest>
 
 namespace {
 
-/// The text that stands in `after` at the place of `replaced` in `before`; both texts are the same around it.
-struct Change {
-    QString replaced;
-    QString inserted;
-};
-
-Change changeBetween(const QString &before, const QString &after)
+/// What stands in `after` at the place of what stands in `before`; both texts are the same around it.
+std::pair<QString, QString> changeBetween(const QString &before, const QString &after)
 {
     qsizetype start = 0, end = 0;
     const qsizetype shorter = std::min(before.size(), after.size());
@@ -28,12 +20,6 @@ Change changeBetween(const QString &before, const QString &after)
     while (end < shorter - start && before[before.size() - 1 - end] == after[after.size() - 1 - end])
         ++end;
     return {before.mid(start, before.size() - start - end), after.mid(start, after.size() - start - end)};
-}
-
-QString firstDifference(const QString &expected, const QString &got)
-{
-    const Change change = changeBetween(expected, got);
-    return "“" + change.replaced.left(60) + "” became “" + change.inserted.left(60) + "”";
 }
 
 const char *const blockPost = R"(<!-- wp:paragraph {"dropCap":true} -->
@@ -52,10 +38,6 @@ const char *const blockPost = R"(<!-- wp:paragraph {"dropCap":true} -->
 <!--more-->
 <!-- /wp:more -->
 
-<!-- wp:code -->
-<pre class="wp-block-code"><code>a &lt; b &amp;&amp; c</code></pre>
-<!-- /wp:code -->
-
 <!-- wp:html -->
 <form action="#"><input type='text' name=q></form>
 <!-- /wp:html -->
@@ -70,41 +52,31 @@ void Tour::connectBlog()
 {
     m_screen.activate();
     m_screen.expectAlert("keychain"); // where the desktop has none
-    connectTo(m_options.url, true);
+    connectTo(m_options.url);
 }
 
-void Tour::connectTo(const QUrl &blog, bool isFirst)
+void Tour::connectTo(const QUrl &blog)
 {
-    m_screen.type("blogURLField", blog.toString());
-    m_screen.press(Qt::Key_Return);
-    m_screen.type("usernameField", m_options.user);
-    m_screen.type("passwordField", m_options.password);
-    m_screen.screenshot("connect-login");
-    m_screen.press(Qt::Key_Return);
-    m_screen.waitFor("the blog to be connected", [this] { return m_screen.isVisible("blogIsConnectedSheet"); });
-    m_screen.screenshot("connect-success");
-    m_screen.waitFor("the sheet to go", [this] { return !m_screen.isVisible("blogIsConnectedSheet"); });
-    if (isFirst)
+    m_screen.connectTo(blog.toString(), m_options.user, m_options.password);
+    m_screen.waitUntilGone("blogIsConnectedSheet");
+    if (blog == m_options.url)
         m_screen.click("getStartedDoneButton");
     m_screen.waitFor("the first posts", [this] { return !m_screen.rowTitles().isEmpty(); });
-    m_screen.waitFor("the first sync to end", [this] { return !m_screen.isVisible("syncBar"); });
+    m_screen.waitUntilGone("syncBar");
 }
 
 void Tour::checkList()
 {
-    QStringList expected;
-    for (const QString &type : {u"post"_qs, u"page"_qs})
+    QStringList expected, shown = m_screen.rowTitles();
+    for (const QString type : {"post", "page"})
         for (const XMLRPCValue &post : m_blog.posts(type)) {
-            const QString shown = post[u"post_title"].string();
-            expected.append(shown.isEmpty() ? "No title" : shown);
-            if (postFile(post[u"post_id"].string()).isNull())
-                throw TourFailure("post " + post[u"post_id"].string() + " has no file");
+            const QString title = post[u"post_title"].string(), id = post[u"post_id"].string();
+            expected.append(title.isEmpty() ? "No title" : title);
+            require(!postFile(id).isNull(), "post " + id + " has no file");
         }
-    QStringList shown = m_screen.rowTitles();
     shown.sort();
     expected.sort();
-    if (shown != expected)
-        throw TourFailure("the list shows " + shown.join(" | ") + " and the blog has " + expected.join(" | "));
+    require(shown == expected, "the list shows " + shown.join(" | ") + " and the blog has " + expected.join(" | "));
 }
 
 void Tour::openAll()
@@ -113,28 +85,32 @@ void Tour::openAll()
     for (XMLRPCValue &page : m_blog.posts("page"))
         all.push_back(std::move(page));
     for (const XMLRPCValue &post : all) {
-        const QString shown = post[u"post_title"].string(), id = post[u"post_id"].string();
-        const QByteArray before = contentsOf(postFile(id));
-        if (before.isEmpty())
-            throw TourFailure("post " + id + " has no file");
+        const QString shown = post[u"post_title"].string(), stored = post[u"post_content"].string();
+        const QString file = postFile(post[u"post_id"].string());
+        const QByteArray before = contentsOf(file);
         m_screen.clickRow(shown.isEmpty() ? "No title" : shown);
         m_screen.waitFor("“" + shown + "” to open", [&] { return m_screen.shownTitle() == shown; });
-        const QString stored = post[u"post_content"].string();
         QTest::qWait(200); // the page takes the body a moment after the title shows
         m_screen.waitFor("the page", [this] { return !m_screen.bodyContent().isNull(); });
-        if (const QString content = m_screen.bodyContent(); content != stored)
-            throw TourFailure(
-                "“" + shown + "” does not come back as it was stored: " + firstDifference(stored, content));
-        if (contentsOf(postFile(id)) != before)
-            throw TourFailure("opening “" + shown + "” changed its file");
+        const auto [replaced, inserted] = changeBetween(stored, m_screen.bodyContent());
+        require(replaced.isEmpty() && inserted.isEmpty(),
+            "“" + shown + "”: “" + replaced.left(60) + "” became “" + inserted.left(60) + "”");
+        require(contentsOf(file) == before, "opening “" + shown + "” changed its file");
     }
+}
+
+void Tour::openPost(const QString &title, const QString &words)
+{
+    m_screen.clickRow(title);
+    m_screen.waitFor("“" + title + "” to open", [&] { return m_screen.shownTitle() == title; });
+    m_screen.waitForPage(words);
 }
 
 void Tour::refreshList()
 {
     m_screen.shortcut("F5");
-    m_screen.waitFor("the sync to begin", [this] { return m_screen.isVisible("syncBar"); });
-    m_screen.waitFor("the sync to end", [this] { return !m_screen.isVisible("syncBar"); });
+    m_screen.widget("syncBar");
+    m_screen.waitUntilGone("syncBar");
 }
 
 void Tour::startNewPost()
@@ -148,37 +124,34 @@ void Tour::startNewPost()
     m_screen.waitFor("an empty screen", isBlank);
 }
 
-void Tour::chooseFile(const QString &path)
+void Tour::writePost(const QString &title, const QString &text)
 {
-    QFileDialog *panel = nullptr;
-    m_screen.waitFor(
-        "the open panel", [&] { return (panel = m_screen.window().findChild<QFileDialog *>()) && panel->isVisible(); });
-    // Set at once and not typed, since the panel's completions take clicks and Return for themselves.
-    panel->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-    QTest::mouseClick(panel->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Open), Qt::LeftButton);
-    m_screen.waitFor("the open panel to close", [panel = QPointer(panel)] { return !panel || !panel->isVisible(); });
+    startNewPost();
+    m_screen.type("titleField", title);
+    m_screen.press(Qt::Key_Tab);
+    m_screen.typeInPage(text);
+}
+
+void Tour::upload(const QString &button)
+{
+    m_screen.click(button);
+    m_screen.widget("uploadOverlay");
+    m_screen.waitUntilGone("uploadOverlay");
 }
 
 XMLRPCValue Tour::publishAndFind(const QString &title)
 {
-    m_screen.click("publishButton");
-    m_screen.waitFor("the upload to begin", [this] { return m_screen.isVisible("uploadOverlay"); });
-    m_screen.waitFor("the upload to end", [this] { return !m_screen.isVisible("uploadOverlay"); });
+    upload("publishButton");
     const XMLRPCValue post = m_blog.postWithTitle(title);
-    if (post.isAbsent())
-        throw TourFailure("the blog has no post “" + title + "” " + m_blog.lastError());
-    if (post[u"post_status"].string() != "publish")
-        throw TourFailure("“" + title + "” is " + post[u"post_status"].string() + " on the blog");
+    require(post[u"post_status"].string() == "publish",
+        "“" + title + "” is “" + post[u"post_status"].string() + "” on the blog");
     checkFileInStep(post, "publish");
     return post;
 }
 
 void Tour::writeNew()
 {
-    startNewPost();
-    m_screen.type("titleField", title("The tour's new post"));
-    m_screen.press(Qt::Key_Tab);
-    m_screen.typeInPage("First line & more.\nSecond ");
+    writePost(title("The tour's new post"), "First line & more.\nSecond ");
     m_screen.waitForPage("Second");
     m_screen.shortcut("Ctrl+B");
     m_screen.waitForButton("Bold");
@@ -186,14 +159,14 @@ void Tour::writeNew()
     m_screen.type("tokenField", "Tour category,#tour-tag,");
     const XMLRPCValue post = publishAndFind(title("The tour's new post"));
     const QString body = post[u"post_content"].string();
-    if (!body.contains("First line &amp; more.")
-        || !body.contains(QRegularExpression("Second <(b|strong)>line</(b|strong)>")))
-        throw TourFailure("the blog has this body: " + body);
+    require(body.contains("First line &amp; more.")
+            && body.contains(QRegularExpression("Second <(b|strong)>line</(b|strong)>")),
+        "the blog has this body: " + body);
     QStringList terms;
     for (const XMLRPCValue &term : post[u"terms"].array())
         terms.append(term[u"taxonomy"].string() + ':' + term[u"name"].string());
-    if (!terms.contains("category:Tour category") || !terms.contains("post_tag:tour-tag"))
-        throw TourFailure("the blog has these terms: " + terms.join(", "));
+    require(terms.contains("category:Tour category") && terms.contains("post_tag:tour-tag"),
+        "the blog has these terms: " + terms.join(", "));
 }
 
 void Tour::publishPicture()
@@ -203,78 +176,57 @@ void Tour::publishPicture()
     QImage drawn(640, 400, QImage::Format_RGB32);
     drawn.fill(QColor("#2f6f8f"));
     drawn.save(picture);
-    startNewPost();
-    m_screen.type("titleField", m_toDelete);
-    m_screen.press(Qt::Key_Tab);
-    m_screen.typeInPage("A picture:\n");
+    writePost(m_toDelete, "A picture:\n");
     m_screen.click("importButton");
-    chooseFile(QFileInfo(picture).absoluteFilePath());
+    QPointer<QFileDialog> panel;
+    m_screen.waitFor(
+        "the open panel", [&] { return (panel = m_screen.window().findChild<QFileDialog *>()) && panel->isVisible(); });
+    // Set at once and not typed, since the panel's completions take clicks and Return for themselves.
+    panel->findChild<QLineEdit *>("fileNameEdit")->setText(QFileInfo(picture).absoluteFilePath());
+    QTest::mouseClick(panel->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Open), Qt::LeftButton);
     m_screen.waitForPage("<img");
     const QString body = publishAndFind(m_toDelete)[u"post_content"].string();
     const auto source = QRegularExpression("<img[^>]*src=\"(http[^\"]+)\"").match(body);
-    if (!source.hasMatch() || body.contains("file://"))
-        throw TourFailure("the blog has this body: " + body);
-    if (m_blog.download(QUrl(source.captured(1))) < 500)
-        throw TourFailure("the blog does not serve " + source.captured(1));
+    require(source.hasMatch() && !body.contains("file://"), "the blog has this body: " + body);
+    require(m_blog.download(QUrl(source.captured(1))).size() >= 500, "the blog does not serve " + source.captured(1));
 }
 
 void Tour::updateBlockPost()
 {
     const QString shown = title("The tour's block post");
-    const QString stored = QString::fromUtf8(blockPost);
-    const QString id =
-        m_blog.newPost({{"post_title", shown}, {"post_content", stored}, {"post_status", QString("publish")}});
-    if (id.isEmpty())
-        throw TourFailure("the blog takes no post: " + m_blog.lastError());
+    const QString id = m_blog.newPost(shown, blockPost, "publish");
     const QString before = m_blog.post(id)[u"post_content"].string();
     refreshList();
-    m_screen.clickRow(shown);
-    m_screen.waitForPage("The last paragraph");
+    openPost(shown, "The last paragraph");
     m_screen.focusPage();
     m_screen.pressInPage(Qt::Key_End, Qt::ControlModifier);
     m_screen.typeInPage(" changed");
-    m_screen.waitFor("the change to reach the page", [this] { return m_screen.bodyContent().contains("changed"); });
-    publishAndFind(shown);
-    const QString after = m_blog.post(id)[u"post_content"].string();
-    const Change change = changeBetween(before, after);
-    if (!change.replaced.isEmpty() || change.inserted.simplified() != "changed")
-        throw TourFailure(firstDifference(before, after));
+    m_screen.waitForPage("changed");
+    const auto [replaced, inserted] = changeBetween(before, publishAndFind(shown)[u"post_content"].string());
+    require(replaced.isEmpty() && inserted.simplified() == "changed",
+        "“" + replaced.left(60) + "” became “" + inserted.left(60) + "”");
 }
 
 void Tour::saveDraft()
 {
     const QString shown = title("The tour's draft");
-    startNewPost();
-    m_screen.type("titleField", shown);
-    m_screen.press(Qt::Key_Tab);
-    m_screen.typeInPage("Not ready yet.");
-    m_screen.click("saveButton");
-    m_screen.waitFor("the upload to begin", [this] { return m_screen.isVisible("uploadOverlay"); });
-    m_screen.waitFor("the upload to end", [this] { return !m_screen.isVisible("uploadOverlay"); });
+    writePost(shown, "Not ready yet.");
+    upload("saveButton");
     const XMLRPCValue draft = m_blog.postWithTitle(shown);
-    if (draft[u"post_status"].string() != "draft")
-        throw TourFailure("“" + shown + "” is “" + draft[u"post_status"].string() + "” on the blog");
     checkFileInStep(draft, "draft");
-    const XMLRPCValue published = publishAndFind(shown);
-    if (published[u"post_id"].string() != draft[u"post_id"].string())
-        throw TourFailure("publishing the draft made a second post");
+    require(draft[u"post_status"].string() == "draft", "the draft is “" + draft[u"post_status"].string() + "”");
+    require(publishAndFind(shown)[u"post_id"].string() == draft[u"post_id"].string(),
+        "publishing the draft made a second post");
 }
 
 void Tour::deletePost()
 {
-    if (m_toDelete.isNull())
-        throw TourFailure("this step takes away the post of the step “image”, which did not run");
+    require(!m_toDelete.isNull(), "this step takes away the post of the step “image”, which did not run");
     const QString id = m_blog.postWithTitle(m_toDelete)[u"post_id"].string();
-    if (id.isEmpty())
-        throw TourFailure("the blog has no post “" + m_toDelete + "” to delete");
-    m_screen.clickRow(m_toDelete);
-    m_screen.waitFor("“" + m_toDelete + "” to open", [this] { return m_screen.shownTitle() == m_toDelete; });
+    openPost(m_toDelete, "A picture");
     m_screen.click("deleteButton");
-    m_screen.screenshot("delete-question");
     m_screen.click("confirmDeleteButton");
     m_screen.waitFor("the row to go", [this] { return !m_screen.rowTitles().contains(m_toDelete); });
-    if (!m_blog.postWithTitle(m_toDelete).isAbsent())
-        throw TourFailure("the blog still has post " + id);
-    if (!postFile(id).isNull())
-        throw TourFailure("the file of post " + id + " is still there");
+    require(m_blog.postWithTitle(m_toDelete).isAbsent(), "the blog still has post " + id);
+    require(postFile(id).isNull(), "the file of post " + id + " is still there");
 }

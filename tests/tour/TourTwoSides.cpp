@@ -1,12 +1,8 @@
 #include "Tour.h"
 
-#include "support/Files.h"
-
 #include <QApplication>
-#include <QFileInfo>
 #include <QMenu>
 #include <QProcess>
-#include <QTest>
 
 // The steps in which somebody else has a hand: another writer on the blog, another blog, a network that is gone.
 
@@ -28,7 +24,7 @@ constexpr Answer answers[] = {
     {"both, remote", "conflictRemoteCard", "conflictKeepBothButton", "theirs", "mine"},
 };
 
-QString blogWithWords(const QString &words)
+QString blockWith(const QString &words)
 {
     return "<!-- wp:paragraph -->\n<p>Base " + words + "</p>\n<!-- /wp:paragraph -->";
 }
@@ -38,81 +34,64 @@ QString blogWithWords(const QString &words)
 /// Adds words to the end of a post of the list.
 void Tour::addWords(const QString &title, const QString &words)
 {
-    m_screen.clickRow(title);
-    m_screen.waitFor("“" + title + "” to open", [&] { return m_screen.shownTitle() == title; });
-    m_screen.waitForPage("Base");
+    openPost(title, "Base");
     m_screen.focusPage();
     m_screen.pressInPage(Qt::Key_End, Qt::ControlModifier);
     m_screen.typeInPage(' ' + words);
     m_screen.waitForPage(words);
 }
 
-QString Tour::newPostOnBlog(const QString &title, const QString &status)
-{
-    const QString id =
-        m_blog.newPost({{"post_title", title}, {"post_content", blogWithWords({})}, {"post_status", status}});
-    if (id.isEmpty())
-        throw TourFailure("the blog takes no post: " + m_blog.lastError());
-    return id;
-}
-
 void Tour::answerConflicts()
 {
     QHash<QString, QString> ids;
+    const auto titleOf = [this](const Answer &answer) { return title(QString("Conflict, ") + answer.name); };
     for (const Answer &answer : answers)
-        ids.insert(answer.name, newPostOnBlog(title(QString("Conflict, ") + answer.name), "publish"));
+        ids.insert(answer.name, m_blog.newPost(titleOf(answer), blockWith({}), "publish"));
     refreshList();
     for (const Answer &answer : answers)
-        addWords(title(QString("Conflict, ") + answer.name), "mine");
+        addWords(titleOf(answer), "mine");
     startNewPost();
     QTest::qWait(1100); // the blog's dates have whole seconds
     for (const QString &id : ids)
-        m_blog.call("wp.editPost", {id, XMLRPCStruct{{"post_content", blogWithWords("theirs")}}});
+        m_blog.call("wp.editPost", {id, XMLRPCStruct{{"post_content", blockWith("theirs")}}});
     refreshList();
     for (const Answer &answer : answers) {
-        const QString shown = title(QString("Conflict, ") + answer.name);
-        const QString file = postFile(ids[answer.name]);
-        m_screen.clickRow(shown);
+        const QString file = postFile(ids[answer.name]), folder = QFileInfo(file).path();
+        m_screen.clickRow(titleOf(answer));
         m_screen.click("conflictNotNowButton");
-        m_screen.waitFor("the question to go", [this] { return !m_screen.isVisible("conflictSheet"); });
+        m_screen.waitUntilGone("conflictSheet");
         QTest::qWait(100); // the answer comes on a later turn of the event loop
         // Whatever is done with the post, the question comes first.
         m_screen.shortcut("Ctrl+Return");
-        m_screen.widget("conflictSheet");
-        m_screen.screenshot(QString("conflict-") + answer.card);
         m_screen.click(answer.card);
+        m_screen.screenshot(QString("conflict-") + answer.card);
         m_screen.click(answer.button);
-        m_screen.waitFor("the answer to be carried out", [&] {
-            return !m_screen.isVisible("conflictSheet") && !QFile::exists(QFileInfo(file).path() + "/conflict.zalmo");
-        });
+        m_screen.waitFor("the answer to be carried out",
+            [&] { return !m_screen.isVisible("conflictSheet") && !QFile::exists(folder + "/conflict.zalmo"); });
         m_screen.waitForPage(answer.kept);
-        const QByteArray copy = contentsOf(QFileInfo(file).path() + "/conflict-solved.zalmo");
         m_screen.waitFor("the file", [&] { return contentsOf(file).contains(answer.kept); });
-        if (answer.copied ? !copy.contains(answer.copied) : !copy.isEmpty())
-            throw TourFailure(QString(answer.name) + ": the copy holds “" + copy + "”");
+        const QByteArray copy = contentsOf(folder + "/conflict-solved.zalmo");
+        require(answer.copied ? copy.contains(answer.copied) : copy.isEmpty(),
+            QString(answer.name) + ": the copy holds “" + copy + "”");
     }
     // What the writer chose goes to the blog when he says so.
     const QString chosen = title("Conflict, local");
-    m_screen.clickRow(chosen);
-    m_screen.waitFor("“" + chosen + "” to open", [&] { return m_screen.shownTitle() == chosen; });
-    m_screen.waitForPage("mine");
+    openPost(chosen, "mine");
     const QString body = publishAndFind(chosen)[u"post_content"].string();
-    if (!body.contains("mine") || body.contains("theirs"))
-        throw TourFailure("the blog has this body: " + body);
+    require(body.contains("mine") && !body.contains("theirs"), "the blog has this body: " + body);
 }
 
 void Tour::updatePrivate()
 {
     const QString shown = title("A private post");
-    const QString id = newPostOnBlog(shown, "private");
+    const QString id = m_blog.newPost(shown, blockWith({}), "private");
     refreshList();
     addWords(shown, "whispered");
-    m_screen.click("publishButton");
-    m_screen.waitFor(
-        "the blog to have it", [&] { return m_blog.post(id)[u"post_content"].string().contains("whispered"); });
-    m_screen.waitFor("the upload to end", [this] { return !m_screen.isVisible("uploadOverlay"); });
-    if (const QString status = m_blog.post(id)[u"post_status"].string(); status != "private")
-        throw TourFailure("a private post became “" + status + "”");
+    upload("publishButton");
+    const XMLRPCValue post = m_blog.post(id);
+    require(post[u"post_content"].string().contains("whispered"), "the update is not on the blog");
+    require(
+        post[u"post_status"].string() == "private", "a private post became “" + post[u"post_status"].string() + "”");
 }
 
 void Tour::copyToOtherBlog(const QString &title)
@@ -122,10 +101,9 @@ void Tour::copyToOtherBlog(const QString &title)
     for (QAction *item : menu ? menu->actions() : QList<QAction *>()) {
         if (!item->menu())
             continue;
-        QAction *blog = item->menu()->actions().value(0);
+        QAction *blog = item->menu()->actions().first();
         menu->close();
-        if (blog)
-            return blog->trigger();
+        return blog->trigger();
     }
     throw TourFailure("the row's menu offers no other blog");
 }
@@ -134,51 +112,45 @@ void Tour::useTwoBlogs()
 {
     TourBlog second(m_options.second, m_options.user, m_options.password);
     const QString copied = title("Copied"), crossed = title("Crossed");
-    newPostOnBlog(copied, "publish");
+    const auto waitForBlog = [&](TourBlog &blog, const QString &post) {
+        m_screen.waitFor("the blog to have “" + post + "”", [&] { return !blog.postWithTitle(post).isAbsent(); });
+    };
+    const auto waitForRow = [&] {
+        m_screen.waitFor("the row “" + copied + "”", [&] { return m_screen.rowTitles().contains(copied); });
+    };
+    m_blog.newPost(copied, blockWith({}), "publish");
     refreshList();
     m_screen.chooseCommand("newBlogMenuItem");
-    connectTo(m_options.second, false);
-    if (QDir(m_dataHome + "/zalmo/accounts").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() != 2)
-        throw TourFailure("two blogs of one name have not two folders");
+    connectTo(m_options.second);
+    require(accountFolders().size() == 2, "two blogs of one name have not two folders");
     m_screen.chooseBlog(0);
-    m_screen.waitFor("the first blog", [&] { return m_screen.rowTitles().contains(copied); });
+    waitForRow();
 
     copyToOtherBlog(copied);
     m_screen.chooseBlog(1);
-    m_screen.waitFor("the copy", [&] { return m_screen.rowTitles().contains(copied); });
-    m_screen.clickRow(copied);
-    m_screen.waitForPage("Base");
-    m_screen.click("publishButton");
-    m_screen.waitFor("the second blog to have the copy", [&] { return !second.postWithTitle(copied).isAbsent(); });
-    m_screen.waitFor("the upload to end", [this] { return !m_screen.isVisible("uploadOverlay"); });
+    waitForRow();
+    openPost(copied, "Base");
+    upload("publishButton");
+    waitForBlog(second, copied);
 
     // The upload goes on to the blog that it began on.
-    startNewPost();
-    m_screen.type("titleField", crossed);
-    m_screen.press(Qt::Key_Tab);
-    m_screen.typeInPage("On its way.");
+    writePost(crossed, "On its way.");
     m_screen.click("publishButton");
-    m_screen.waitFor("the upload to begin", [this] { return m_screen.isVisible("uploadOverlay"); });
+    m_screen.widget("uploadOverlay");
     m_screen.chooseBlog(0);
-    m_screen.waitFor("the second blog to have it", [&] { return !second.postWithTitle(crossed).isAbsent(); });
-    if (!m_blog.postWithTitle(crossed).isAbsent())
-        throw TourFailure("the post went to the other blog");
-    m_screen.waitFor("the first blog", [&] { return m_screen.rowTitles().contains(copied); });
-}
-
-void Tour::switchBlog(const char *onOrOff)
-{
-    if (QProcess::execute(m_options.control, {onOrOff, m_options.folder}) != 0)
-        throw TourFailure(QString("the demo blog does not go ") + onOrOff);
+    waitForBlog(second, crossed);
+    require(m_blog.postWithTitle(crossed).isAbsent(), "the post went to the other blog");
+    waitForRow();
 }
 
 void Tour::publishOffline()
 {
+    const auto switchBlog = [this](const char *onOrOff) {
+        require(QProcess::execute(m_options.control, {onOrOff, m_options.folder}) == 0,
+            QString("the demo blog does not go ") + onOrOff);
+    };
     const QString shown = title("Written without a network");
-    startNewPost();
-    m_screen.type("titleField", shown);
-    m_screen.press(Qt::Key_Tab);
-    m_screen.typeInPage("Kept here.");
+    writePost(shown, "Kept here.");
     m_screen.waitForPage("Kept here.");
     switchBlog("offline");
     m_screen.click("publishButton");
@@ -186,15 +158,12 @@ void Tour::publishOffline()
         const QString alert = m_screen.dismissAlert();
         return alert.contains("127.0.0.1") || alert.contains("Harbour");
     });
-    m_screen.screenshot("offline-failed");
     const QString body = m_screen.bodyContent();
     switchBlog("online");
-    if (!body.contains("Kept here.") || m_screen.shownTitle() != shown)
-        throw TourFailure("the text is gone from the screen");
+    require(body.contains("Kept here.") && m_screen.shownTitle() == shown, "the text is gone from the screen");
     publishAndFind(shown);
-    int found = 0;
-    for (const XMLRPCValue &post : m_blog.posts())
-        found += post[u"post_title"].string() == shown;
-    if (found != 1)
-        throw TourFailure("the blog has the post " + QString::number(found) + " times");
+    const XMLRPCArray posts = m_blog.posts();
+    const auto found = std::count_if(
+        posts.begin(), posts.end(), [&](const XMLRPCValue &post) { return post[u"post_title"].string() == shown; });
+    require(found == 1, "the blog has the post " + QString::number(found) + " times");
 }

@@ -2,35 +2,13 @@
 #include "Tour.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
+#include "support/Files.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTemporaryDir>
-#include <QTest>
-#include <cstdio>
-#include <thread>
 
-namespace {
-
-/// Ends the process when a step hangs so badly that its own limit is not looked at any more.
-void startWatchdog(std::chrono::seconds limit)
-{
-    std::thread([limit] {
-        std::this_thread::sleep_for(limit);
-        std::fputs("{\"step\":\"watchdog\",\"ok\":false,\"detail\":\"the tour hangs\"}\n", stdout);
-        std::fflush(stdout);
-        std::_Exit(3);
-    }).detach();
-}
-
-void usePrivateHome(const QString &home)
-{
-    for (const auto &[name, folder] : {std::pair("HOME", ""), std::pair("XDG_DATA_HOME", "/data"),
-             std::pair("XDG_CACHE_HOME", "/cache"), std::pair("XDG_CONFIG_HOME", "/config")})
-        qputenv(name, (home + folder).toUtf8());
-}
-
-TourOptions parsed(const QStringList &arguments)
+static TourOptions parsed(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription("Takes Zalmo through its main job on a real WordPress blog.");
@@ -49,22 +27,15 @@ TourOptions parsed(const QStringList &arguments)
     return options;
 }
 
-} // namespace
-
 int main(int argc, char **argv)
 {
-    startWatchdog(std::chrono::seconds(540));
     const QTemporaryDir home;
     usePrivateHome(home.path());
     ZLProgram::prepare();
     QApplication application(argc, argv);
     const TourOptions options = parsed(application.arguments());
-    bool held = false;
-    {
-        ZLProgram program;
-        program.start();
-        TourScreen screen(program.window(), options.out);
-        held = Tour(options, screen, home.path() + "/data").run();
-    }
-    return held ? 0 : 1;
+    ZLProgram program;
+    program.start();
+    TourScreen screen(program.window(), options.out);
+    return Tour(options, screen, home.path() + "/data").run() ? 0 : 1;
 }

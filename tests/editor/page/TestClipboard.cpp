@@ -10,11 +10,6 @@
 #include <QSignalSpy>
 
 namespace {
-QString block(const QString &name, const QString &content)
-{
-    return u"<!-- wp:%1 -->\n%2\n<!-- /wp:%3 -->"_qs.arg(name, content, name.section(u' ', 0, 0));
-}
-
 void putOnClipboard(const QString &html, const QString &text = {})
 {
     auto *clip = new QMimeData;
@@ -78,7 +73,7 @@ private Q_SLOTS:
 
     void pastesText_data()
     {
-        const TestTable<QString, QString, QString> row({"html", "text", "expected"});
+        const TestTable<QString, QString, QString> row; // html, text, body
         row("text", {}, u"a <b> & c"_qs, u"one a &lt;b&gt; &amp; c two"_qs);
         row("markup", u"<span style='color:red' class=x id=y>a <em>b</em></span>"_qs, {}, u"one a <em>b</em> two"_qs);
         row("picture as data", u"a<img src='data:image/png;base64,AAAA'>b"_qs, {}, u"one ab two"_qs);
@@ -86,9 +81,7 @@ private Q_SLOTS:
 
     void pastesText()
     {
-        QFETCH(QString, html);
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
+        const auto [html, text, expected] = testRow<QString, QString, QString>();
         m_page.load(u"one two"_qs);
         m_page.putCursorBehind(u"one "_qs);
         m_page.type(u" "_qs);
@@ -105,8 +98,8 @@ private Q_SLOTS:
         const QString form = block(u"html"_qs, u"<form><input name=q></form>"_qs);
         const QString first =
             block(u"paragraph {\"align\":\"center\"}"_qs, u"<p class=\"has-text-align-center\">one &amp; a</p>"_qs);
-        const QString last = block(u"paragraph"_qs, u"<p>end</p>"_qs);
-        const TestTable<QString, QString> row({"stored", "moved"});
+        const QString last = paragraph("end");
+        const TestTable<QString, QString> row; // the body, and the part that is moved
         row("picture of a block post", first + u"\n\n"_qs + picture + u"\n\n"_qs + last, picture);
         row("box of a block post", first + u"\n\n"_qs + form + u"\n\n"_qs + last, form);
         row("box of a loose post", u"one\n\n<script>x('&')</script>\n\nend"_qs, u"<script>x('&')</script>"_qs);
@@ -116,8 +109,7 @@ private Q_SLOTS:
 
     void ownCopiesKeepTheirForm()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, moved);
+        const auto [stored, moved] = testRow<QString, QString>();
         m_page.load(stored);
         m_page.evaluate(u"(() => { const shown = [...document.querySelectorAll('#content > *')].slice(-2)[0];"
                         "const r = document.createRange(); r.selectNode(shown); getSelection().removeAllRanges();"

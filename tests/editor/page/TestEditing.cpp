@@ -1,5 +1,4 @@
 #include "PageFixture.h"
-#include "editor/PageColumn.h"
 
 #include <QAction>
 #include <QCoroTask>
@@ -29,6 +28,26 @@ void typeKeys(PageFixture &page, const QString &keys)
             page.type(key);
     }
 }
+
+QString item(const QString &text)
+{
+    return block("list-item", "<li>" + text + "</li>");
+}
+
+QString list(const QString &items)
+{
+    return block("list", "<ul>" + items + "</ul>");
+}
+
+QString orderedList(const QString &items)
+{
+    return block("list {\"ordered\":true}", "<ol>" + items + "</ol>");
+}
+
+QString group(const QString &blocks)
+{
+    return block("group", "<div class=\"g\">" + blocks + "</div>");
+}
 } // namespace
 
 /// Typing, keys and commands, and what they make of the blog's form.
@@ -39,8 +58,7 @@ private Q_SLOTS:
 
     void types_data()
     {
-        // behind: where the cursor is; empty: in the empty editor
-        const TestTable<QString, QString, QString, QString> row({"stored", "behind", "keys", "expected"});
+        const TestTable<QString, QString, QString, QString> row; // stored, behind what, keys, body
         row("new post", "", "", "Hello", "Hello");
         row("new paragraphs", "", "", "One\nTwo & <b>\n\nThree", "One\n\nTwo &amp; &lt;b&gt;\n\nThree");
         row("new line breaks", "", "", "a\vb", "a\nb");
@@ -68,44 +86,23 @@ private Q_SLOTS:
         row("text behind a list", "", "", "A\n*one\n\nz\nend", "A\n\n<ul><li>one</li></ul>\n\nz\n\nend");
         row("out of a list", "<ul><li>a</li></ul>", "a", "\n\nb", "<ul><li>a</li></ul>\n\nb");
 
-        row("split a block", "<!-- wp:paragraph -->\n<p>one two</p>\n<!-- /wp:paragraph -->\n\n<!-- wp:spacer /-->",
-            "one", "\n",
-            "<!-- wp:paragraph -->\n<p>one</p>\n<!-- /wp:paragraph -->\n\n<!-- wp:paragraph -->\n<p>two</p>\n"
-            "<!-- /wp:paragraph -->\n\n<!-- wp:spacer /-->");
-        row("delete a block",
-            "<!-- wp:paragraph -->\n<p>one</p>\n<!-- /wp:paragraph -->\n\n<!-- wp:paragraph -->\n<p>b</p>\n"
-            "<!-- /wp:paragraph -->\n",
-            "b", "\b\b", "<!-- wp:paragraph -->\n<p>one</p>\n<!-- /wp:paragraph -->\n");
-        row("item of a list block",
-            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->",
-            "a", "\nb",
-            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item -->\n\n<!-- wp:list-item -->\n"
-            "<li>b</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->");
+        const QString one = paragraph("one"), two = paragraph("two"), spacer = "\n\n<!-- wp:spacer /-->";
+        row("split a block", paragraph("one two") + spacer, "one", "\n", one + "\n\n" + two + spacer);
+        row("delete a block", one + "\n\n" + paragraph("b") + "\n", "b", "\b\b", one + "\n");
+        row("item of a list block", list(item("a")), "a", "\nb", list(item("a") + "\n\n" + item("b")));
         row("in preformatted text", "<pre>\n\n\ta\n\n\tb</pre>\n\nend", "a", "1", "<pre>\n\n\ta1\n\n\tb</pre>\n\nend");
         row("beside stray end tags", "<p></i>one </b> two</p></div>", "one", "1", "<p></i>one1 </b> two</p></div>");
         row("over a stray end tag", "one</em></b> two", "one", "\x7f\x7f", "one</em></b>wo");
         row("beside marks that nobody sees", u"a\ufeff\u200bb &amp; c"_qs, "c", "1", u"a\ufeff\u200bb &amp; c1"_qs);
-        row("paragraph before one in a group",
-            "<!-- wp:group -->\n<div><!-- wp:paragraph {\"dropCap\":true} -->\n<p>ab</p>\n"
-            "<!-- /wp:paragraph --></div>\n<!-- /wp:group -->",
-            "a", "\n",
-            "<!-- wp:group -->\n<div><!-- wp:paragraph {\"dropCap\":true} -->\n<p>a</p>\n<!-- /wp:paragraph -->\n\n"
-            "<!-- wp:paragraph -->\n<p>b</p>\n<!-- /wp:paragraph --></div>\n<!-- /wp:group -->");
-        row("paragraph in a group",
-            "<!-- wp:group -->\n<div class=\"wp-block-group\"><!-- wp:paragraph -->\n<p>a</p>\n"
-            "<!-- /wp:paragraph --></div>\n<!-- /wp:group -->",
-            "a", "\nb",
-            "<!-- wp:group -->\n<div class=\"wp-block-group\"><!-- wp:paragraph -->\n<p>a</p>\n"
-            "<!-- /wp:paragraph -->\n\n<!-- wp:paragraph -->\n<p>b</p>\n<!-- /wp:paragraph --></div>\n"
-            "<!-- /wp:group -->");
+        const QString dropCap = "paragraph {\"dropCap\":true}";
+        row("paragraph before one in a group", group(block(dropCap, "<p>ab</p>")), "a", "\n",
+            group(block(dropCap, "<p>a</p>") + "\n\n" + paragraph("b")));
+        row("paragraph in a group", group(paragraph("a")), "a", "\nb", group(paragraph("a") + "\n\n" + paragraph("b")));
     }
 
     void types()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, behind);
-        QFETCH(QString, keys);
-        QFETCH(QString, expected);
+        const auto [stored, behind, keys, expected] = testRow<QString, QString, QString, QString>();
         m_page.load(stored);
         if (behind.isEmpty())
             m_page.page.focus();
@@ -169,65 +166,41 @@ private Q_SLOTS:
 
     void commands_data()
     {
-        addColumns<QString, QString, QString>({"stored", "command", "expected"});
-        const auto block = [](const QString &text) {
-            return u"<!-- wp:paragraph -->\n<p>%1</p>\n<!-- /wp:paragraph -->"_qs.arg(text);
-        };
-        const QString plain = u"the word here\n\nrest &copy;"_qs;
-        const auto row = [](const char *name, const QString &stored, const QString &expected) {
-            QTest::newRow(name) << stored << QString::fromLatin1(name).section(u' ', 0, 0) << expected;
-        };
-        row("Bold", plain, u"the <b>word</b> here\n\nrest &copy;"_qs);
-        row("Italic", plain, u"the <i>word</i> here\n\nrest &copy;"_qs);
-        row("Underline", plain, u"the <u>word</u> here\n\nrest &copy;"_qs);
-        row("Strikethrough", plain, u"the <strike>word</strike> here\n\nrest &copy;"_qs);
-        row("InsertUnorderedList", plain, u"<ul><li>the word here</li></ul>\n\nrest &copy;"_qs);
-        row("InsertOrderedList", plain, u"<ol><li>the word here</li></ol>\n\nrest &copy;"_qs);
-        row("Bold of a block", block(u"the word"_qs), block(u"the <b>word</b>"_qs));
-        row("Bold undone", u"a <strong>word</strong> b"_qs, u"a word b"_qs);
-        row("InsertOrderedList of a block", block(u"word"_qs),
-            u"<!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item -->\n<li>word</li>\n"
-            "<!-- /wp:list-item --></ol>\n<!-- /wp:list -->"_qs);
-        row("InsertUnorderedList in a group",
-            u"<!-- wp:group -->\n<div class=\"g\">%1</div>\n<!-- /wp:group -->"_qs.arg(block(u"word"_qs)),
-            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>word</li>\n"
-            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs);
-        row("InsertOrderedList of a list in a group",
-            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>word</li>\n"
-            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs,
-            u"<!-- wp:group -->\n<div class=\"g\"><!-- wp:list {\"ordered\":true} -->\n<ol><!-- wp:list-item "
-            u"-->\n<li>word</li>\n"
-            "<!-- /wp:list-item --></ol>\n<!-- /wp:list --></div>\n<!-- /wp:group -->"_qs);
-        row("InsertUnorderedList undone", u"<ul><li>word</li></ul>"_qs, u"word"_qs);
+        const TestTable<QString, QString> row; // what is stored, and what the command makes of it
+        const QString plain = "the word here\n\nrest &copy;", rest = "\n\nrest &copy;", word = item("word");
+        row("Bold", plain, "the <b>word</b> here" + rest);
+        row("Italic", plain, "the <i>word</i> here" + rest);
+        row("Underline", plain, "the <u>word</u> here" + rest);
+        row("Strikethrough", plain, "the <strike>word</strike> here" + rest);
+        row("InsertUnorderedList", plain, "<ul><li>the word here</li></ul>" + rest);
+        row("InsertOrderedList", plain, "<ol><li>the word here</li></ol>" + rest);
+        row("Bold of a block", paragraph("the word"), paragraph("the <b>word</b>"));
+        row("Bold undone", "a <strong>word</strong> b", "a word b");
+        row("InsertOrderedList of a block", paragraph("word"), orderedList(word));
+        row("InsertUnorderedList in a group", group(paragraph("word")), group(list(word)));
+        row("InsertOrderedList of a list in a group", group(list(word)), group(orderedList(word)));
+        row("InsertUnorderedList undone", "<ul><li>word</li></ul>", "word");
     }
 
     void commands()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, command);
-        QFETCH(QString, expected);
+        const auto [stored, expected] = testRow<QString, QString>();
         m_page.load(stored);
-        m_page.select(u"word"_qs);
-        m_page.page.execCommand(command);
+        m_page.select("word");
+        m_page.page.execCommand(QString(QTest::currentDataTag()).section(' ', 0, 0));
         QCOMPARE(m_page.body(), expected);
     }
 
     void tabChangesTheLevelInAList_data()
     {
-        const TestTable<QString, QString> row({"stored", "in"});
+        const TestTable<QString, QString> row; // out and in
         row("loose", "<ul><li>a</li><li>b</li><li>c</li></ul>", "<ul><li>a<ul><li>b</li></ul></li><li>c</li></ul>");
-        row("block",
-            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a</li>\n<!-- /wp:list-item -->\n\n"
-            "<!-- wp:list-item -->\n<li>b</li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->",
-            "<!-- wp:list -->\n<ul><!-- wp:list-item -->\n<li>a<!-- wp:list -->\n<ul><!-- wp:list-item "
-            "-->\n<li>b</li>\n"
-            "<!-- /wp:list-item --></ul>\n<!-- /wp:list --></li>\n<!-- /wp:list-item --></ul>\n<!-- /wp:list -->");
+        row("block", list(item("a") + "\n\n" + item("b")), list(item("a" + list(item("b")))));
     }
 
     void tabChangesTheLevelInAList()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, in);
+        const auto [stored, in] = testRow<QString, QString>();
         m_page.load(stored);
         m_page.putCursorBehind(u"b"_qs);
         m_page.press(Qt::Key_Tab);
@@ -325,7 +298,7 @@ private Q_SLOTS:
         const QString nastyAttribute =
             u"it's &quot;x&quot;><img src=x onerror=window.hits++> &amp; ');window.hits++;//"_qs;
         const QString nastyText = u"it's \"x\"&gt;&lt;img src=x onerror=window.hits++&gt; &amp; ');window.hits++;//"_qs;
-        const TestTable<QString, ImageInfo, QString> row({"stored", "image", "expected"});
+        const TestTable<QString, ImageInfo, QString> row; // stored, picture, body
         row("plain", "one\n\ntwo", {picture, picture, "alt", {}, {}, {}},
             "one\n\n<a href=\"http://x.example/a%27b.png\" target=\"_blank\"><img src=\"http://x.example/a%27b.png\" "
             "alt=\"alt\" class=\"aligncenter full\" /></a>\n\ntwo");
@@ -336,19 +309,16 @@ private Q_SLOTS:
             u"one\n\n<figure class=\"wp-caption aligncenter\"><img src=\"http://x.example/a%27b.png\" "
             "alt=\"%1\" title=\"%1\" /><figcaption class=\"wp-caption-text\">%2</figcaption></figure>"_qs.arg(
                 nastyAttribute, nastyText));
-        row("block", "<!-- wp:paragraph -->\n<p>one</p>\n<!-- /wp:paragraph -->",
-            {picture, {}, {}, "A 'caption'", {}, {}},
-            "<!-- wp:paragraph -->\n<p>one</p>\n<!-- /wp:paragraph -->\n\n"
-            "<!-- wp:image {\"align\":\"center\"} -->\n<figure class=\"wp-block-image aligncenter\">"
-            "<img src=\"http://x.example/a%27b.png\" alt=\"\" />"
-            "<figcaption class=\"wp-element-caption\">A 'caption'</figcaption></figure>\n<!-- /wp:image -->");
+        row("block", paragraph("one"), {picture, {}, {}, "A 'caption'", {}, {}},
+            paragraph("one") + "\n\n"
+                + block("image {\"align\":\"center\"}",
+                    "<figure class=\"wp-block-image aligncenter\"><img src=\"http://x.example/a%27b.png\" alt=\"\" />"
+                    "<figcaption class=\"wp-element-caption\">A 'caption'</figcaption></figure>"));
     }
 
     void addsImages()
     {
-        QFETCH(QString, stored);
-        QFETCH(ImageInfo, image);
-        QFETCH(QString, expected);
+        const auto [stored, image, expected] = testRow<QString, ImageInfo, QString>();
         m_page.evaluate(u"window.hits = 0"_qs);
         m_page.load(stored);
         m_page.putCursorBehind(u"one"_qs);
@@ -376,20 +346,8 @@ private Q_SLOTS:
         QVERIFY(style.bold && style.italic && !style.link && !style.underline);
         m_page.putCursorBehind(u"lin"_qs);
         QTRY_VERIFY(text.isEmpty() && style.link && !style.bold && !style.underline);
-    }
-
-    void reportsStyleAtTheCursor()
-    {
-        m_page.load(u"word"_qs);
-        m_page.putCursorBehind(u"word"_qs);
-        bool bold = false;
-        QObject context;
-        connect(&m_page.page, &ComposePage::selectionChanged, &context,
-            [&bold](const QString &, const SelectionStyle &style) { bold = style.bold; });
         m_page.page.execCommand(u"Bold"_qs);
-        QTRY_VERIFY(bold);
-        m_page.type(u"x"_qs);
-        QCOMPARE(m_page.body(), u"word<b>x</b>"_qs);
+        QTRY_VERIFY(style.bold); // of what is typed next
     }
 
     void showsTheLevelOfTheHeadingAtTheCursor()
@@ -434,17 +392,15 @@ private Q_SLOTS:
 
     void typesBehindABox_data()
     {
-        const TestTable<QString, QString> row({"stored", "expected"});
+        const TestTable<QString, QString> row;
         row("alone", "<script>x</script>", "<script>x</script>\n\ntext");
         row("in a paragraph", "<p>a <input name=q></p>", "<p>a <input name=q>text</p>");
-        row("block", "<!-- wp:latest-posts /-->",
-            "<!-- wp:latest-posts /-->\n\n<!-- wp:paragraph -->\n<p>text</p>\n<!-- /wp:paragraph -->");
+        row("block", "<!-- wp:latest-posts /-->", "<!-- wp:latest-posts /-->\n\n" + paragraph("text"));
     }
 
     void typesBehindABox()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, expected);
+        const auto [stored, expected] = testRow<QString, QString>();
         m_page.load(stored);
         m_page.page.focus();
         m_page.body();
@@ -474,26 +430,6 @@ private Q_SLOTS:
         m_page.typeOn(u"one, two"_qs); // faster than the page
         QTRY_COMPARE(tokens.text(), u"one, two"_qs);
         QCOMPARE(m_page.body(), u"word1"_qs);
-    }
-
-    void textIsWhereTheTitleExpectsIt_data()
-    {
-        const TestTable<int, QString> row({"width", "stored"});
-        row("narrow", 514, u"word"_qs);
-        row("wide", 1500, u"word"_qs);
-        row("with a scroll bar", 900, u"<p>word</p>"_qs.repeated(200));
-    }
-
-    void textIsWhereTheTitleExpectsIt()
-    {
-        QFETCH(int, width);
-        QFETCH(QString, stored);
-        m_page.load(stored);
-        const QSize before = m_page.view->size();
-        m_page.view->resize(width, 700);
-        const QString left = u"Math.round(document.querySelector('#content > p').getBoundingClientRect().left)"_qs;
-        QTRY_COMPARE(m_page.evaluate(left).toInt(), PageColumn::margin(width));
-        m_page.view->resize(before);
     }
 
 private:

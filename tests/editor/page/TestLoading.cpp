@@ -32,22 +32,20 @@ private Q_SLOTS:
 
     void whatTheBlogChangedComesAround_data()
     {
-        const TestTable<QString, QString> row({"stored", "now"});
+        const TestTable<QString, QString> row; // before and after
         row("changed before", "<p>one</p>\n\n<p>the place</p>", "<p>one more</p>\n\n<p>the place</p>");
         row("changed behind", "the place\n\ntwo\n\nthree", "the place\n\n2\n\nthree &copy;");
         row("added", "<h2>a</h2>\n\nthe place\n\nend", "new\n\n<h2>a</h2>\n\nnew\n\nthe place\n\nnew\n\nend\n");
         row("taken away", "a\n\nb\n\nthe place\n\n<script>x</script>\n\nc", "b\n\nthe place");
         row("changed there", "the place\n\ntwo", "the place &copy;\n\ntwo");
         row("nothing as before", "<p>the place</p>", "<p>the place <b>of all</b></p>");
-        row("block", "<!-- wp:paragraph -->\n<p>the place</p>\n<!-- /wp:paragraph -->\n\n<!-- wp:spacer /-->",
-            "<!-- wp:paragraph -->\n<p>the place</p>\n<!-- /wp:paragraph -->\n\n<!-- wp:paragraph -->\n<p>b</p>\n"
-            "<!-- /wp:paragraph -->");
+        row("block", paragraph("the place") + "\n\n<!-- wp:spacer /-->",
+            paragraph("the place") + "\n\n" + paragraph("b"));
     }
 
     void whatTheBlogChangedComesAround()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, now);
+        const auto [stored, now] = testRow<QString, QString>();
         m_page.load(stored);
         m_page.putCursorBehind(u"the place"_qs);
         m_page.loadAgain(now);
@@ -58,9 +56,9 @@ private Q_SLOTS:
 
     void hugeBodiesShow_data()
     {
-        addColumns<QString>({"stored"});
-        const auto row = [](const char *name, const QString &unit, int count, const QString &end = {}) {
-            QTest::newRow(name) << u"<p>first</p>\n"_qs + unit.repeated(count) + end;
+        const TestTable<QString> table({"stored"});
+        const auto row = [&table](const char *name, const QString &unit, int count, const QString &end = {}) {
+            table(name, u"<p>first</p>\n"_qs + unit.repeated(count) + end);
         };
         row("blanks", u" "_qs, 1'000'000, u"end"_qs);
         row("tabs", u"\t"_qs, 1'000'000, u"end"_qs);
