@@ -51,6 +51,11 @@ void ZLAppDelegate::applicationDidFinishLaunching()
         launch(*this);
 }
 
+void ZLAppDelegate::goOnline()
+{
+    ::goOnline(*this);
+}
+
 void ZLAppDelegate::applicationDidResignActive()
 {
     documentController().saveAll();

@@ -30,6 +30,7 @@ void AppFixture::launch()
         ZLPlatform{files, *defaults, *keychain, reachability, notifications, workspace, clock, network});
     m_app->setWindows({&compose, &list, &prompts, &selector, [this] { ++timesInFront; }});
     m_app->applicationDidFinishLaunching();
+    m_app->goOnline();
 }
 
 void AppFixture::launchWithBlog(const QString &password)

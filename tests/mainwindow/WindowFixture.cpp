@@ -40,6 +40,7 @@ void WindowFixture::launch()
     window = std::make_unique<ZLMainWindow>(*app);
     app->setWindows(window->windows());
     app->applicationDidFinishLaunching();
+    app->goOnline();
 }
 
 void WindowFixture::show()
