@@ -7,6 +7,7 @@
 #include "bench.h"
 
 #include "compose/ComposePage.h"
+#include "mainwindow/ComposeArea.h"
 #include "mainwindow/ZLMainWindow.h"
 #include "mainwindow/ZLProgram.h"
 #include "support/ServedBlog.h"
@@ -164,6 +165,7 @@ public:
             u"the posts"_qs, [this] { return screen.rowTitles().size() >= 100; }, patienceMs);
         rest();
     }
+    ZLMainWindowCreateViewController &controller() { return m_program.window().composeArea().controller(); }
     void rest()
     {
         screen.waitFor(
@@ -205,7 +207,12 @@ int open()
     for (int n = 0; n <= openings; ++n) {
         const QString mark = n % 2 ? u"First"_qs : u"Second"_qs;
         const bench::Clock::time_point start = bench::Clock::now();
+        // Asked earlier, the page would report the post before.
+        QEventLoop loaded;
+        QObject::connect(
+            &program.controller(), &ZLMainWindowCreateViewController::didLoadedPost, &loaded, &QEventLoop::quit);
         program.screen.clickRow(mark + u" long post"_qs);
+        loaded.exec();
         for (bool isThere = false; !isThere;) {
             QEventLoop answered;
             page->getBodyContent().then([&](const std::optional<QString> &content) {

@@ -64,6 +64,7 @@ int prepare(const QString &posts)
     account->blog_name = "blog";
     account->url = "http://127.0.0.1:1"; // nobody answers there
     account->preferences = std::make_shared<AccountPreferences>();
+    (*context)->insertSelectedAccount()->account = account; // as in every program that has one
     return (*context)->save() ? 0 : 1;
 }
 

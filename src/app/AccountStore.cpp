@@ -5,17 +5,24 @@ AccountStore::AccountStore(AppEnvironment &environment)
 {
 }
 
-ZLManagedObjectContext *AccountStore::managedObjectContext()
+std::optional<ZLError> AccountStore::open()
 {
     if (m_context)
-        return m_context.get();
+        return std::nullopt;
     auto opened = ZLManagedObjectContext::open(m_environment.platform.files.applicationFilesDirectory());
-    if (opened) {
-        m_context = std::move(*opened);
+    if (!opened)
+        return opened.error();
+    m_context = std::move(*opened);
+    return std::nullopt;
+}
+
+ZLManagedObjectContext *AccountStore::managedObjectContext()
+{
+    const std::optional<ZLError> error = open();
+    if (!error)
         return m_context.get();
-    }
     Prompts &prompts = *m_environment.windows.prompts;
-    prompts.alertWithError(opened.error());
+    prompts.alertWithError(*error);
     prompts.alert(u"Failed to initialize the store"_qs, u"There was an error building up the data file."_qs);
     return nullptr;
 }

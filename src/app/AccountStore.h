@@ -7,6 +7,8 @@ class AccountStore {
 public:
     explicit AccountStore(AppEnvironment &environment);
 
+    /// Opens the store unless it is open, and tells nobody; nothing when that went well.
+    std::optional<ZLError> open();
     /// Null when the store cannot be opened; each use tries again, and says so again.
     ZLManagedObjectContext *managedObjectContext();
     /// The context if it was made, without making it.

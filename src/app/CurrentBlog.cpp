@@ -31,11 +31,24 @@ void CurrentBlog::readAccounts()
     m_state.accounts = m_store.accounts();
 }
 
+AccountPtr CurrentBlog::recordedAccount() const
+{
+    const ZLManagedObjectContext *context = m_store.openContext();
+    const QList<SelectedAccountPtr> selected = context ? context->selectedAccounts() : QList<SelectedAccountPtr>();
+    return selected.isEmpty() ? AccountPtr() : selected.first()->account;
+}
+
+void CurrentBlog::readPostsAhead()
+{
+    if (m_store.open())
+        return;
+    if (const AccountPtr account = recordedAccount())
+        m_posts.readAhead(account->alias());
+}
+
 void CurrentBlog::takeRecordedAccount()
 {
-    ZLManagedObjectContext *context = m_store.managedObjectContext();
-    const QList<SelectedAccountPtr> selected = context ? context->selectedAccounts() : QList<SelectedAccountPtr>();
-    const AccountPtr recorded = selected.isEmpty() ? AccountPtr() : selected.first()->account;
+    const AccountPtr recorded = recordedAccount();
     take(recorded ? recorded : m_state.accounts.first());
     if (!recorded)
         setSelectedAccount(m_state.selectedAccount);

@@ -21,6 +21,9 @@ public:
     QList<AccountPtr> accountsCanReceivePostCopy() const;
 
     void readAccounts(); ///< from the store
+    /// Before the launch: has the posts of the blog that will be current read while the windows are made. A store that
+    /// cannot be opened is the launch's to tell.
+    void readPostsAhead();
     /// At launch: the account that was selected last, or the first.
     void takeRecordedAccount();
     /// Makes the account current in memory: its alias. Nothing else follows.
@@ -40,6 +43,7 @@ Q_SIGNALS:
     void wantsBlog(); ///< none is left
 
 private:
+    AccountPtr recordedAccount() const;
     void leavePostOfEarlierBlog();
     void beWithoutBlog();
 

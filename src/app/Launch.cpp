@@ -97,6 +97,10 @@ void launch(ZLAppDelegate &app)
         completeAccounts(accounts, app.store());
         showCurrentBlog(app);
     }
-    app.rounds().testInternetConnection(); // which may load a plug-in, so the rows come first
+}
+
+void goOnline(ZLAppDelegate &app)
+{
+    app.rounds().testInternetConnection();
     loadPasswords(app);
 }

@@ -22,15 +22,31 @@ void LocalPosts::moveToTop(const LocalPostPtr &row, const QUrl &previousLocalURL
     m_posts.prepend(row);
 }
 
+void LocalPosts::readAhead(const QString &blogName)
+{
+    m_blogAhead = blogName;
+    m_ahead = std::async(std::launch::async, [this, blogName, now = m_environment.platform.clock.now()] {
+        return m_catalogue.postsFromLocalFiles(blogName, now);
+    });
+}
+
+QList<LocalPostPtr> LocalPosts::readPosts()
+{
+    const QList<LocalPostPtr> ahead = m_ahead.valid() ? m_ahead.get() : QList<LocalPostPtr>();
+    if (const QString blog = std::exchange(m_blogAhead, {}); !blog.isEmpty() && blog == m_state.blogName)
+        return ahead;
+    return m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
+}
+
 void LocalPosts::loadLocalPosts()
 {
-    m_posts = m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
+    m_posts = readPosts();
     Q_EMIT m_environment.notifications.didUpdatePosts();
 }
 
 void LocalPosts::reloadPostsListAfterSync()
 {
-    m_posts = m_catalogue.postsFromLocalFiles(m_state.blogName, m_environment.platform.clock.now());
+    m_posts = readPosts();
     m_environment.windows.postList->updatePostsAndSelectPreviousPost();
     m_environment.windows.compose->reloadCurrentPostAfterSyncingEngine(SyncEngine::WordPress);
 }

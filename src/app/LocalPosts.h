@@ -3,6 +3,8 @@
 #include "app/AppEnvironment.h"
 #include "model/ZLPostCatalogue.h"
 
+#include <future>
+
 /// The list of the current blog's posts, newest first. It is never merged: it is always rebuilt from the files, and
 /// whoever changes files asks for a rebuild.
 class LocalPosts {
@@ -16,6 +18,8 @@ public:
     /// Puts the row on top. A rebuild may have put another row for `previousLocalURL` in its place; that one goes.
     void moveToTop(const LocalPostPtr &row, const QUrl &previousLocalURL);
 
+    /// Has the posts of this blog read on a thread, for the list that is loaded next.
+    void readAhead(const QString &blogName);
     void loadLocalPosts();
     /// The list and the post on the screen.
     void reloadPostsListAfterSync();
@@ -31,9 +35,12 @@ public:
 
 private:
     PostPtr makeNewPost() const;
+    QList<LocalPostPtr> readPosts();
 
     AppEnvironment &m_environment;
     CurrentBlogState &m_state;
     ZLPostCatalogue m_catalogue;
     QList<LocalPostPtr> m_posts;
+    QString m_blogAhead;
+    std::future<QList<LocalPostPtr>> m_ahead; ///< uses the catalogue, so it ends first
 };

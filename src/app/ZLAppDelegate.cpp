@@ -53,6 +53,11 @@ void ZLAppDelegate::applicationDidFinishLaunching()
         launch(*this);
 }
 
+void ZLAppDelegate::goOnline()
+{
+    ::goOnline(*this);
+}
+
 void ZLAppDelegate::applicationDidResignActive()
 {
     documentController().saveAll();

@@ -18,6 +18,7 @@ public:
     void setWindows(const ZLWindows &windows);
 
     void applicationDidFinishLaunching();
+    void goOnline(); ///< once, behind the launch
     /// Another program is in front now: what is open is saved.
     void applicationDidResignActive();
     /// Saves the open posts and the store. False: the user chose to stay.

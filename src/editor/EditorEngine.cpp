@@ -4,6 +4,11 @@
 
 #include <QPluginLoader>
 
+std::future<void> EditorEngine::loadAhead()
+{
+    return std::async(std::launch::async, [] { QPluginLoader(QStringLiteral(ZALMO_ENGINE_MODULE)).load(); });
+}
+
 EditorEngine *EditorEngine::load()
 {
     QPluginLoader module(QStringLiteral(ZALMO_ENGINE_MODULE));

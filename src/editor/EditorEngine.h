@@ -3,6 +3,7 @@
 #include "editor/EditorView.h"
 
 #include <QtPlugin>
+#include <future>
 
 class ZLEditorPage;
 
@@ -14,6 +15,8 @@ public:
     /// `page` outlives the view. Pictures below `cacheFolder` can be shown.
     virtual EditorView *makeView(ZLEditorPage &page, const QString &cacheFolder) = 0;
 
+    /// Has the module loaded on a thread, so that load() need not wait for all of it.
+    static std::future<void> loadAhead();
     /// Loads the module; null, with a line in the log, when it is not there or does not fit.
     static EditorEngine *load();
 };

@@ -20,8 +20,6 @@ void EditorSchemeHandler::requestStarted(QWebEngineUrlRequestJob *job)
         return job->fail(QWebEngineUrlRequestJob::RequestDenied);
     if (url == EditorScheme::pageUrl())
         return serve(job, QStringLiteral(":/editor/index.html"), "text/html; charset=utf-8");
-    if (url == EditorScheme::pageUrl().resolved(QUrl(QStringLiteral("qwebchannel.js"))))
-        return serve(job, QStringLiteral(":/qtwebchannel/qwebchannel.js"), "text/javascript; charset=utf-8");
     if (url.host() == u"media") {
         const QString file = m_media.fileForAddress(url);
         if (!file.isEmpty())

@@ -31,6 +31,12 @@ QWidget *ComposeArea::view() const
     return m_widget;
 }
 
+void ComposeArea::loadEngine()
+{
+    if (!m_engine.valid())
+        m_engine = EditorEngine::loadAhead();
+}
+
 void ComposeArea::makeWebView()
 {
     if (webView())

@@ -5,6 +5,8 @@
 #include "editor/ZLEditorPage.h"
 #include "mainwindow/ZLPostListViewControllerDelegate.h"
 
+#include <future>
+
 class ZLAppDelegate;
 class ZLComposeWidget;
 class ZLSheetHost;
@@ -18,6 +20,8 @@ public:
 
     QWidget *view() const;
     ZLMainWindowCreateViewController &controller() { return m_controller; }
+    /// Has the web engine's module loaded while something else goes on. A second call does nothing.
+    void loadEngine();
     /// Starts the web engine. A second call does nothing.
     void makeWebView();
     /// Null before makeWebView().
@@ -39,4 +43,5 @@ private:
     ZLEditorPage m_page;
     ZLComposeWidget *m_widget; ///< the window's
     ZLMainWindowCreateViewController m_controller;
+    std::future<void> m_engine; ///< being loaded
 };

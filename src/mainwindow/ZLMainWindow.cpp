@@ -167,6 +167,7 @@ void ZLMainWindow::connectViews()
     connect(&m_app.notifications(), &ZLNotifications::didUpdatePosts, this, [this] {
         updateButtons();
         m_hasNewRows = true;
+        m_compose->loadEngine(); // while they are painted
     });
     connect(m_leaveFullScreen, &QShortcut::activated, this, &ZLMainWindow::toggleFullScreen);
     m_leaveFullScreen->setEnabled(false);

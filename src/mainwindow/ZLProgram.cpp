@@ -14,6 +14,8 @@
 namespace {
 /// A window that starts minimised is not painted for now; the launch must not wait for that.
 constexpr int longestWaitForPaintMs = 1000;
+/// In which they are painted, and the web engine begins.
+constexpr int timeForRowsMs = 100;
 /// A page that hangs must not keep the program open.
 constexpr int longestWaitForPageMs = 2000;
 
@@ -44,11 +46,14 @@ ZLProgram::ZLProgram()
     : m_fonts(std::async(std::launch::async, [] { QFontDatabase::families(); }))
     , m_files(ZLFileManager::forUser())
     , m_instance(m_files.applicationSupportDirectory())
+    , m_isFirst(m_instance.acquire())
     , m_defaults(m_files.applicationSupportDirectory() + u"/preferences.ini"_qs)
     , m_keychain(makeSystemKeychain())
     , m_controller(platform())
-    , m_window(std::make_unique<ZLMainWindow>(m_controller))
 {
+    if (m_isFirst)
+        m_controller.currentBlog().readPostsAhead();
+    m_window = std::make_unique<ZLMainWindow>(m_controller);
     connect(&m_colorScheme, &DesktopColorScheme::didChange, this,
         [](DesktopColorScheme::Preference preference) { ZLTheme::apply(*qApp, schemeFor(preference)); });
     connect(
@@ -71,7 +76,7 @@ ZLPlatform ZLProgram::platform()
 
 bool ZLProgram::start()
 {
-    if (!m_instance.acquire())
+    if (!m_isFirst)
         return false;
     m_window->winId(); // makes the handle, which hears of the first exposure
     m_window->windowHandle()->installEventFilter(this);
@@ -98,6 +103,7 @@ void ZLProgram::launchOnce()
     if (std::exchange(m_isLaunched, true))
         return;
     m_controller.applicationDidFinishLaunching();
+    QTimer::singleShot(timeForRowsMs, &m_controller, &ZLAppDelegate::goOnline);
     if (m_controller.currentBlog().accounts().isEmpty())
         m_controller.connection().newAccount();
 }

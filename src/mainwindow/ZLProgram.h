@@ -42,6 +42,7 @@ private:
     std::future<void> m_fonts; ///< being looked up while the rest is made
     ZLFileManager m_files;
     SingleInstance m_instance;
+    bool m_isFirst; ///< of this user's programs
     ZLDefaults m_defaults;
     ZLKeychain m_keychain;
     NetworkAccess m_network;

@@ -31,6 +31,7 @@ public:
             ZLPlatform{files, *defaults, *keychain, reachability, notifications, workspace, clock, network});
         m_app->setWindows({&compose, &list, &prompts, &selector, [this] { ++timesInFront; }});
         m_app->applicationDidFinishLaunching();
+        m_app->goOnline();
     }
     /// Launches with one account, "Blog", of the blog.
     void launchWithBlog(const QString &password = "secret")

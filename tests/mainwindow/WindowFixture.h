@@ -62,6 +62,7 @@ public:
         window = std::make_unique<ZLMainWindow>(*app);
         app->setWindows(window->windows());
         app->applicationDidFinishLaunching();
+        app->goOnline();
     }
     /// Launches, and waits until the window has the focus.
     void show()
