@@ -1,33 +1,6 @@
 #include "model/PostFileDate.h"
 
-#include <QTimeZone>
-
-namespace {
-constexpr QStringView form = u"0000-00-00 00:00:00 +0000";
-
-bool hasForm(QStringView text)
-{
-    if (text.size() != form.size())
-        return false;
-    for (qsizetype at = 0; at < form.size(); ++at) {
-        const QChar wanted = form[at];
-        const QChar found = text[at];
-        const bool isDigit = found >= u'0' && found <= u'9';
-        const bool isSign = wanted == u'+' && found == u'-';
-        if (wanted == u'0' ? !isDigit : found != wanted && !isSign)
-            return false;
-    }
-    return true;
-}
-
-int number(QStringView text, qsizetype from, qsizetype length)
-{
-    int value = 0;
-    for (const QChar digit : text.mid(from, length))
-        value = value * 10 + digit.digitValue();
-    return value;
-}
-} // namespace
+#include "text/DigitForm.h"
 
 QString PostFileDate::description(const QDateTime &date)
 {
@@ -38,12 +11,15 @@ QString PostFileDate::description(const QDateTime &date)
 
 QDateTime PostFileDate::dateWithString(QStringView text)
 {
-    if (!hasForm(text))
+    const std::u16string_view units(text.utf16(), size_t(text.size()));
+    const bool isWest = DigitForm::fits(units, "0000-00-00 00:00:00 -0000");
+    if (!isWest && !DigitForm::fits(units, "0000-00-00 00:00:00 +0000"))
         return {};
-    const QDate day(number(text, 0, 4), number(text, 5, 2), number(text, 8, 2));
-    const QTime time(number(text, 11, 2), number(text, 14, 2), number(text, 17, 2));
+    const auto pair = [units](size_t at) { return DigitForm::number(units, at, 2); };
+    const QDate day(DigitForm::number(units, 0, 4), pair(5), pair(8));
+    const QTime time(pair(11), pair(14), pair(17));
     if (!day.isValid() || !time.isValid())
         return {};
-    const int offset = (number(text, 21, 2) * 60 + number(text, 23, 2)) * 60;
-    return QDateTime(day, time, Qt::UTC).addSecs(text[20] == u'-' ? offset : -offset);
+    const int offset = (pair(21) * 60 + pair(23)) * 60;
+    return QDateTime(day, time, Qt::UTC).addSecs(isWest ? offset : -offset);
 }

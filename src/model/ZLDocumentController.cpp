@@ -45,11 +45,11 @@ void ZLDocumentController::watch(const DocumentPtr &document)
     m_documents.removeIf([](const std::weak_ptr<ZLDocument> &candidate) { return candidate.expired(); });
     const std::weak_ptr<ZLDocument> weak = document;
     m_documents.append(weak);
-    connect(document.get(), &ZLDocument::didChange, this, [this, weak] {
-        const DocumentPtr changed = weak.lock();
-        if (changed && !m_unsaved.contains(changed))
-            m_unsaved.append(changed);
-    });
+    const auto hold = [this](const DocumentPtr &unsaved) {
+        if (unsaved && !m_unsaved.contains(unsaved))
+            m_unsaved.append(unsaved);
+    };
+    connect(document.get(), &ZLDocument::didChange, this, [hold, weak] { hold(weak.lock()); });
     connect(document.get(), &ZLDocument::didSave, this, [this, weak] {
         const DocumentPtr saved = weak.lock();
         // Let go later: this may be the last that holds the document, which is in the midst of saving.
@@ -57,13 +57,10 @@ void ZLDocumentController::watch(const DocumentPtr &document)
             QMetaObject::invokeMethod(
                 this, [saved] {}, Qt::QueuedConnection);
     });
-    connect(document.get(), &ZLDocument::didFailToSave, this, [this, weak](const ZLError &error) {
-        const DocumentPtr unsaved = weak.lock();
-        if (!unsaved)
-            return;
-        if (!m_unsaved.contains(unsaved))
-            m_unsaved.append(unsaved);
-        Q_EMIT didFailToSave(unsaved, error);
+    connect(document.get(), &ZLDocument::didFailToSave, this, [this, hold, weak](const ZLError &error) {
+        hold(weak.lock());
+        if (const DocumentPtr unsaved = weak.lock())
+            Q_EMIT didFailToSave(unsaved, error);
     });
 }
 

@@ -1,5 +1,7 @@
 #include "xmlrpc/ReplyScalars.h"
 
+#include "text/DigitForm.h"
+
 #include <QDate>
 #include <QTime>
 #include <charconv>
@@ -13,26 +15,6 @@ bool isSpace(char c)
 bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-// Whether `text` has digits where `pattern` has "0" and is equal elsewhere.
-bool fits(std::string_view text, std::string_view pattern)
-{
-    if (text.size() != pattern.size())
-        return false;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (pattern[i] == '0' ? !isDigit(text[i]) : text[i] != pattern[i])
-            return false;
-    }
-    return true;
-}
-
-int digits(std::string_view text)
-{
-    int number = 0;
-    for (const char digit : text)
-        number = number * 10 + (digit - '0');
-    return number;
 }
 } // namespace
 
@@ -80,13 +62,13 @@ QDateTime ReplyScalars::date(std::string_view text)
 {
     if (!text.empty() && text.back() == 'Z')
         text.remove_suffix(1);
-    const bool isExtended = fits(text, "0000-00-00T00:00:00");
-    if (!isExtended && !fits(text, "00000000T00:00:00"))
+    const bool isExtended = DigitForm::fits(text, "0000-00-00T00:00:00");
+    if (!isExtended && !DigitForm::fits(text, "00000000T00:00:00"))
         return {};
     const size_t dash = isExtended ? 1 : 0;
-    const auto pair = [text](size_t at) { return digits(text.substr(at, 2)); };
+    const auto pair = [text](size_t at) { return DigitForm::number(text, at, 2); };
     const size_t time = 9 + 2 * dash;
-    const QDate date(digits(text.substr(0, 4)), pair(4 + dash), pair(6 + 2 * dash));
+    const QDate date(DigitForm::number(text, 0, 4), pair(4 + dash), pair(6 + 2 * dash));
     const QTime moment(pair(time), pair(time + 3), pair(time + 6));
     return date.isValid() && moment.isValid() ? QDateTime(date, moment, Qt::UTC) : QDateTime();
 }
