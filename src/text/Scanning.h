@@ -51,7 +51,7 @@ inline bool matches(QStringView text, qsizetype at, std::u16string_view word)
 /// Where the first of the characters stands at or after `from`, or the size of the text. The next one is mostly near,
 /// so what counts is to begin at once: that is what this does better than the string's own search.
 template <class... Chars>
-qsizetype indexOfAny(QStringView text, qsizetype from, Chars... wanted)
+inline qsizetype indexOfAny(QStringView text, qsizetype from, Chars... wanted)
 {
     const char16_t *p = text.utf16();
     const qsizetype size = text.size();
