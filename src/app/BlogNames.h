@@ -11,7 +11,7 @@ QString oneLine(const QString &name);
 /// A free name for the account: `wanted`, or with the blog's host behind it where another account files its posts under
 /// `wanted` already; cut to what a folder can be called.
 QString freeName(const QString &wanted, const AccountPtr &account, const QList<AccountPtr> &accounts);
-/// Gives the later ones of accounts that share a name one of their own, and names that no folder can have a shorter one.
-/// Answers whether any was changed.
+/// Gives the later ones of accounts that share a name one of their own, and names that no folder can have a shorter
+/// one. Answers whether any was changed.
 bool separate(const QList<AccountPtr> &accounts);
 } // namespace BlogNames

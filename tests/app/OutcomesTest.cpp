@@ -46,7 +46,7 @@ private Q_SLOTS:
         post->status = status;
         post->type = isPage ? ZLWordpressPost::Page : ZLWordpressPost::Post;
         post->createdAt = f.clock.present.addDays(daysAhead);
-        f.send(post, kind);
+        f.send(post, Upload::Kind(kind));
 
         const QString id = f.blog.posts.firstKey();
         QCOMPARE(f.blog.posts[id].content, "<p>other text</p>");
@@ -94,7 +94,7 @@ private Q_SLOTS:
         f.clock.present = f.clock.present.addDays(1); // where it counts, the blog's time does
         post->content = "<p>sent</p>";
         post->localPost.reset(); // the list shows another row by now
-        f.send(post, kind);
+        f.send(post, Upload::Kind(kind));
 
         if (isEditedHere) {
             const DocumentPtr document = *ZLDocument::open(post->localFile);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         post->id = f.other.addPost("Stranger", "<p>theirs</p>").id;
         if (kind == update)
             f.blog.posts[post->id].id = post->id;
-        f.sendLate(post, late, kind);
+        f.sendLate(post, late, Upload::Kind(kind));
         f.other.calls.clear();
         f.current().selectAccount(f.accounts().at(1));
         f.network.release();

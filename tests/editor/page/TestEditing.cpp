@@ -1,4 +1,5 @@
 #include "PageFixture.h"
+#include "editor/PageColumn.h"
 
 #include <QAction>
 #include <QCoroTask>
