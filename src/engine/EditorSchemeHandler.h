@@ -12,6 +12,7 @@ public:
     void requestStarted(QWebEngineUrlRequestJob *job) override;
 
 private:
+    static void servePage(QWebEngineUrlRequestJob *job);
     void serve(QWebEngineUrlRequestJob *job, const QString &path, const QByteArray &type);
     const LocalMedia &m_media;
 };

@@ -12,7 +12,6 @@
 #include <QChildEvent>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
-#include <QFile>
 #include <QImage>
 #include <QMenu>
 #include <QMimeData>
@@ -22,7 +21,6 @@
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
 #include <algorithm>
 #include <array>
@@ -47,18 +45,6 @@ void configure(QWebEngineSettings &settings)
     settings.setAttribute(QWebEngineSettings::NavigateOnDropEnabled, false);
     settings.setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
     settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, false);
-}
-
-/// The channel's own script, which comes with Qt. It is in the page before the page's own runs.
-QWebEngineScript channelScript()
-{
-    QFile file(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
-    QWebEngineScript script;
-    if (file.open(QIODevice::ReadOnly))
-        script.setSourceCode(QString::fromUtf8(file.readAll()));
-    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    script.setWorldId(QWebEngineScript::MainWorld);
-    return script;
 }
 
 bool isPicture(const QUrl &file)
@@ -89,7 +75,6 @@ ZLEditorWebView::ZLEditorWebView(ZLEditorPage &page, const QString &cacheFolder,
     configure(*m_enginePage->settings());
     m_channel->registerObject(QStringLiteral("Bridge"), &page.bridge());
     m_channel->registerObject(QStringLiteral("Calls"), &page.calls());
-    m_enginePage->scripts().insert(channelScript());
     m_enginePage->setWebChannel(m_channel.get(), QWebEngineScript::MainWorld);
     connect(
         m_enginePage.get(), &QWebEnginePage::renderProcessTerminated, this, &ZLEditorWebView::renderProcessTerminated);

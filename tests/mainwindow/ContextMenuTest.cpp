@@ -44,7 +44,7 @@ private Q_SLOTS:
         post->status = status;
         post->published = published;
         // With one blog there is none to copy to, and this post has no address yet.
-        QCOMPARE(titles(PostContextMenu(*f.app, post, nullptr)),
+        QCOMPARE(titles(PostContextMenu(f.app->environment(), f.app->currentBlog(), post, nullptr)),
             QStringList({"New Post", "-", publish, "Delete", save, "-", "View on Browser (off)", "Get Link (off)"}));
     }
 

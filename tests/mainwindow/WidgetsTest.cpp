@@ -123,6 +123,8 @@ private Q_SLOTS:
         auto *editor = field.findChild<QLineEdit *>();
         QTest::keyClicks(editor, "secret");
         field.setTokens({"#other"});
+        QCOMPARE(editor->text(), "secret"); // it may be the same post, as a sync brought it
+        field.forgetTypedText();
         editor->undo();
         QCOMPARE(field.tokens(), QStringList{"#other"});
         QTest::keyClicks(editor, "more,");
@@ -134,5 +136,3 @@ private Q_SLOTS:
 static const RegisteredTest<WidgetsTest> registered;
 
 #include "WidgetsTest.moc"
-QCOMPARE(editor->text(), u"secret"_qs); // it may be the same post, as a sync brought it
-field.forgetTypedText();

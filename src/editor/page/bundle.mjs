@@ -1,5 +1,5 @@
 // bundle.mjs OUT: makes the one file that the editor page is: each file more would cost a turn of the main thread. The
-// channel's own script comes with Qt, and the view puts it there. The content policy names the style sheet and the
+// channel's own script comes with Qt, and is put in when the page is served. The content policy names the style sheet and the
 // script by their digests, so that nothing else in the page can be either.
 
 import {build} from 'esbuild';
