@@ -130,7 +130,7 @@ void ZLAppDelegate::didFailToDeletePost(ZLWordpressService *service, const PostP
 {
     if (ServiceFailures::isNotFound(error))
         m_outcomes.offerToDeleteCopy(post, service->blogName);
-    Q_EMIT notifications().deletionDidEnd(post->localFile);
+    Q_EMIT notifications().deletionDidEnd(post->localFile, LoginTry::isRefusal(error));
 }
 
 void ZLAppDelegate::didFindConflict(ZLWordpressService *service, const PostPtr &post)

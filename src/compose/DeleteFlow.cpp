@@ -10,12 +10,11 @@ DeleteFlow::DeleteFlow(ComposeHost &host, ComposeView &view, Prompts &prompts, P
     , m_prompts(prompts)
     , m_screen(screen)
 {
-    connect(&m_host.notifications(), &ZLNotifications::deletionDidEnd, this, [this](const QUrl &file) {
-        const bool wasAsked =
-            m_deletedFiles.removeIf([&file](const QUrl &deleted) { return isSameFile(deleted, file); }) > 0;
-        Q_EMIT didEnd();
-        if (wasAsked && m_screen.isFileOnScreen(file))
-            deleteWithNewLogin();
+    connect(&m_host.notifications(), &ZLNotifications::deletionDidEnd, this, [this](const QUrl &file, bool wasRefused) {
+        if (wasRefused && isBeingDeleted() && m_screen.isFileOnScreen(file))
+            deleteWithNewLogin(file);
+        else
+            didEndDeletion(file);
     });
 }
 
@@ -32,7 +31,7 @@ bool DeleteFlow::isOnBlog() const
 {
     const LocalPostPtr row = m_screen.post()->localPost;
     const bool isKeptCopy = row && row->status == ZLLocalPostRepresentation::ConflictSolved;
-    return m_screen.post()->status != ZLWordpressPost::New && !isKeptCopy;
+    return m_screen.post()->status != ZLWordpressPost::New && !isKeptCopy && !m_screen.isGoneFromBlog();
 }
 
 bool DeleteFlow::isBeingDeleted() const
@@ -62,12 +61,22 @@ QCoro::Task<void> DeleteFlow::deletePost()
     Q_EMIT m_host.notifications().didDeletePost();
 }
 
-QCoro::Task<void> DeleteFlow::deleteWithNewLogin()
+void DeleteFlow::didEndDeletion(const QUrl &file)
+{
+    m_deletedFiles.removeIf([&file](const QUrl &deleted) { return isSameFile(deleted, file); });
+    Q_EMIT didEnd();
+}
+
+QCoro::Task<void> DeleteFlow::deleteWithNewLogin(QUrl file)
 {
     const QPointer<DeleteFlow> self(this);
     const bool isNew = co_await m_host.newLogin();
-    if (self && isNew)
-        deletePost();
+    if (!self)
+        co_return;
+    if (isNew && m_screen.isFileOnScreen(file))
+        m_host.deletePost(m_screen.post());
+    else
+        didEndDeletion(file);
 }
 
 void DeleteFlow::deleteHere()

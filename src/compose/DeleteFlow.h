@@ -24,8 +24,9 @@ Q_SIGNALS:
 private:
     bool isOnBlog() const;
     void deleteHere();
-    /// A deletion whose login was refused goes on with another one.
-    QCoro::Task<void> deleteWithNewLogin();
+    void didEndDeletion(const QUrl &file);
+    /// A deletion whose login was refused goes on with another one. Until then the post is not to be changed.
+    QCoro::Task<void> deleteWithNewLogin(QUrl file);
 
     ComposeHost &m_host;
     ComposeView &m_view;

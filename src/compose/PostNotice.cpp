@@ -31,9 +31,11 @@ PostNotice PostNotice::ofUnclearUpload()
                        "blog is looked through for it.")};
 }
 
-PostNotice PostNotice::ofGonePost()
+PostNotice PostNotice::ofGonePost(const ZLWordpressPost &post)
 {
-    return {QStringLiteral("The blog does not have this post any more."), QStringLiteral("Publish as a New Post"),
+    return {QStringLiteral("The blog does not have this post any more."),
+        post.status == ZLWordpressPost::Draft ? QStringLiteral("Save as a New Draft")
+                                              : QStringLiteral("Publish as a New Post"),
         PostAction::PublishAsNew};
 }
 

@@ -14,8 +14,8 @@ struct PostNotice {
     static PostNotice of(const ZLWordpressPost &post, const ZLDocument *document, bool isOnItsWay);
     /// After an upload that broke off, or whose answer could not be read.
     static PostNotice ofUnclearUpload();
-    /// After an upload whose post the blog has deleted.
-    static PostNotice ofGonePost();
+    /// After an upload whose post the blog has deleted. A draft is not made public by it.
+    static PostNotice ofGonePost(const ZLWordpressPost &post);
     /// After an upload of which the blog has made another text.
     static PostNotice ofOtherTextOnBlog();
 };

@@ -89,6 +89,8 @@ PostOnScreen::Came PostOnScreen::readAgain()
         if (const Result<void> read = m_document->revertDocument(); !read)
             ZLLog(read.error().description);
     }
+    if (m_document->fileInfo.status.isEmpty() || m_document->isInConflict())
+        m_isGone = false;
     Texts texts = Texts::of(*m_document);
     const bool isAsShown = texts == m_shown;
     if (!isAsShown)
@@ -286,7 +288,8 @@ PostPtr PostOnScreen::postToSend(const QString &content)
 
 Result<void> PostOnScreen::becomeNewPost()
 {
-    const Result<QUrl> made = ConflictResolver::makeNewPost(m_post->localPost, m_host.documentController());
+    const Result<QUrl> made =
+        ConflictResolver::makeNewPost(m_post->localPost, m_host.documentController(), m_host.now());
     if (!made)
         return failure(made.error());
     m_host.loadLocalPosts();

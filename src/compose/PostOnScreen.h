@@ -22,6 +22,9 @@ public:
     PostPtr post() const { return m_post; }
     DocumentPtr currentDocument() const { return m_document; } ///< null for a blank post
     bool isInConflict() const;
+    /// An upload found that the blog has deleted it. A sync that brings it ends that.
+    bool isGoneFromBlog() const { return m_isGone; }
+    void setGoneFromBlog(bool isGone) { m_isGone = isGone; }
     /// Grows with each post that comes on the screen; who waited for an answer sees whether it is still about this one.
     int generation() const { return m_generation; }
     bool isFileOnScreen(const QUrl &file) const;
@@ -101,6 +104,7 @@ private:
     QList<PostBefore> m_postsBefore; ///< the last few, about which the page may still have something to say
     bool m_rowIsSelected = false; ///< the list's selected row is that of this post
     bool m_isOpening = false; ///< another post is about to come
+    bool m_isGone = false;
     int m_generation = 0;
     int m_openRequest = 0;
     QObject m_firstWriting; ///< listens to documents that have no file yet, on the screen or not

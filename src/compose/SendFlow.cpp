@@ -28,7 +28,9 @@ QCoro::Task<void> SendFlow::publish()
             co_return;
     }
     const bool can = co_await canSend();
-    const PostPtr post = self && can ? storedPost(*content) : nullptr;
+    if (!self || !can)
+        co_return;
+    const PostPtr post = co_await takePost(); // what was typed during a login, too
     if (!post)
         co_return;
     // A draft whose date lies ahead is scheduled for it, as the button says.
@@ -78,13 +80,19 @@ QCoro::Task<void> SendFlow::moveToDrafts()
     send(post, Upload::Update);
 }
 
+void SendFlow::follow(const Upload &upload)
+{
+    m_sent = upload.post();
+    m_sentKind = upload.kind();
+}
+
 QCoro::Task<void> SendFlow::sendAgain()
 {
     const PostPtr before = m_sent;
     const Upload::Kind kind = m_sentKind;
     const PostPtr post = co_await takePost();
-    if (!post)
-        co_return;
+    if (!post || post->title != before->title || post->storedContent != before->storedContent)
+        co_return; // what was written since is sent by a press of its own
     post->status = before->status;
     post->blogStatus = before->blogStatus;
     post->createdAt = before->createdAt;
@@ -156,7 +164,5 @@ PostPtr SendFlow::storedPost(const QString &content)
 
 void SendFlow::send(const PostPtr &post, Upload::Kind kind)
 {
-    m_sent = post;
-    m_sentKind = kind;
     Q_EMIT didBegin(m_host.upload(post, kind));
 }

@@ -17,7 +17,9 @@ public:
     QCoro::Task<void> save();
     /// A published post becomes a draft and keeps its date; asks first.
     QCoro::Task<void> moveToDrafts();
-    /// The last upload once more, as what it was, without its questions.
+    /// The upload of the post on the screen, which sendAgain() is about.
+    void follow(const Upload &upload);
+    /// That upload once more, as what it was, without its questions; not when something was written since.
     QCoro::Task<void> sendAgain();
 
 Q_SIGNALS:

@@ -10,7 +10,7 @@ PostActions ZLMainWindowCreateViewController::actions() const
         return PostAction::None;
     PostActions allowed = actionsOfPost(*m_screen.post(), m_screen.currentDocument().get());
     allowed.setFlag(PostAction::TakeBlogVersion, m_blogVersion != nullptr);
-    return m_isGone ? allowed | PostAction::PublishAsNew : allowed;
+    return m_screen.isGoneFromBlog() ? allowed | PostAction::PublishAsNew : allowed;
 }
 
 bool ZLMainWindowCreateViewController::mayBegin(PostAction action) const
@@ -122,9 +122,13 @@ QCoro::Task<void> ZLMainWindowCreateViewController::publishAsNewPost()
     const bool isThere = co_await isReported();
     if (!isThere)
         co_return;
+    const bool wasDraft = m_screen.post()->status == ZLWordpressPost::Draft;
     if (const Result<void> made = m_screen.becomeNewPost(); !made)
         co_return m_prompts.alertWithError(made.error());
-    m_isGone = false;
+    m_screen.setGoneFromBlog(false);
     readAgain();
-    co_await m_send.publish();
+    if (wasDraft)
+        co_await m_send.save();
+    else
+        co_await m_send.publish();
 }

@@ -188,7 +188,8 @@ void ZLMainWindowCreateViewController::show(ComposePage::Loading loading)
     const PostPtr post = m_screen.post();
     if (loading == ComposePage::Loading::NewPost) {
         m_blogVersion = nullptr;
-        m_awaitsOutcome = m_isGone = false;
+        m_awaitsOutcome = false;
+        m_screen.setGoneFromBlog(false);
         m_view.forgetTypedToken();
     }
     m_view.setTitle(post->title);
@@ -210,6 +211,8 @@ void ZLMainWindowCreateViewController::loadContent(ComposePage::Loading loading)
 void ZLMainWindowCreateViewController::showOverlay(Upload *upload)
 {
     m_overlay.follow(upload, m_host.now());
+    if (upload)
+        m_send.follow(*upload);
     updateState();
 }
 
@@ -225,8 +228,8 @@ void ZLMainWindowCreateViewController::updateState()
     m_page.setBlogURL(account ? QUrl(account->url) : QUrl());
     const bool isOnItsWay = m_overlay.isShowing() || m_awaitsOutcome;
     const PostNotice notice = PostNotice::of(*post, m_screen.currentDocument().get(), isOnItsWay);
-    if (m_isGone)
-        showNotice(PostNotice::ofGonePost());
+    if (m_screen.isGoneFromBlog())
+        showNotice(PostNotice::ofGonePost(*post));
     else
         showNotice(notice.text.isEmpty() && m_blogVersion ? PostNotice::ofOtherTextOnBlog() : notice);
     Q_EMIT actionsDidChange();
@@ -279,7 +282,7 @@ void ZLMainWindowCreateViewController::didEndUpload(const UploadOutcome &outcome
 {
     m_blogVersion = outcome.blogVersion;
     m_awaitsOutcome = outcome.kind == UploadOutcome::Updated || outcome.remote;
-    m_isGone = ServiceFailures::isGone(outcome.error);
+    m_screen.setGoneFromBlog(ServiceFailures::isGone(outcome.error));
     updateState();
     if (m_awaitsOutcome)
         return;

@@ -105,7 +105,6 @@ private:
     LinkFlow m_links;
     PostNotice m_notice;
     PostPtr m_blogVersion; ///< of the post on the screen, where the blog has made another text of it
-    bool m_isGone = false; ///< the post on the screen from its blog
     bool m_awaitsOutcome = false; ///< the blog has the post, and its file is about to say so
     std::shared_ptr<bool> m_isBusy = std::make_shared<bool>(false); ///< a flow is under way, which may outlive this
 };

@@ -140,7 +140,8 @@ ConflictResolver::Outcome ConflictResolver::resolve(Action action, Selection sel
     return selection == Local ? answer.keepLocal(action == KeepBoth) : answer.takeRemote(action == KeepBoth);
 }
 
-Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents)
+Result<QUrl> ConflictResolver::makeNewPost(
+    const LocalPostPtr &row, ZLDocumentController &documents, const QDateTime &now)
 {
     const DocumentPtr open = documents.documentForURL(row->localFile);
     const Result<DocumentPtr> opened = open ? Result<DocumentPtr>(open) : ZLDocument::open(row->localFile);
@@ -151,7 +152,12 @@ Result<QUrl> ConflictResolver::makeNewPost(const LocalPostPtr &row, ZLDocumentCo
     const QString from = pathOfFileURL(row->localFile);
     const QString posts = QFileInfo(QFileInfo(from).path()).path();
     const QUrl url = QUrl::fromLocalFile(PostSync::postPath(posts + QStringLiteral("/p") + id));
+    const PostFields before = document->post;
     document->post.becomeNew(id);
+    if (before.blogStatus == QLatin1String("private"))
+        document->post.blogStatus = before.blogStatus;
+    if (before.createdAt > now)
+        document->post.createdAt = before.createdAt;
     if (document->post.title.startsWith(conflictedPrefix))
         document->post.title = document->storedTitle().mid(conflictedPrefix.size());
     document->fileInfo.status = QStringLiteral("new");

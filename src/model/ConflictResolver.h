@@ -30,7 +30,8 @@ public:
         const ZLDocumentController &documents, const QDateTime &now = QDateTime::currentDateTimeUtc());
 
     /// Makes the copy that a conflict left (a row of status 6), or a post that its blog has deleted, a new post in a
-    /// folder of its own beside the other's.
+    /// folder of its own beside the other's. What was private stays so, and a date ahead stays, too.
     /// Gives its file; an open document goes along.
-    [[nodiscard]] static Result<QUrl> makeNewPost(const LocalPostPtr &row, ZLDocumentController &documents);
+    [[nodiscard]] static Result<QUrl> makeNewPost(
+        const LocalPostPtr &row, ZLDocumentController &documents, const QDateTime &now);
 };

@@ -29,7 +29,8 @@ Q_SIGNALS:
     void didUpdatePosts();
     void didSyncPosts();
     void didDeletePost(); ///< asked for; the blog may still refuse
-    void deletionDidEnd(const QUrl &localFile); ///< the blog has deleted this post, or has not
+    /// The blog has deleted this post, or has not, perhaps since it refused the login.
+    void deletionDidEnd(const QUrl &localFile, bool wasRefused = false);
     void openNewPost();
     void changingBlog();
     void didChangeBlog();

@@ -41,7 +41,6 @@ QString PostChanges::statusWord(const ZLWordpressPost &post)
     switch (post.status) {
     case ZLWordpressPost::New:
     case ZLWordpressPost::Note:
-        return QStringLiteral("publish");
     case ZLWordpressPost::Publish:
         return post.blogStatus == QLatin1String("private") ? post.blogStatus : QStringLiteral("publish");
     default:

@@ -67,6 +67,20 @@ private Q_SLOTS:
         QVERIFY(screen.host.sent.isEmpty());
     }
 
+    void coversThePostUntilTheLoginIsSettled()
+    {
+        for (const bool hasNewLogin : {false, true}) {
+            ComposeFixture screen(ZLWordpressPost::Draft);
+            screen.host.hasNewLogin = hasNewLogin;
+            screen.pressDelete();
+            Q_EMIT screen.view.alertViewDidDismissWithButtonIndex(1);
+            Q_EMIT screen.host.noted.deletionDidEnd(screen.post()->localPost->localFile, true);
+            screen.settle();
+            QCOMPARE(screen.host.deletedOnBlog.size(), hasNewLogin ? 2 : 1);
+            QCOMPARE(screen.view.isLoading, hasNewLogin);
+        }
+    }
+
     void isAboutThePostOfTheQuestion()
     {
         ComposeFixture screen(ZLWordpressPost::New);

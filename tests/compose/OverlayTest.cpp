@@ -30,6 +30,30 @@ private Q_SLOTS:
         QVERIFY(!screen.view.isLoading);
     }
 
+    void isWhatGoesOutAgainAfterALogin()
+    {
+        const ZLError refused{"Response error", 403, {}};
+        ComposeFixture screen(ZLWordpressPost::Draft);
+        const LocalPostPtr draft = screen.post()->localPost;
+        screen.press(false);
+        QVERIFY(screen.sends(1));
+        // Another one that was sent since is no measure for it.
+        QVERIFY(screen.load(screen.host.addPost("42", ZLWordpressPost::Publish, "Two", "<p>2</p>")));
+        screen.press(true);
+        QVERIFY(screen.sends(2));
+        QVERIFY(screen.load(draft));
+        screen.host.hasNewLogin = true;
+        screen.host.sent[0]->end({.kind = UploadOutcome::Failed, .error = refused});
+        QVERIFY(screen.sends(3));
+        QCOMPARE(screen.host.sent[2]->kind(), Upload::Update);
+        QCOMPARE(screen.host.sent[2]->asSent.status, int(ZLWordpressPost::Draft));
+        // Nor does anything go out that was written since.
+        screen.page.body = QString("<p>Typed since</p>");
+        screen.host.sent[2]->end({.kind = UploadOutcome::Failed, .error = refused});
+        screen.settle();
+        QCOMPARE(screen.host.sent.size(), 3);
+    }
+
     void goesWithTheUpload()
     {
         const QString notSent = "Not sent to the blog";

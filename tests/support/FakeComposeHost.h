@@ -73,7 +73,7 @@ public:
     QString getBlogName() const override { return account ? account->alias() : QString(); }
     bool isReachable() const override { return isOnline; }
     QCoro::Task<bool> logIn() override { co_return hasPassword; }
-    QCoro::Task<bool> newLogin() override { co_return false; }
+    QCoro::Task<bool> newLogin() override { co_return hasNewLogin; }
     QString postPath(const QString &blogName, const QString &id) const override { return files.postPath(blogName, id); }
     void loadLocalPosts() override
     {
@@ -164,7 +164,7 @@ public:
     QList<PostPtr> deletedOnBlog;
     QList<QUrl> deletedFiles;
     bool isOnline = true;
-    bool hasPassword = true;
+    bool hasPassword = true, hasNewLogin = false;
 };
 
 /// What the list is told while the user writes.

@@ -4,17 +4,21 @@ import {indent, isInList, outdent} from './lists.js';
 import {ensureSelection, rangeIn} from './selection.js';
 
 const LIMIT_MS = 300; // a key that the page never sees must not stop the calls
+const RECENT_MS = 100;
 
 let keysSeen = 0;
+let lastKeyTime = -Infinity;
 let lastCall = Promise.resolve();
 
 /** Resolves once the page has had that many keys, and in the order of the calls. */
 export function afterKeys(count) {
     lastCall = lastCall.then(async () => {
         const limit = performance.now() + LIMIT_MS;
-        do
-            await pause(); // at least once: the text of a key comes right behind it
-        while (keysSeen < count && performance.now() < limit);
+        let isPending = performance.now() - lastKeyTime < RECENT_MS; // the text of a key comes right behind it
+        while (isPending || (keysSeen < count && performance.now() < limit)) {
+            await pause();
+            isPending = false;
+        }
         keysSeen = count;
     });
     return lastCall;
@@ -26,7 +30,10 @@ function pause() {
 
 function countKeys() {
     for (const type of ['keydown', 'keyup'])
-        document.addEventListener(type, () => { ++keysSeen; }, {capture: true});
+        document.addEventListener(type, () => {
+            ++keysSeen;
+            lastKeyTime = performance.now();
+        }, {capture: true});
 }
 
 export function watchKeys(editor, bridge) {
