@@ -83,7 +83,9 @@ export class Editor {
         const body = new Body(data);
         const kept = match(parts.map(part => part.text.trim()), body.pieces.map(piece => piece.stored.trim()));
         const isAllKept = kept.length === parts.length && kept.length === body.pieces.length;
-        if (!isAllKept && kept.length === 0)
+        // What an editing command has wrapped into one element has no place beside it for what is new.
+        const isWrapped = parts.some(part => part.nodes.some(node => node.parentNode !== this.content));
+        if (!isAllKept && (kept.length === 0 || isWrapped))
             return false;
         const pairs = new Map(kept.map(([i, j]) => [j, parts[i].nodes]));
         const change = () => {

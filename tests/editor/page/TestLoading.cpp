@@ -54,6 +54,24 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), QString(now).replace(u"the place"_qs, u"the placeX"_qs));
     }
 
+    void keepsTheOrderBehindAListThatWasTyped() // the browser wraps such a list, and what follows, into one element
+    {
+        m_page.load({});
+        m_page.type(u"p"_qs);
+        m_page.press(Qt::Key_Return);
+        m_page.page.execCommand(u"InsertUnorderedList"_qs);
+        m_page.type(u"one"_qs);
+        for (const QString &text : {QString(), u"link here"_qs, u"second"_qs, u"third"_qs}) {
+            m_page.press(Qt::Key_Return);
+            m_page.type(text);
+        }
+        const QString now = m_page.body().replace(u"here"_qs, u"<b>here</b>"_qs);
+        m_page.loadAgain(now);
+        QCOMPARE(m_page.evaluate(u"document.getElementById('content').textContent"_qs).toString().remove(u'\n'),
+            u"ponelink heresecondthird"_qs);
+        QCOMPARE(m_page.body(), now);
+    }
+
     void hugeBodiesShow_data()
     {
         const TestTable<QString> table({"stored"});
