@@ -10,6 +10,7 @@
 namespace {
 constexpr qsizetype shownLines = 5;
 constexpr qsizetype shownCharacters = 300; // of a line
+constexpr qsizetype excerptLength = 60;
 
 QStringList beginning(const QStringList &lines)
 {
@@ -32,26 +33,33 @@ ConflictSides::Side sideOf(const ZLDocument &document, const QDateTime &date)
     return {!document.isDamaged(), date, document.post.title, beginning(lines), {}};
 }
 
-QStringList differencesOf(const ZLDocument &local, const ZLDocument &remote)
+/// Of each line, as much as a card has room for around the place where it differs.
+QStringList excerpts(const QStringList &lines, const QStringList &others)
 {
-    const PostFields &one = local.post;
-    const PostFields &other = remote.post;
+    QStringList shown;
+    for (qsizetype index = 0; index < lines.size(); ++index)
+        shown << TextDifference::excerpt(lines[index], others.value(index), excerptLength);
+    return shown;
+}
+} // namespace
+
+QStringList differencesBetween(const PostFields &one, const PostFields &other)
+{
     QStringList found;
     const auto say = [&](bool differs, const char *what) {
         if (differs)
             found << QString::fromLatin1(what);
     };
-    say(!sameStoredText(local.storedTitle(), remote.storedTitle()), "Title");
-    say(!sameStoredText(local.storedContent(), remote.storedContent()), "Text");
+    say(!sameStoredText(one.title, other.title), "Title");
+    say(!sameStoredText(one.content, other.content), "Text");
     say(sortedKeywords(one) != sortedKeywords(other), "Categories and tags");
-    say(one.createdAt != other.createdAt, "Date");
+    say(one.createdAt.secsTo(other.createdAt) / 60 != 0, "Date");
     say(one.slug != other.slug, "Address");
     say(one.status != other.status || one.blogStatus != other.blogStatus, "Status");
     say(one.allowComments != other.allowComments || one.allowPingback != other.allowPingback, "Options");
     say(one.featuredImageId != other.featuredImageId, "Featured image");
     return found;
 }
-} // namespace
 
 ConflictSides conflictSides(const LocalPostPtr &row, const ZLDocumentController &documents)
 {
@@ -69,11 +77,11 @@ ConflictSides conflictSides(const LocalPostPtr &row, const ZLDocumentController 
     QStringList mine;
     QStringList theirs;
     for (const auto &[one, other] : TextDifference::between((*local)->storedContent(), (*remote)->storedContent())) {
-        mine << one;
-        theirs << other;
+        mine << excerpts(one, other);
+        theirs << excerpts(other, one);
     }
     sides.local.differingLines = beginning(mine);
     sides.remote.differingLines = beginning(theirs);
-    sides.differences = differencesOf(**local, **remote);
+    sides.differences = differencesBetween((*local)->storedFields(), (*remote)->storedFields());
     return sides;
 }

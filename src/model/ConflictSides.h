@@ -19,5 +19,9 @@ struct ConflictSides {
     QStringList differences;
 };
 
+/// In which of these the two differ: none, but for white space, line ends and seconds, is the same post twice. The
+/// texts are the stored ones.
+QStringList differencesBetween(const PostFields &one, const PostFields &other);
+
 /// Reads both sides of the row in conflict; an open document of its file with what is unsaved in it.
 ConflictSides conflictSides(const LocalPostPtr &row, const ZLDocumentController &documents);

@@ -84,6 +84,8 @@ public:
     /// Notes in the file, at once, that a first publish is under way; an invalid date, that it no longer is.
     Result<void> setFirstPublishBegan(const QDateTime &date);
 
+    /// The fields with both texts as they are stored.
+    PostFields storedFields() const;
     /// The working post of this document, its body as it is stored. `localPost` is left to the caller.
     PostPtr wordpressPost() const;
     /// Takes what the blog has now, all fields as they are; the file is in step with it then. A status that is neither
@@ -101,8 +103,6 @@ private:
     void take(const PostFile &file);
     void noteChange();
     [[nodiscard]] Result<void> write();
-    /// The fields with both texts as they are stored.
-    PostFields storedFields() const;
     bool isInStepOnDisk() const;
     void keepSyncedVersion() const;
     [[nodiscard]] static Result<void> makeWay(const QString &path, ZLDocument *there);

@@ -1,5 +1,6 @@
 #include "model/ZLWordpressPost.h"
 
+#include "model/ConflictSides.h"
 #include "model/FilesAside.h"
 #include "model/LocalFileURL.h"
 #include "model/PostSync.h"
@@ -10,6 +11,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <utility>
 
 QByteArray ZLWordpressPost::generateXMLDataFileInfo(const ZLFileInfo *fileInfo) const
 {
@@ -63,7 +65,9 @@ Result<void> ZLWordpressPost::syncWithPostAtPath(
     case PostSync::Keep:
         return {};
     case PostSync::PutConflictBeside:
-        return putConflictBeside(*document);
+        if (!isSameAs(*document))
+            return putConflictBeside(*document);
+        break; // an update of which no answer came
     case PostSync::Overwrite:
         break;
     }
@@ -78,9 +82,19 @@ Result<void> ZLWordpressPost::syncWithPostAtPath(
     return saved;
 }
 
+bool ZLWordpressPost::isSameAs(const ZLDocument &document) const
+{
+    PostFields fields = *this;
+    if (!storedContent.isNull())
+        fields.content = storedContent;
+    return !document.isDamaged() && differencesBetween(document.storedFields(), fields).isEmpty();
+}
+
 Result<void> ZLWordpressPost::putConflictBeside(ZLDocument &document)
 {
-    document.fileInfo.status = QStringLiteral("conflict");
-    (void)document.saveDocument(); // a failure is logged there
+    // The file's date tells when its words were written.
+    if (std::exchange(document.fileInfo.status, QStringLiteral("conflict")) != QLatin1String("conflict")
+        || document.hasUnautosavedChanges())
+        (void)document.saveDocument(); // a failure is logged there
     return saveAtPath(PostSync::conflictPath(pathOfFileURL(document.fileURL())));
 }

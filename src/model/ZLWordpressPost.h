@@ -34,5 +34,8 @@ struct ZLWordpressPost : ZLAbstractPost {
     /// Writes this remote post beside the document's file as its conflict.zalmo and marks the document, whatever the
     /// dates say: for a blog that refused an update, since the post has changed there.
     [[nodiscard]] Result<void> putConflictBeside(ZLDocument &document);
+
+private:
+    bool isSameAs(const ZLDocument &document) const;
 };
 using PostPtr = std::shared_ptr<ZLWordpressPost>;

@@ -114,3 +114,16 @@ QList<TextDifference::Region> TextDifference::between(const QString &one, const 
     const QList<Region> words = regions(lines(one), lines(other));
     return words.isEmpty() ? regions(sourceLines(one), sourceLines(other)) : words;
 }
+
+QString TextDifference::excerpt(const QString &line, const QString &other, qsizetype length)
+{
+    constexpr qsizetype wordsBefore = 16;
+    if (line.size() <= length)
+        return line;
+    const qsizetype differs = std::mismatch(line.begin(), line.end(), other.begin(), other.end()).first - line.begin();
+    const qsizetype wanted = std::min(differs - wordsBefore, line.size() - length);
+    const qsizetype start = wanted <= 0 ? 0 : line.indexOf(u' ', wanted) + 1; // 0 as well when no word begins behind
+    const QString cut = line.mid(start, length);
+    const QString before = start > 0 ? QStringLiteral("…") : QString();
+    return start + cut.size() < line.size() ? before + cut + u'…' : before + cut;
+}

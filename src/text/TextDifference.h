@@ -19,4 +19,8 @@ QStringList lines(const QString &body);
 /// paragraph, and a line that comes more than once may stand in a region though both have it. The work grows with the
 /// texts' length, however much they differ.
 QList<Region> between(const QString &one, const QString &other);
+
+/// At most `length` characters of a line, from a few words before the first place where it differs from `other`, with
+/// "…" where it is cut.
+QString excerpt(const QString &line, const QString &other, qsizetype length);
 } // namespace TextDifference

@@ -128,6 +128,23 @@ private Q_SLOTS:
         }
     }
 
+    void takesAnUpdateWithoutAnswerForNoConflict()
+    {
+        for (const bool isOther : {false, true}) {
+            const PostFolder folder;
+            ZLDocumentController documents;
+            const DocumentPtr document = openedBy(documents, folder.write(inStep()));
+            type(document, u"Mine"_qs);
+            ZLWordpressPost remote = *document->wordpressPost();
+            remote.updatedAt = remote.updatedAt.addDays(1);
+            if (isOther)
+                remote.title = u"Theirs"_qs;
+            QVERIFY(remote.syncWithPostAtPath(folder.path(), u"wordpress"_qs, documents));
+            QCOMPARE(document->isInConflict(), isOther);
+            QCOMPARE(document->fileInfo.status.isEmpty(), !isOther);
+        }
+    }
+
     void goesBack()
     {
         for (const bool isSaved : {true, false}) {

@@ -61,6 +61,15 @@ private Q_SLOTS:
         QTEST(shown(one, other), "regions");
     }
 
+    void cutsALineAroundTheDifference()
+    {
+        const QString words = u"some words "_qs.repeated(20);
+        QCOMPARE(TextDifference::excerpt("one two", "one", 60), "one two");
+        const QString cut = TextDifference::excerpt(words + "x " + words, words + "y", 60);
+        QVERIFY2(cut.startsWith(u'…') && cut.endsWith(u'…') && cut.contains(" x "), qPrintable(cut));
+        QCOMPARE(cut.size(), 62);
+    }
+
     void isLinear()
     {
         QString one;

@@ -125,7 +125,7 @@ export class Body {
     }
 
     formOfNodes(piece, nodes) {
-        const text = nodes.map(node => this.formOfNode(node, piece.isChunk)).join('');
+        const text = this.withPlainSpaces(nodes.map(node => this.formOfNode(node, piece.isChunk)).join(''));
         return piece.isChunk ? withoutLineEnds(text) : text;
     }
 
@@ -169,8 +169,13 @@ export class Body {
     withoutBrowsersSpaces(html) {
         if (this.hasHardSpaces)
             return html;
-        return html.replace(/(^|<(?:p|li|h\d|blockquote|td|th)\b[^<>]*>)(?:&nbsp;| )(?=[^<\s])/g, '$1')
-            .replace(/(?<![\s>]|&nbsp;)&nbsp;(?!\s|&nbsp;)|(?<=>)&nbsp;(?=[^\s<&])/g, ' ');
+        return this.withPlainSpaces(html.replace(/(^|<(?:p|li|h\d|blockquote|td|th)\b[^<>]*>)(?:&nbsp;| )(?=[^<\s])/g, '$1'));
+    }
+
+    withPlainSpaces(html) {
+        if (this.hasHardSpaces || !html.includes('&nbsp;'))
+            return html;
+        return html.replace(/(?<![\s>]|&nbsp;)&nbsp;(?!\s|&nbsp;)|(?<=>)&nbsp;(?=[^\s<&])/g, ' ');
     }
 
     newMarkup(nodes) {

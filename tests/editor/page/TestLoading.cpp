@@ -72,6 +72,19 @@ private Q_SLOTS:
         QCOMPARE(m_page.body(), now);
     }
 
+    void spacesOfTheBrowserStayPlain()
+    {
+        m_page.load({});
+        m_page.type(u"a "_qs);
+        m_page.page.execCommand(u"Italic"_qs);
+        m_page.type(u"it"_qs);
+        m_page.page.execCommand(u"Italic"_qs);
+        m_page.type(u" plain"_qs);
+        m_page.loadAgain(m_page.body());
+        m_page.type(u"X"_qs);
+        QCOMPARE(m_page.body(), u"a <i>it</i> plainX"_qs);
+    }
+
     void hugeBodiesShow_data()
     {
         const TestTable<QString> table({"stored"});
