@@ -8,7 +8,7 @@ namespace PostFileWords {
 inline constexpr int currentVersion = 3;
 
 QString engine(int status); ///< "wordpress" or "evernote"
-QString status(int status); ///< "new", "draft", "publish", or empty for a stub
+QString status(int status); ///< "new", "draft", "publish"; empty where the post has no status
 QString type(int type); ///< "post" or "page"
 int statusFrom(const QString &engine, const QString &status);
 int typeFrom(const QString &type);
